@@ -122,16 +122,6 @@ private slots:
         QCOMPARE(form.PanelText(1), QString("HC11 Board: Ready"));
     }
 
-    void pseudoTerminalSimulator()
-    {
-        PseudoTerminal pty;
-        MainFormFixture f;
-        SaveSetting("Settings", "SimEnabled", "True");
-        frmMain& form = f.StartOn(pty.DevicePath());
-        QVERIFY(form.MSComm.PortOpen());
-        QCOMPARE(form.PanelText(1), QString("Simulator mode"));
-    }
-
     void missingDeviceGivesThePortError()
     {
         MainFormFixture f;

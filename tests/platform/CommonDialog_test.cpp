@@ -51,23 +51,6 @@ private slots:
         QCOMPARE(QDir::currentPath(), saved);
     }
 
-    void fontAnswerFillsTheFontFields()
-    {
-        DialogAnswer answer([](CommonDialog& d, CommonDialog::Kind kind) {
-            if (kind != CommonDialog::Kind::Font)
-                return false;
-            d.FontName = "DejaVu Sans Mono";
-            d.FontSize = 11;
-            d.FontBold = true;
-            return true;
-        });
-        CommonDialog dialog;
-        dialog.FontName = "Fixedsys";
-        QVERIFY(dialog.ShowFont());
-        QCOMPARE(dialog.FontName, QString("DejaVu Sans Mono"));
-        QCOMPARE(dialog.FontSize, 11.0);
-        QVERIFY(dialog.FontBold && !dialog.FontItalic);
-    }
 };
 
 QTEST_MAIN(CommonDialogTest)

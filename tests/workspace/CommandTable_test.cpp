@@ -33,22 +33,6 @@ private slots:
         QCOMPARE(form.MenuOf("mnuPopupSerial")->actions().size(), 4);
     }
 
-    void startStatesAndShortcuts()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        QCOMPARE(form.Menu("mnuRunStepInto")->shortcut(), QKeySequence(Qt::Key_F7));
-        QCOMPARE(form.Menu("mnuRunAnimate")->shortcut(), QKeySequence(Qt::SHIFT | Qt::Key_F5));
-        QCOMPARE(form.Menu("mnuFileDownload")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_D));
-        QCOMPARE(form.Menu("mnuEditDelete")->shortcut(), QKeySequence(QKeySequence::Delete));
-        QVERIFY(!form.Menu("mnuRunStepInto")->isEnabled());
-        QVERIFY(form.Menu("mnuViewRegCPU")->isEnabled());
-        QVERIFY(form.Menu("mnuFileDownload")->isEnabled());
-        QVERIFY(!form.Menu("mnuDebugRefresh")->isVisible());
-        QVERIFY(!form.Menu("mnuPopupViewAddWatch")->isVisible());
-        QVERIFY(!form.Menu("mnuViewSerialTerminal")->isChecked());
-    }
-
     void toolbarPositionsHoldTheirButtons()
     {
         MainFormFixture f;
