@@ -50,7 +50,6 @@ private slots:
         QCOMPARE(dialog.FileName, QString("keep"));
         QCOMPARE(QDir::currentPath(), saved);
     }
-
 };
 
 QTEST_MAIN(CommonDialogTest)
