@@ -5,7 +5,9 @@
 int main(int argc, char* argv[])
 {
     QApplication app(argc, argv);
+    app.setApplicationName(QStringLiteral("Orvane"));
     frmMain window;
-    window.showMaximized();
+    window.MDIForm_Load();
+    window.show();
     return app.exec();
 }

@@ -1,0 +1,122 @@
+#include "core/AppSettings.h"
+
+#include "platform/SettingsStore.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+std::int16_t COMPort = 2;
+FontRecord ScreenFont{QStringLiteral("Fixedsys"), 9, false, false};
+FontRecord PrintFont{QStringLiteral("Courier New"), 8, false, false};
+
+namespace {
+const QString Section = QStringLiteral("Settings");
+}
+
+bool GetFlagSetting(const QString& key, bool def)
+{
+    const QString text = GetSetting(Section, key).trimmed();
+    if (text.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0)
+        return true;
+    if (text.compare(QLatin1String("False"), Qt::CaseInsensitive) == 0)
+        return false;
+    bool ok = false;
+    const int number = text.toInt(&ok);   // a stored truth value may also be -1 or 0
+    return ok ? number != 0 : def;
+}
+
+void SaveFlagSetting(const QString& key, bool value)
+{
+    SaveSetting(Section, key, value ? QStringLiteral("True") : QStringLiteral("False"));
+}
+
+double GetNumberSetting(const QString& key, double def)
+{
+    bool ok = false;
+    const double value = GetSetting(Section, key).trimmed().toDouble(&ok);
+    return ok ? value : def;
+}
+
+void SaveNumberSetting(const QString& key, double value)
+{
+    SaveSetting(Section, key, QString::number(static_cast<float>(value)));
+}
+
+QString GetTextSetting(const QString& key, const QString& def)
+{
+    return GetSetting(Section, key, def);
+}
+
+void SaveTextSetting(const QString& key, const QString& value)
+{
+    SaveSetting(Section, key, value);
+}
+
+namespace {
+void LoadFont(const QString& prefix, FontRecord& font, const FontRecord& def)
+{
+    font.Name = GetTextSetting(prefix + "Name", def.Name);
+    font.Size = static_cast<float>(GetNumberSetting(prefix + "Size", def.Size));
+    font.Bold = GetFlagSetting(prefix + "Bold", def.Bold);
+    font.Italic = GetFlagSetting(prefix + "Italic", def.Italic);
+}
+
+void SaveFont(const QString& prefix, const FontRecord& font)
+{
+    SaveTextSetting(prefix + "Name", font.Name);
+    SaveNumberSetting(prefix + "Size", font.Size);
+    SaveFlagSetting(prefix + "Bold", font.Bold);
+    SaveFlagSetting(prefix + "Italic", font.Italic);
+}
+}  // namespace
+
+void LoadPortAndFonts()
+{
+    const double port = GetNumberSetting(QStringLiteral("COMPort"), 2);
+    COMPort = port >= 1 && port <= 4 ? static_cast<std::int16_t>(port) : 2;
+    LoadFont(QStringLiteral("ScreenFont"), ScreenFont, {QStringLiteral("Fixedsys"), 9, false, false});
+    LoadFont(QStringLiteral("PrintFont"), PrintFont, {QStringLiteral("Courier New"), 8, false, false});
+}
+
+void SavePortAndFonts()
+{
+    SaveSetting(Section, QStringLiteral("COMPort"), QString::number(COMPort));
+    SaveFont(QStringLiteral("ScreenFont"), ScreenFont);
+    SaveFont(QStringLiteral("PrintFont"), PrintFont);
+}
+
+WindowPlacement DefaultPlacement(const QString& prefix, double W, double H)
+{
+    struct Row {
+        const char* prefix;
+        double left, top, width, height;
+    };
+    // Sizes that depend on the main window's client area are computed below.
+    static const Row rows[] = {
+        {"RegCPU", 5200, 0, 2600, 2450},  {"Watch", 7800, 0, 2600, 2450},
+        {"RegAD", 0, 0, 2600, 1700},      {"RegOther", 0, 0, 2600, 1700},
+        {"RegPA", 0, 0, 2600, 950},       {"RegPIA", 0, 0, 2600, 1450},
+        {"RegPorts", 0, 0, 2600, 2730},   {"RegSCI", 0, 0, 2600, 1700},
+        {"RegSPI", 0, 0, 2600, 1200},     {"RegTimer", 0, 0, 2600, 5000},
+    };
+    for (const Row& row : rows) {
+        if (prefix == QLatin1String(row.prefix))
+            return {0, row.left, row.top, row.width, row.height};
+    }
+    if (prefix == QLatin1String("Main")) {
+        const QScreen* screen = QGuiApplication::primaryScreen();
+        const QSize size = screen ? screen->size() : QSize(1024, 768);
+        return {2, 0, 0, PixelsToTwipsX(size.width()), PixelsToTwipsY(size.height())};
+    }
+    if (prefix == QLatin1String("DisAsm"))
+        return {0, 0, 0, 5200, H};
+    if (prefix == QLatin1String("Stack"))
+        return {0, 5200, 2450, 2600, H - 2450};
+    if (prefix == QLatin1String("Label"))
+        return {0, 7800, 2450, 2600, H - 2450};
+    if (prefix == QLatin1String("Memory"))
+        return {0, 0, 0, W, H};
+    if (prefix == QLatin1String("Serial"))
+        return {0, W * 0.1, H * 0.1, W * 0.8, H * 0.8};
+    return {};
+}

@@ -1,0 +1,82 @@
+#include "platform/QtSerialDevice.h"
+
+QtSerialDevice::QtSerialDevice(const QString& path)
+{
+    port_.setPortName(path);
+    // The receive buffer is MSComm's; Qt's own stays unbounded so that nothing
+    // is held back in the driver.
+    port_.setReadBufferSize(0);
+    QObject::connect(&port_, &QSerialPort::readyRead, [this] {
+        if (DataArrived)
+            DataArrived();
+    });
+    QObject::connect(&port_, &QSerialPort::errorOccurred, [this](QSerialPort::SerialPortError e) {
+        // A vanished peer makes every further read fail; report it once.
+        const bool fatal = e == QSerialPort::ResourceError || e == QSerialPort::ReadError;
+        if (fatal && port_.isOpen() && !lost_) {
+            lost_ = true;
+            if (LineLost)
+                LineLost();
+        }
+    });
+}
+
+bool QtSerialDevice::Open(QString& error)
+{
+    if (port_.portName().isEmpty()) {
+        error = QStringLiteral("No device is set for this port");
+        return false;
+    }
+    lost_ = false;
+    if (!port_.open(QIODevice::ReadWrite)) {
+        error = port_.errorString();
+        return false;
+    }
+    const bool set = port_.setBaudRate(38400) && port_.setDataBits(QSerialPort::Data8)
+        && port_.setParity(QSerialPort::NoParity) && port_.setStopBits(QSerialPort::OneStop)
+        && port_.setFlowControl(QSerialPort::NoFlowControl);
+    if (!set) {
+        error = port_.errorString();
+        port_.close();
+        return false;
+    }
+    port_.clear();
+    return true;
+}
+
+void QtSerialDevice::Close()
+{
+    if (port_.isOpen())
+        port_.close();
+}
+
+QByteArray QtSerialDevice::ReadAvailable()
+{
+    if (!port_.isOpen() || lost_)
+        return {};
+    // Without an event loop Qt reads the driver only here; a timeout is no error.
+    if (!port_.waitForReadyRead(0) && port_.error() == QSerialPort::TimeoutError)
+        port_.clearError();
+    return port_.readAll();
+}
+
+void QtSerialDevice::Write(const QByteArray& bytes)
+{
+    if (!port_.isOpen() || lost_)
+        return;
+    port_.write(bytes);
+    port_.flush();
+}
+
+std::optional<bool> QtSerialDevice::Cts()
+{
+    if (!port_.isOpen())
+        return std::nullopt;
+    const QSerialPort::PinoutSignals lines = port_.pinoutSignals();
+    // A line without modem signals (a pseudo-terminal) refuses the query.
+    if (port_.error() != QSerialPort::NoError) {
+        port_.clearError();
+        return std::nullopt;
+    }
+    return lines.testFlag(QSerialPort::ClearToSendSignal);
+}

@@ -1,0 +1,96 @@
+#include "platform/WindowPlacement.h"
+
+#include "platform/SettingsStore.h"
+
+#include <QGuiApplication>
+#include <QMdiSubWindow>
+#include <QScreen>
+#include <QWidget>
+#include <cmath>
+
+namespace {
+const QString Section = QStringLiteral("Windows");
+constexpr double TwipsPerInch = 1440.0;
+
+double DpiX()
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen ? screen->logicalDotsPerInchX() : 96.0;
+}
+
+double DpiY()
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen ? screen->logicalDotsPerInchY() : 96.0;
+}
+
+// The widget that carries the placement: the MDI frame of a child window.
+QWidget* FrameOf(QWidget* window)
+{
+    if (auto* frame = qobject_cast<QMdiSubWindow*>(window->parentWidget()))
+        return frame;
+    return window;
+}
+
+double ReadNumber(const QString& key, double def)
+{
+    bool ok = false;
+    const double value = GetSetting(Section, key, QString()).toDouble(&ok);
+    return ok ? value : def;
+}
+
+QString Number(double value)
+{
+    return QString::number(static_cast<float>(value));
+}
+}  // namespace
+
+int TwipsToPixelsX(double twips) { return static_cast<int>(std::lround(twips * DpiX() / TwipsPerInch)); }
+int TwipsToPixelsY(double twips) { return static_cast<int>(std::lround(twips * DpiY() / TwipsPerInch)); }
+double PixelsToTwipsX(int pixels) { return pixels * TwipsPerInch / DpiX(); }
+double PixelsToTwipsY(int pixels) { return pixels * TwipsPerInch / DpiY(); }
+
+void LoadPlacement(QWidget* window, const QString& prefix, const WindowPlacement& defaults)
+{
+    WindowPlacement p;
+    p.State = static_cast<int>(ReadNumber(prefix + "State", defaults.State));
+    p.Left = ReadNumber(prefix + "Left", defaults.Left);
+    p.Top = ReadNumber(prefix + "Top", defaults.Top);
+    p.Width = ReadNumber(prefix + "Width", defaults.Width);
+    p.Height = ReadNumber(prefix + "Height", defaults.Height);
+
+    // The normal geometry goes first: a window maximised afterwards returns to it
+    // when the user restores it.
+    QWidget* frame = FrameOf(window);
+    frame->setWindowState(Qt::WindowNoState);
+    frame->move(TwipsToPixelsX(p.Left), TwipsToPixelsY(p.Top));
+    frame->resize(std::max(1, TwipsToPixelsX(p.Width)), std::max(1, TwipsToPixelsY(p.Height)));
+    if (p.State == 1)
+        frame->setWindowState(Qt::WindowMinimized);
+    else if (p.State == 2)
+        frame->setWindowState(Qt::WindowMaximized);
+}
+
+WindowPlacement CurrentPlacement(QWidget* window)
+{
+    const QWidget* frame = FrameOf(window);
+    WindowPlacement p;
+    p.State = frame->isMinimized() ? 1 : frame->isMaximized() ? 2 : 0;
+    p.Left = PixelsToTwipsX(frame->x());
+    p.Top = PixelsToTwipsY(frame->y());
+    p.Width = PixelsToTwipsX(frame->width());
+    p.Height = PixelsToTwipsY(frame->height());
+    return p;
+}
+
+void SavePlacement(QWidget* window, const QString& prefix)
+{
+    const WindowPlacement p = CurrentPlacement(window);
+    if (p.State == 0) {
+        SaveSetting(Section, prefix + "Left", Number(p.Left));
+        SaveSetting(Section, prefix + "Top", Number(p.Top));
+        SaveSetting(Section, prefix + "Width", Number(p.Width));
+        SaveSetting(Section, prefix + "Height", Number(p.Height));
+    }
+    SaveSetting(Section, prefix + "State", QString::number(p.State));
+}

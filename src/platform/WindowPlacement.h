@@ -1,0 +1,33 @@
+// The placement rule shared by the main window and every tool window: state,
+// position and size are stored in twips (1440 to the inch) under a key prefix
+// in the section "Windows", and converted to pixels only here, at the border.
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+// 0 normal, 1 minimised, 2 maximised; positions and sizes in twips.
+struct WindowPlacement {
+    int State = 0;
+    double Left = 0;
+    double Top = 0;
+    double Width = 0;
+    double Height = 0;
+};
+
+int TwipsToPixelsX(double twips);
+int TwipsToPixelsY(double twips);
+double PixelsToTwipsX(int pixels);
+double PixelsToTwipsY(int pixels);
+
+// Reads prefix + "State", "Left", "Top", "Width", "Height" (each with its
+// default) and applies them to the window, or to its MDI frame if it has one.
+void LoadPlacement(QWidget* window, const QString& prefix, const WindowPlacement& defaults);
+
+// Saves the four sizes only while the window is normal, so that a minimised or
+// maximised window keeps its last normal placement; the state is saved always.
+void SavePlacement(QWidget* window, const QString& prefix);
+
+// The placement as the window has it now, in twips.
+WindowPlacement CurrentPlacement(QWidget* window);

@@ -1,0 +1,56 @@
+#include <QtTest>
+
+#include "platform/CommonDialog.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+namespace {
+struct DialogAnswer {
+    CommonDialog::Handler previous;
+    explicit DialogAnswer(CommonDialog::Handler handler) { previous = CommonDialog::SetHandler(std::move(handler)); }
+    ~DialogAnswer() { CommonDialog::SetHandler(previous); }
+};
+}  // namespace
+
+class CommonDialogTest : public QObject {
+    Q_OBJECT
+private slots:
+    void filtersBecomeQtFilters()
+    {
+        QCOMPARE(QtFileFilter("Assembler Files (*.asm)|*.asm|All Files (*.*)|*.*"),
+                 QString("Assembler Files (*.asm);;All Files (*.*)"));
+        QCOMPARE(QtFileFilter("Listings|*.lst;*.txt"), QString("Listings (*.lst *.txt)"));
+        QCOMPARE(QtFileFilter(""), QString());
+        QCOMPARE(QtFileFilter("Dangling|"), QString("Dangling ()"));
+    }
+
+    void chosenFileMovesTheCurrentFolder()
+    {
+        QTemporaryDir folder;
+        const QString saved = QDir::currentPath();
+        DialogAnswer answer([&](CommonDialog& d, CommonDialog::Kind kind) {
+            if (kind != CommonDialog::Kind::Open)
+                return false;
+            d.FileName = folder.filePath("prog.asm");
+            d.FilterIndex = 2;
+            return true;
+        });
+        CommonDialog dialog;
+        dialog.Filter = "Asm|*.asm|All|*.*";
+        QVERIFY(dialog.ShowOpen());
+        QCOMPARE(dialog.FileTitle, QString("prog.asm"));
+        QCOMPARE(dialog.FilterIndex, 2);
+        QCOMPARE(QDir::current().canonicalPath(), QDir(folder.path()).canonicalPath());
+
+        // A cancelled dialog changes neither the fields nor the folder.
+        QDir::setCurrent(saved);
+        dialog.FileName = "keep";
+        QVERIFY(!dialog.ShowSave());
+        QCOMPARE(dialog.FileName, QString("keep"));
+        QCOMPARE(QDir::currentPath(), saved);
+    }
+};
+
+QTEST_MAIN(CommonDialogTest)
+#include "CommonDialog_test.moc"

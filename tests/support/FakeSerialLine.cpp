@@ -1,0 +1,142 @@
+#include "support/FakeSerialLine.h"
+
+#include "platform/TickCount.h"
+
+#include <QTimer>
+#include <deque>
+
+struct FakeSerialLine::State : std::enable_shared_from_this<FakeSerialLine::State> {
+    struct Pending {
+        QByteArray bytes;
+        std::uint32_t due;
+    };
+    QString openError;
+    int openCount = 0;
+    int lastPort = 0;
+    bool cts = true;
+    bool modemLines = true;
+    int ctsReads = 0;
+    std::uint32_t replyDelay = 0;
+    std::function<QByteArray(const QByteArray&)> responder;
+    QByteArray written;
+    std::deque<Pending> pending;
+    SerialDevice* device = nullptr;   // the open device, if any
+
+    void Notify()
+    {
+        if (device && device->DataArrived)
+            device->DataArrived();
+    }
+
+    void Queue(const QByteArray& bytes, std::uint32_t delay)
+    {
+        pending.push_back({bytes, GetTickCount() + delay});
+        if (delay == 0) {
+            Notify();
+            return;
+        }
+        // A later wake-up for code that waits in the event loop; a busy poll
+        // finds the bytes by itself once the tick count has passed.
+        QTimer::singleShot(static_cast<int>(delay) + 1, [alive = weak_from_this()] {
+            if (auto state = alive.lock())
+                state->Notify();
+        });
+    }
+};
+
+namespace {
+class FakeDevice : public SerialDevice {
+public:
+    FakeDevice(std::shared_ptr<FakeSerialLine::State> state, int port) : state_(std::move(state)), port_(port) {}
+    ~FakeDevice() override { Close(); }
+
+    bool Open(QString& error) override
+    {
+        state_->lastPort = port_;
+        if (!state_->openError.isEmpty()) {
+            error = state_->openError;
+            return false;
+        }
+        ++state_->openCount;
+        state_->device = this;
+        return true;
+    }
+
+    void Close() override
+    {
+        if (state_->device == this)
+            state_->device = nullptr;
+    }
+
+    QByteArray ReadAvailable() override
+    {
+        QByteArray out;
+        const std::uint32_t now = GetTickCount();
+        auto& pending = state_->pending;
+        while (!pending.empty() && static_cast<std::int32_t>(now - pending.front().due) >= 0) {
+            out += pending.front().bytes;
+            pending.pop_front();
+        }
+        return out;
+    }
+
+    void Write(const QByteArray& bytes) override
+    {
+        state_->written += bytes;
+        if (state_->responder) {
+            const QByteArray reply = state_->responder(bytes);
+            if (!reply.isEmpty())
+                state_->Queue(reply, state_->replyDelay);
+        }
+    }
+
+    std::optional<bool> Cts() override
+    {
+        ++state_->ctsReads;
+        if (!state_->modemLines)
+            return std::nullopt;
+        return state_->cts;
+    }
+
+private:
+    std::shared_ptr<FakeSerialLine::State> state_;
+    int port_;
+};
+}  // namespace
+
+FakeSerialLine::FakeSerialLine() : state_(std::make_shared<State>()) {}
+FakeSerialLine::~FakeSerialLine() = default;
+
+SerialDeviceFactory FakeSerialLine::Factory() const
+{
+    auto state = state_;
+    return [state](int port) -> std::unique_ptr<SerialDevice> { return std::make_unique<FakeDevice>(state, port); };
+}
+
+void FakeSerialLine::FailOpen(const QString& description) { state_->openError = description; }
+int FakeSerialLine::OpenCount() const { return state_->openCount; }
+int FakeSerialLine::LastPort() const { return state_->lastPort; }
+bool FakeSerialLine::IsOpen() const { return state_->device != nullptr; }
+void FakeSerialLine::SetCTS(bool high) { state_->cts = high; }
+void FakeSerialLine::SetModemLines(bool present) { state_->modemLines = present; }
+int FakeSerialLine::CtsReads() const { return state_->ctsReads; }
+void FakeSerialLine::Arrive(const QByteArray& bytes) { state_->Queue(bytes, 0); }
+void FakeSerialLine::ArriveAfter(const QByteArray& bytes, std::uint32_t delayMs) { state_->Queue(bytes, delayMs); }
+void FakeSerialLine::SetReplyDelay(std::uint32_t delayMs) { state_->replyDelay = delayMs; }
+
+void FakeSerialLine::SetResponder(std::function<QByteArray(const QByteArray&)> responder)
+{
+    state_->responder = std::move(responder);
+}
+
+QByteArray FakeSerialLine::TakeWritten()
+{
+    return std::exchange(state_->written, QByteArray());
+}
+
+void FakeSerialLine::Vanish()
+{
+    state_->pending.clear();
+    if (state_->device && state_->device->LineLost)
+        state_->device->LineLost();
+}

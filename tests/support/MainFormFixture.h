@@ -1,0 +1,26 @@
+// A main window for a test: an empty settings store, fresh target records,
+// a scripted serial line plugged in before start-up, and message boxes
+// answered and recorded.
+#pragma once
+
+#include "support/FakeSerialLine.h"
+#include "support/MsgBoxRecorder.h"
+#include "support/TestSettings.h"
+#include "workspace/frmMain.h"
+
+#include <memory>
+
+struct MainFormFixture {
+    MainFormFixture();
+    ~MainFormFixture();
+
+    // Builds frmMain on the scripted line and runs MDIForm_Load.
+    frmMain& Start();
+    // Builds frmMain on a device path (a pseudo-terminal) and runs MDIForm_Load.
+    frmMain& StartOn(const QString& devicePath);
+
+    TestSettings settings;
+    FakeSerialLine line;
+    MsgBoxRecorder boxes;
+    std::unique_ptr<frmMain> form;
+};

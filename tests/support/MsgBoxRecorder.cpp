@@ -1,0 +1,14 @@
+#include "support/MsgBoxRecorder.h"
+
+MsgBoxRecorder::MsgBoxRecorder(MsgBoxResult answer) : answer(answer)
+{
+    previous_ = SetMsgBoxHandler([this](const QString& text, int style, const QString& caption) {
+        boxes.append({text, style, caption});
+        return this->answer;
+    });
+}
+
+MsgBoxRecorder::~MsgBoxRecorder()
+{
+    SetMsgBoxHandler(previous_);
+}
