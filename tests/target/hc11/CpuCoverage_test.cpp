@@ -1,0 +1,145 @@
+// The core against the whole instruction table: every row's cycle count and
+// length, every illegal byte sequence as a harmless no-op, and random
+// programs that can neither hang a call nor run away with the bus.
+#include <QtTest>
+
+#include "support/CpuHarness.h"
+
+#include <random>
+
+using namespace hc11;
+
+namespace {
+
+// Counts the accesses of each step; no instruction needs more than its five
+// bytes of fetch and a nine-byte frame plus a vector.
+class CountingBus final : public Bus {
+public:
+    FlatMemory memory;
+    int accesses = 0;
+    std::uint8_t Read(std::uint16_t address) override
+    {
+        ++accesses;
+        return memory.Read(address);
+    }
+    void Write(std::uint16_t address, std::uint8_t value) override
+    {
+        ++accesses;
+        memory.Write(address, value);
+    }
+};
+
+bool MovesPcItself(Mnemonic m)
+{
+    return m == Mnemonic::JMP || m == Mnemonic::JSR || m == Mnemonic::RTS || m == Mnemonic::RTI
+        || m == Mnemonic::SWI;
+}
+
+} // namespace
+
+class CpuCoverageTest : public QObject {
+    Q_OBJECT
+private slots:
+    void everyRowTakesItsTableCyclesAndLength()
+    {
+        int rows = 0;
+        for (const Instruction& row : AllInstructions()) {
+            CpuHarness h;
+            h.cpu.regs.sp = 0x0100;
+            h.cpu.regs.SetD(0x0102);
+            h.cpu.regs.ix = 0x0400;   // IDIV and FDIV divide without trouble
+            // Operand bytes of 0: every branch, taken or not, ends behind itself.
+            if (row.page)
+                h.Poke(CpuHarness::Origin, {row.page, row.opcode, 0, 0, 0});
+            else
+                h.Poke(CpuHarness::Origin, {row.opcode, 0, 0, 0, 0});
+            h.cpu.regs.pc = CpuHarness::Origin;
+            const QByteArray what = QByteArray(MnemonicName(row.mnemonic).data()) + " page "
+                + QByteArray::number(row.page) + " opcode " + QByteArray::number(row.opcode, 16);
+            QVERIFY2(h.cpu.Step() == row.cycles, what);
+            QVERIFY2(h.cpu.cycles == row.cycles, what);
+            if (!MovesPcItself(row.mnemonic))
+                QVERIFY2(h.cpu.regs.pc == CpuHarness::Origin + row.length, what);
+            ++rows;
+        }
+        QCOMPARE(rows, 307);
+    }
+
+    void illegalSequencesAreNoOpsOfTheirDecodedLength()
+    {
+        int illegal = 0;
+        for (int page : {0x00, 0x18, 0x1A, 0xCD}) {
+            for (int opcode = 0; opcode < 256; ++opcode) {
+                if ((page == 0 && IsPrefix(opcode)) || FindInstruction(page, opcode))
+                    continue;
+                ++illegal;
+                CpuHarness h;
+                h.cpu.regs = {0x12, 0x34, 0x5678, 0x9ABC, 0x0100, 0, 0x0F};
+                if (page)
+                    h.Poke(CpuHarness::Origin, {page, opcode, 0x55, 0x66, 0x77});
+                else
+                    h.Poke(CpuHarness::Origin, {opcode, 0x55, 0x66, 0x77});
+                const FlatMemory before = h.memory;
+                h.cpu.regs.pc = CpuHarness::Origin;
+                QCOMPARE(h.cpu.Step(), 0);
+                QCOMPARE(int(h.cpu.regs.pc), CpuHarness::Origin + (page ? 2 : 1));
+                QCOMPARE(int(h.cpu.regs.D()), 0x1234);
+                QCOMPARE(int(h.cpu.regs.ix), 0x5678);
+                QCOMPARE(int(h.cpu.regs.iy), 0x9ABC);
+                QCOMPARE(int(h.cpu.regs.sp), 0x0100);
+                QCOMPARE(int(h.cpu.regs.ccr), 0x0F);
+                QVERIFY(h.memory.bytes == before.bytes);
+            }
+        }
+        QCOMPARE(illegal, 21 + (256 - 64) + (256 - 7) + (256 - 4));
+    }
+
+    void executeRunsGivenBytesWithoutFetching()
+    {
+        CountingBus bus;
+        Cpu cpu(bus);
+        cpu.regs.pc = 0x2000;
+        const std::uint8_t ldy[5] = {0x18, 0xCE, 0x12, 0x34, 0x01};   // LDY #$1234
+        QCOMPARE(cpu.Execute(ldy), 4);
+        QCOMPARE(int(cpu.regs.iy), 0x1234);
+        QCOMPARE(int(cpu.regs.pc), 0x2004);
+        QCOMPARE(bus.accesses, 0);
+        const std::uint8_t stab[5] = {0xE7, 0x05, 0x01, 0x01, 0x01};  // STAB 5,X
+        cpu.regs.ix = 0x3000;
+        cpu.regs.b = 0x99;
+        cpu.Execute(stab);
+        QCOMPARE(bus.accesses, 1);
+        QCOMPARE(int(bus.memory.bytes[0x3005]), 0x99);
+    }
+
+    void randomProgramsStayBoundedInEveryStep()
+    {
+        std::mt19937 random(20240611);
+        CountingBus bus;
+        Cpu cpu(bus);
+        for (int round = 0; round < 20; ++round) {
+            for (auto& byte : bus.memory.bytes)
+                byte = std::uint8_t(random());
+            cpu.regs = {std::uint8_t(random()), std::uint8_t(random()), std::uint16_t(random()),
+                        std::uint16_t(random()), std::uint16_t(random()), std::uint16_t(random()),
+                        std::uint8_t(random())};
+            cpu.SetState(RunState::Running);
+            cpu.SetXirq(round % 3 == 0);
+            cpu.SetMaskableRequest(round % 2 ? IrqVector : 0);
+            std::uint64_t sum = cpu.cycles;
+            for (int step = 0; step < 20000; ++step) {
+                bus.accesses = 0;
+                const int spent = cpu.Step();
+                QVERIFY(spent >= 0 && spent <= 41);
+                QVERIFY(bus.accesses <= 5 + 9 + 2);
+                sum += spent;
+                if (cpu.State() != RunState::Running)
+                    cpu.SetState(RunState::Running);
+            }
+            QCOMPARE(cpu.cycles, sum);
+        }
+    }
+};
+
+QTEST_APPLESS_MAIN(CpuCoverageTest)
+#include "CpuCoverage_test.moc"

@@ -1,0 +1,254 @@
+// Control flow and machine state: branch conditions, calls and returns, the
+// stack, SWI and RTI with their frame, the X bit, WAI, STOP and interrupts.
+#include <QtTest>
+
+#include "support/CpuHarness.h"
+
+using namespace hc11;
+
+class CpuFlowTest : public QObject {
+    Q_OBJECT
+private slots:
+    void branchesAfterACompareMeanWhatTheirNamesSay()
+    {
+        const int values[] = {0x00, 0x01, 0x7F, 0x80, 0x81, 0xFF};
+        for (int a : values) {
+            for (int m : values) {
+                const int sa = std::int8_t(a), sm = std::int8_t(m);
+                const bool overflow = sa - sm < -128 || sa - sm > 127;
+                const struct { int opcode; bool taken; } branches[] = {
+                    {0x20, true}, {0x21, false},
+                    {0x22, a > m}, {0x23, a <= m}, {0x24, a >= m}, {0x25, a < m},
+                    {0x26, a != m}, {0x27, a == m}, {0x28, !overflow}, {0x29, overflow},
+                    {0x2A, !((a - m) & 0x80)}, {0x2B, bool((a - m) & 0x80)},
+                    {0x2C, sa >= sm}, {0x2D, sa < sm}, {0x2E, sa > sm}, {0x2F, sa <= sm},
+                };
+                for (const auto& b : branches) {
+                    CpuHarness h;
+                    h.cpu.regs.a = std::uint8_t(a);
+                    h.Run({0x81, m});                          // CMPA #m
+                    QCOMPARE(h.Run({b.opcode, 0x20}), 3);      // taken or not: 3 cycles
+                    QVERIFY2(h.cpu.regs.pc == CpuHarness::Origin + 2 + (b.taken ? 0x20 : 0),
+                             qPrintable(QString("branch %1 after %2 - %3").arg(b.opcode, 0, 16).arg(a).arg(m)));
+                }
+            }
+        }
+    }
+
+    void branchTargetsWrapAroundMemory()
+    {
+        CpuHarness h;
+        h.Run({0x20, 0x10}, 0xFFFE);              // BRA forward past $FFFF
+        QCOMPARE(int(h.cpu.regs.pc), 0x0010);
+        h.Run({0x20, 0x80}, 0x0002);              // BRA back below $0000
+        QCOMPARE(int(h.cpu.regs.pc), 0xFF84);
+        h.Run({0x20, 0xFE}, 0x4000);              // BRA to itself
+        QCOMPARE(int(h.cpu.regs.pc), 0x4000);
+        h.cpu.regs.ix = 0xFFFF;
+        h.Run({0x6E, 0xFF});                      // JMP $FF,X
+        QCOMPARE(int(h.cpu.regs.pc), 0x00FE);
+    }
+
+    void callsPushTheReturnAddressLowByteFirst()
+    {
+        CpuHarness h;
+        h.cpu.regs.sp = 0x00FF;
+        QCOMPARE(h.Run({0xBD, 0x20, 0x00}), 6);   // JSR $2000
+        QCOMPARE(int(h.cpu.regs.pc), 0x2000);
+        QCOMPARE(int(h.cpu.regs.sp), 0x00FD);
+        QCOMPARE(int(h.Word(0x00FE)), 0x1003);    // high byte at the lower address
+        QCOMPARE(h.Run({0x39}, 0x2000), 5);       // RTS
+        QCOMPARE(int(h.cpu.regs.pc), 0x1003);
+        QCOMPARE(int(h.cpu.regs.sp), 0x00FF);
+
+        h.Run({0x8D, 0x10});                      // BSR: returns behind its two bytes
+        QCOMPARE(int(h.cpu.regs.pc), 0x1012);
+        QCOMPARE(int(h.Word(0x00FE)), 0x1002);
+        h.cpu.regs.iy = 0x3000;
+        h.Run({0x18, 0xAD, 0x05});                // JSR 5,Y
+        QCOMPARE(int(h.cpu.regs.pc), 0x3005);
+        QCOMPARE(int(h.Word(0x00FC)), 0x1003);
+        h.Run({0x9D, 0x80});                      // JSR $80
+        QCOMPARE(int(h.cpu.regs.pc), 0x0080);
+    }
+
+    void stackInstructionsAndTransfers()
+    {
+        CpuHarness h;
+        h.cpu.regs.sp = 0x0001;
+        h.cpu.regs.a = 0xAA;
+        h.cpu.regs.ix = 0x1234;
+        h.cpu.regs.iy = 0x5678;
+        h.Run({0x36});                            // PSHA
+        h.Run({0x3C});                            // PSHX
+        h.Run({0x18, 0x3C});                      // PSHY: wraps below $0000
+        QCOMPARE(int(h.cpu.regs.sp), 0xFFFC);
+        QCOMPARE(int(h.memory.bytes[0x0001]), 0xAA);
+        QCOMPARE(int(h.Word(0xFFFF)), 0x1234);
+        QCOMPARE(int(h.Word(0xFFFD)), 0x5678);
+        h.Run({0x38});                            // PULX takes what PSHY left
+        h.Run({0x33});                            // PULB
+        h.Run({0x18, 0x38});                      // PULY
+        QCOMPARE(int(h.cpu.regs.ix), 0x5678);
+        QCOMPARE(int(h.cpu.regs.b), 0x12);
+        QCOMPARE(int(h.cpu.regs.iy), 0x34AA);
+        QCOMPARE(int(h.cpu.regs.sp), 0x0001);
+
+        h.Run({0x30});                            // TSX: IX = SP + 1
+        QCOMPARE(int(h.cpu.regs.ix), 0x0002);
+        h.cpu.regs.iy = 0x0000;
+        h.Run({0x18, 0x35});                      // TYS: SP = IY - 1
+        QCOMPARE(int(h.cpu.regs.sp), 0xFFFF);
+        h.Run({0x31});                            // INS
+        QCOMPARE(int(h.cpu.regs.sp), 0x0000);
+        QCOMPARE(int(h.cpu.regs.ccr), ccr::S | ccr::X | ccr::I);   // no stack instruction touches flags
+    }
+
+    void swiStacksTheFrameAndRtiReturnsThroughIt()
+    {
+        CpuHarness h;
+        h.Poke(SwiVector, {0xE0, 0x00});
+        Registers& r = h.cpu.regs;
+        r.a = 0x11;
+        r.b = 0x22;
+        r.ix = 0x3344;
+        r.iy = 0x5566;
+        r.sp = 0x01FF;
+        r.ccr = ccr::S | ccr::N | ccr::C;
+        QCOMPARE(h.Run({0x3F}), 14);
+        QCOMPARE(int(r.pc), 0xE000);
+        QCOMPARE(int(r.sp), 0x01F6);
+        QCOMPARE(int(r.ccr), ccr::S | ccr::I | ccr::N | ccr::C);
+        // From SP + 1 up: CCR, B, A, IX, IY, return address.
+        const int frame[] = {0x89, 0x22, 0x11, 0x33, 0x44, 0x55, 0x66, 0x10, 0x01};
+        for (int i = 0; i < 9; ++i)
+            QCOMPARE(int(h.memory.bytes[0x01F7 + i]), frame[i]);
+
+        r.a = r.b = 0;
+        r.ix = r.iy = 0;
+        r.ccr = ccr::X;
+        QCOMPARE(h.Run({0x3B}, 0xE000), 12);      // RTI
+        QCOMPARE(int(r.pc), 0x1001);
+        QCOMPARE(int(r.sp), 0x01FF);
+        QCOMPARE(int(r.a), 0x11);
+        QCOMPARE(int(r.b), 0x22);
+        QCOMPARE(int(r.ix), 0x3344);
+        QCOMPARE(int(r.iy), 0x5566);
+        QCOMPARE(int(r.ccr), 0x89);               // X cleared by the frame: allowed
+    }
+
+    void onlyResetAndXirqSetTheXBit()
+    {
+        CpuHarness h;
+        Registers& r = h.cpu.regs;
+        r.ccr = 0x00;
+        r.a = 0xFF;
+        h.Run({0x06});                            // TAP cannot set X
+        QCOMPARE(int(r.ccr), 0xBF);
+        r.a = 0x00;
+        h.Run({0x06});
+        QCOMPARE(int(r.ccr), 0x00);
+        r.ccr = 0xFF;
+        h.Run({0x06});                            // but can clear it
+        QCOMPARE(int(r.ccr), 0x00);
+
+        r.sp = 0x00F0;
+        h.Poke(0x00F1, {0xFF});                   // RTI frame with every bit set
+        h.Run({0x3B});
+        QCOMPARE(int(r.ccr), 0xBF);
+
+        h.Run({0x0F});                            // SEI
+        h.Run({0x0D});                            // SEC
+        h.Run({0x07});                            // TPA
+        QCOMPARE(int(r.a), 0xBF);
+        h.Run({0x0E});                            // CLI
+        h.Run({0x0A});                            // CLV
+        h.Run({0x0C});                            // CLC
+        QCOMPARE(FlagLetters(r.ccr), QString("SHNZ"));
+        h.Poke(ResetVector, {0x80, 0x00});
+        h.cpu.Reset();
+        QCOMPARE(int(r.pc), 0x8000);
+        QVERIFY((r.ccr & (ccr::S | ccr::X | ccr::I)) == (ccr::S | ccr::X | ccr::I));
+    }
+
+    void waitStacksAndSleepsUntilAnInterrupt()
+    {
+        CpuHarness h;
+        Registers& r = h.cpu.regs;
+        h.Poke(IrqVector, {0xD0, 0x00});
+        r.sp = 0x0100;
+        r.ccr = ccr::I;
+        QCOMPARE(h.Run({0x3E}), 0);               // WAI
+        QCOMPARE(h.cpu.State(), RunState::Waiting);
+        QCOMPARE(int(r.sp), 0x00F7);
+        QCOMPARE(int(h.Word(0x00FF)), 0x1001);
+        h.cpu.SetMaskableRequest(IrqVector);      // masked: it sleeps on
+        for (int i = 0; i < 3; ++i)
+            QCOMPARE(h.cpu.Step(), 1);
+        QCOMPARE(int(r.pc), 0x1001);
+
+        r.ccr = 0;                                // unmasked: no second frame
+        QCOMPARE(h.cpu.Step(), 4);
+        QCOMPARE(h.cpu.State(), RunState::Running);
+        QCOMPARE(int(r.pc), 0xD000);
+        QCOMPARE(int(r.sp), 0x00F7);
+        QCOMPARE(int(r.ccr), int(ccr::I));
+    }
+
+    void stopHonoursTheSBitAndWakesOnXirq()
+    {
+        CpuHarness h;
+        Registers& r = h.cpu.regs;
+        h.Poke(XirqVector, {0xC0, 0x00});
+        r.ccr = ccr::S;
+        QCOMPARE(h.Run({0xCF}), 2);               // S set: STOP is a NOP
+        QCOMPARE(h.cpu.State(), RunState::Running);
+
+        r.ccr = ccr::X;
+        h.Run({0xCF});
+        QCOMPARE(h.cpu.State(), RunState::Stopped);
+        QCOMPARE(h.cpu.Step(), 1);
+        h.cpu.SetXirq(true);                      // X set: XIRQ only restarts the clocks
+        h.Poke(0x1001, {0x01});
+        QCOMPARE(h.cpu.Step(), 2);                // the NOP behind STOP
+        QCOMPARE(int(r.pc), 0x1002);
+
+        h.cpu.SetXirq(false);
+        r.ccr = 0;
+        r.sp = 0x0100;
+        h.Run({0xCF});
+        h.cpu.SetXirq(true);                      // X clear: XIRQ is served
+        QCOMPARE(h.cpu.Step(), 14);
+        QCOMPARE(int(r.pc), 0xC000);
+        QCOMPARE(int(r.ccr), ccr::X | ccr::I);
+        QCOMPARE(int(h.Word(0x00FF)), 0x1001);
+    }
+
+    void interruptsComeBetweenInstructionsByPriority()
+    {
+        CpuHarness h;
+        Registers& r = h.cpu.regs;
+        h.Poke(XirqVector, {0xC0, 0x00});
+        h.Poke(0xFFD6, {0xB0, 0x00});             // a peripheral's vector
+        h.Poke(0x1000, {0x01, 0x01});
+        r.pc = 0x1000;
+        r.sp = 0x0100;
+        r.ccr = ccr::I;
+        h.cpu.SetMaskableRequest(0xFFD6);
+        QCOMPARE(h.cpu.Step(), 2);                // masked by I: the NOP runs
+        r.ccr = 0;
+        h.cpu.SetXirq(true);
+        QCOMPARE(h.cpu.Step(), 14);               // XIRQ before the maskable one
+        QCOMPARE(int(r.pc), 0xC000);
+        QCOMPARE(int(h.Word(0x00FF)), 0x1001);
+        h.cpu.SetXirq(false);
+        r.ccr = 0;
+        h.cpu.Step();
+        QCOMPARE(int(r.pc), 0xB000);
+        QCOMPARE(int(r.sp), 0x00EE);
+        QCOMPARE(h.cpu.cycles, std::uint64_t(2 + 14 + 14));
+    }
+};
+
+QTEST_APPLESS_MAIN(CpuFlowTest)
+#include "CpuFlow_test.moc"

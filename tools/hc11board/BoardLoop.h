@@ -1,0 +1,61 @@
+// The program's one loop: bytes between the serial line and the monitor,
+// the free run held to real time, resets from standard input and SIGUSR1, and
+// the end on SIGTERM or when the host closes the line.
+#pragma once
+
+#include "SerialLine.h"
+#include "WireTiming.h"
+#include "hc11board/Monitor.h"
+#include "hc11board/Options.h"
+
+#include <deque>
+#include <string>
+
+namespace hc11board {
+
+class BoardLoop {
+public:
+    // Takes over SIGTERM, SIGINT, SIGHUP and SIGUSR1 at once, so that none of
+    // them can end the process before the loop runs.
+    BoardLoop(const Options& options, SerialLine& line);
+    ~BoardLoop();
+
+    bool Ready() const { return signalFd_ >= 0; }
+    // Serves until the end; returns the exit code.
+    int Run();
+
+private:
+    void HandleSignals();
+    void HandleStandardInput();
+    void HandleCommand(const std::string& command);
+    // Reads what the host sent; false when the line has gone.
+    bool ReadLine();
+    // True while the host has the line open (always for a device).
+    bool HostPresent();
+    void HostGone();
+    long long PollTimeoutNs(SteadyClock::time_point now) const;
+    void RunProgram(SteadyClock::time_point now);
+    void QueueOutput(SteadyClock::time_point now);
+    void WriteOutput(SteadyClock::time_point now);
+    std::uint64_t Milliseconds(SteadyClock::time_point now) const;
+    void Reset();
+
+    const Options options_;
+    SerialLine& line_;
+    Monitor monitor_;
+    WirePacer pacer_;
+    EClock eclock_;
+    SteadyClock::time_point started_ = SteadyClock::now();
+    std::deque<std::uint8_t> output_;
+    std::size_t dueBytes_ = 0;   // paced bytes whose time has come
+    std::string stdinText_;
+    int signalFd_ = -1;
+    bool stdinOpen_ = true;
+    bool hostSeen_ = false;
+    bool hostPresent_ = false;
+    bool wasRunning_ = false;
+    bool quit_ = false;
+    int exitCode_ = 0;
+};
+
+} // namespace hc11board
