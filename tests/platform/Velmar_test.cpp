@@ -37,7 +37,7 @@ struct Rig {
         });
     }
     // Runs one instruction; unused bytes are NOP, as the host fills them.
-    void Run(std::initializer_list<int> bytes)
+    void Run(const std::vector<int>& bytes)
     {
         std::int16_t b[5] = {1, 1, 1, 1, 1};
         int i = 0;
@@ -114,16 +114,8 @@ private slots:
         };
         for (const auto& bytes : cases) {
             Rig r;
-            r.A = 1;
-            r.B = 2;
-            r.IX = 3;
-            r.IY = 4;
-            r.SP = 0x0100;
-            r.CCR = 0x04;
-            std::int16_t b[5] = {1, 1, 1, 1, 1};
-            for (std::size_t i = 0; i < bytes.size(); ++i)
-                b[i] = std::int16_t(bytes[i]);
-            r.velmar.ExecuteInstruction(r.A, r.B, r.IX, r.IY, r.SP, r.CCR, b[0], b[1], b[2], b[3], b[4]);
+            r.A = 1, r.B = 2, r.IX = 3, r.IY = 4, r.SP = 0x0100, r.CCR = 0x04;
+            r.Run(bytes);
             QVERIFY2(r.log.empty(), QByteArray::number(bytes[0], 16));
             QVERIFY(r.A == 1 && r.B == 2 && r.IX == 3 && r.IY == 4 && r.SP == 0x0100 && r.CCR == 0x04);
         }
@@ -132,11 +124,7 @@ private slots:
     void swiAndRtiMoveTheirFrameThroughEvents()
     {
         Rig r;
-        r.A = 0x11;
-        r.B = 0x22;
-        r.IX = 0x3344;
-        r.IY = 0x5566;
-        r.CCR = 0xC1;
+        r.A = 0x11, r.B = 0x22, r.IX = 0x3344, r.IY = 0x5566, r.CCR = 0xC1;
         r.memory[0xFFF6] = 0xE0;
         r.Run({0x3F});                                        // SWI
         // No PC: the return address is the instruction's length.
@@ -152,12 +140,7 @@ private slots:
         r.IX = r.IY = 0;
         r.Run({0x3B});                                        // RTI
         QCOMPARE(int(r.log.size()), 9);
-        QCOMPARE(r.A, std::int16_t(0x11));
-        QCOMPARE(r.B, std::int16_t(0x22));
-        QCOMPARE(r.IX, 0x3344);
-        QCOMPARE(r.IY, 0x5566);
-        QCOMPARE(r.SP, 0x01FF);
-        QCOMPARE(r.CCR, std::int16_t(0xC1));
+        QVERIFY(r.A == 0x11 && r.B == 0x22 && r.IX == 0x3344 && r.IY == 0x5566 && r.SP == 0x01FF && r.CCR == 0xC1);
     }
 
     void waitDoesNotCarryOverToTheNextCall()

@@ -23,37 +23,29 @@ int CpuHarness::Run(std::initializer_list<int> instruction, std::uint16_t at)
 QString FlagLetters(std::uint8_t ccr)
 {
     QString letters;
-    const char names[] = "SXHINZVC";
     for (int bit = 7; bit >= 0; --bit)
         if (ccr & (1 << bit))
-            letters += QLatin1Char(names[7 - bit]);
+            letters += QLatin1Char("SXHINZVC"[7 - bit]);
     return letters;
 }
 
 void RunCpuCases(const std::vector<CpuCase>& cases)
 {
+    const auto hex = [](int v) { return QString::number(v, 16).toUpper(); };
     for (const CpuCase& c : cases) {
         CpuHarness h;
         for (std::size_t i = 0; i < c.bytes.size(); ++i)
             h.memory.bytes[CpuHarness::Origin + i] = std::uint8_t(c.bytes[i]);
-        h.cpu.regs.SetD(c.d);
-        h.cpu.regs.ix = c.x;
-        h.cpu.regs.iy = c.y;
-        h.cpu.regs.ccr = c.ccr;
-        h.cpu.regs.pc = CpuHarness::Origin;
+        h.cpu.regs = {std::uint8_t(c.d >> 8), std::uint8_t(c.d), c.x, c.y, 0x0100, CpuHarness::Origin, c.ccr};
         h.cpu.Step();
-        const auto hex = [](int v) { return QString::number(v, 16).toUpper(); };
-        QString what = QStringLiteral("opcode %1, D=%2 X=%3 Y=%4 CCR=%5: ")
-                           .arg(hex(c.bytes[0]), hex(c.d), hex(c.x), hex(c.y), FlagLetters(c.ccr));
-        const auto check = [&](bool good, const QString& got) {
-            if (!good)
-                QTest::qFail(qPrintable(what + got), __FILE__, __LINE__);
-            return good;
-        };
-        if (!check(h.cpu.regs.D() == c.outD, "D=" + hex(h.cpu.regs.D()))
-            || !check(h.cpu.regs.ix == c.outX, "X=" + hex(h.cpu.regs.ix))
-            || !check(h.cpu.regs.iy == c.outY, "Y=" + hex(h.cpu.regs.iy))
-            || !check(FlagLetters(h.cpu.regs.ccr) == QLatin1String(c.flags), "flags " + FlagLetters(h.cpu.regs.ccr)))
+        const hc11::Registers& r = h.cpu.regs;
+        const QString got = QStringLiteral("D=%1 X=%2 Y=%3 %4").arg(hex(r.D()), hex(r.ix), hex(r.iy), FlagLetters(r.ccr));
+        const QString want = QStringLiteral("D=%1 X=%2 Y=%3 %4").arg(hex(c.outD), hex(c.outX), hex(c.outY), c.flags);
+        if (got != want) {
+            const QString what = QStringLiteral("opcode %1 on D=%2 X=%3 Y=%4 %5: got %6, want %7")
+                                     .arg(hex(c.bytes[0]), hex(c.d), hex(c.x), hex(c.y), FlagLetters(c.ccr), got, want);
+            QTest::qFail(qPrintable(what), __FILE__, __LINE__);
             return;
+        }
     }
 }

@@ -20,8 +20,7 @@ struct CpuHarness {
     void Poke(std::uint16_t address, std::initializer_list<int> bytes);
     // Big-endian word at address.
     std::uint16_t Word(std::uint16_t address) const;
-    // Places the instruction at `at`, points PC there and runs one step.
-    // Returns the step's cycles.
+    // Places the instruction at `at`, points PC there and runs one step; returns its cycles.
     int Run(std::initializer_list<int> instruction, std::uint16_t at = Origin);
 };
 

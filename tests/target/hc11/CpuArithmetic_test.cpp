@@ -8,10 +8,8 @@
 using namespace hc11;
 
 namespace {
-
 constexpr std::uint8_t C = ccr::C, H = ccr::H;
-
-} // namespace
+}
 
 class CpuArithmeticTest : public QObject {
     Q_OBJECT
@@ -24,7 +22,6 @@ private slots:
             {{0x8B, 0x80}, 0x8000, 0, 0, 0, 0x0000, 0, 0, "ZVC"},
             {{0x8B, 0x01}, 0xFF00, 0, 0, 0, 0x0000, 0, 0, "HZC"},        // no V: signs differ
             {{0x89, 0x00}, 0x0F00, 0, 0, C, 0x1000, 0, 0, "H"},          // ADCA: the carry makes H
-            {{0x89, 0x00}, 0x7F00, 0, 0, C, 0x8000, 0, 0, "HNV"},
             {{0x89, 0xFF}, 0xFF00, 0, 0, C, 0xFF00, 0, 0, "HNC"},
             {{0xCB, 0x50}, 0x0050, 0, 0, 0, 0x00A0, 0, 0, "NV"},         // ADDB
             {{0x1B}, 0x0808, 0, 0, 0, 0x1008, 0, 0, "H"},                // ABA
@@ -39,10 +36,8 @@ private slots:
             {{0x80, 0x01}, 0x0000, 0, 0, H, 0xFF00, 0, 0, "HNC"},        // SUBA
             {{0x80, 0x01}, 0x8000, 0, 0, H, 0x7F00, 0, 0, "HV"},
             {{0x80, 0xFF}, 0x7F00, 0, 0, 0, 0x8000, 0, 0, "NVC"},
-            {{0x80, 0x05}, 0x0500, 0, 0, 0, 0x0000, 0, 0, "Z"},
             {{0x82, 0x00}, 0x0000, 0, 0, C, 0xFF00, 0, 0, "NC"},         // SBCA: borrow in
             {{0x82, 0x00}, 0x8000, 0, 0, C, 0x7F00, 0, 0, "V"},
-            {{0x82, 0x0F}, 0x1000, 0, 0, C, 0x0000, 0, 0, "Z"},
             {{0x82, 0xFF}, 0x0000, 0, 0, C, 0x0000, 0, 0, "ZC"},         // 0 - $FF - 1
             {{0x81, 0x20}, 0x1000, 0, 0, 0, 0x1000, 0, 0, "NC"},         // CMPA keeps A
             {{0xC1, 0x80}, 0x0001, 0, 0, 0, 0x0001, 0, 0, "NVC"},        // CMPB 1 - $80
@@ -92,34 +87,25 @@ private slots:
             h.Run({c.carryIn ? 0x89 : 0x8B, c.m});
             h.Run({0x19});
             QCOMPARE(int(h.cpu.regs.a), c.result);
-            QCOMPARE(bool(h.cpu.regs.ccr & C), c.carry);
-            QCOMPARE(bool(h.cpu.regs.ccr & ccr::Z), c.result == 0);
-            QCOMPARE(bool(h.cpu.regs.ccr & ccr::N), c.result >= 0x80);
+            QCOMPARE(FlagLetters(h.cpu.regs.ccr & (ccr::N | ccr::Z | C)),
+                     QString(c.result >= 0x80 ? "N" : c.result ? "" : "Z") + (c.carry ? "C" : ""));
         }
     }
 
-    void multiplyCarriesBitSevenOfTheProduct()
+    void multiplyAndDivide()
     {
         const std::uint8_t nzv = ccr::N | ccr::Z | ccr::V;
         RunCpuCases({
-            {{0x3D}, 0xFFFF, 0, 0, nzv | C, 0xFE01, 0, 0, "NZV"},        // $FE01: bit 7 clear
-            {{0x3D}, 0x0C0C, 0, 0, 0, 0x0090, 0, 0, "C"},                // $0090: bit 7 set
-            {{0x3D}, 0x00FF, 0, 0, C, 0x0000, 0, 0, ""},
-        });
-    }
-
-    void integerAndFractionalDivision()
-    {
-        RunCpuCases({
+            {{0x3D}, 0xFFFF, 0, 0, nzv | C, 0xFE01, 0, 0, "NZV"},        // MUL: C is bit 7, $01
+            {{0x3D}, 0x0C0C, 0, 0, 0, 0x0090, 0, 0, "C"},                // $90
+            {{0x3D}, 0x00FF, 0, 0, C, 0x0000, 0, 0, ""},                 // no Z from MUL
             {{0x02}, 0x1234, 0x0010, 0, 0, 0x0004, 0x0123, 0, ""},       // IDIV
             {{0x02}, 0x0005, 0x0007, 0, C, 0x0005, 0x0000, 0, "Z"},
-            {{0x02}, 0xFFFF, 0x0001, 0, 0, 0x0000, 0xFFFF, 0, ""},
             {{0x02}, 0x1234, 0x0000, 0, ccr::V, 0x1234, 0xFFFF, 0, "C"}, // by zero
             {{0x03}, 0x4000, 0x8000, 0, 0, 0x0000, 0x8000, 0, ""},       // FDIV: 0.5
             {{0x03}, 0x0001, 0x0003, 0, 0, 0x0001, 0x5555, 0, ""},
             {{0x03}, 0x0000, 0x0005, 0, C, 0x0000, 0x0000, 0, "Z"},
             {{0x03}, 0x8000, 0x8000, 0, 0, 0x8000, 0xFFFF, 0, "V"},      // IX = D overflows
-            {{0x03}, 0x9000, 0x8000, 0, 0, 0x9000, 0xFFFF, 0, "V"},
             {{0x03}, 0x1234, 0x0000, 0, ccr::Z, 0x1234, 0xFFFF, 0, "VC"},   // by zero
         });
     }
