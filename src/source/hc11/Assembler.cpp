@@ -158,8 +158,13 @@ void Assembly::Resolve(Symbol& s)
         s.why = std::string(ExprErrorText(r.error)) + " " + Quote(r.where);
     } else if (!r.known) {
         s.state = SymbolState::Failed;
-        s.why = cycle_ ? "circular definition of " + Quote(s.name)
-                       : "undefined symbol " + Quote(r.where);
+        // A symbol that failed on its own passes its reason on.
+        const auto inner = index_.find(r.where);
+        if (inner != index_.end() && !symbols_[inner->second].why.empty())
+            s.why = symbols_[inner->second].why;
+        else
+            s.why = cycle_ ? "circular definition of " + Quote(s.name)
+                           : "undefined symbol " + Quote(r.where);
     } else {
         s.state = SymbolState::Known;
         s.value = r.value;
@@ -350,11 +355,11 @@ void Assembly::SizeInstruction(Line& line, int number)
         break;
     case Operand::Kind::Immediate:
         form = forms.In(Mode::Immediate8) ? forms.In(Mode::Immediate8) : forms.In(Mode::Immediate16);
-        modeName = "an immediate";
+        modeName = "immediate";
         break;
     case Operand::Kind::Indexed:
         form = forms.In(op.index == Operand::Index::X ? Mode::IndexedX : Mode::IndexedY);
-        modeName = "an indexed";
+        modeName = "indexed";
         break;
     case Operand::Kind::Bit: {
         const bool branch = forms.In(Mode::BitBranchDirect) != nullptr;
@@ -367,7 +372,7 @@ void Assembly::SizeInstruction(Line& line, int number)
     case Operand::Kind::Plain: {
         if ((form = forms.In(Mode::Relative)) != nullptr) {
             if (op.force)
-                form = nullptr, modeName = op.force == '<' ? "a direct" : "an extended";
+                form = nullptr, modeName = op.force == '<' ? "direct" : "extended";
             break;
         }
         const Instruction* direct = forms.In(Mode::Direct);
@@ -376,7 +381,7 @@ void Assembly::SizeInstruction(Line& line, int number)
         const bool small = direct && op.force != '>'
             && (op.force == '<' || (FirstPassValue(op.address, number, value, false) && value >= 0 && value <= 0xFF));
         form = small ? direct : extended;
-        modeName = op.force == '<' ? "a direct" : "an address";
+        modeName = op.force == '<' ? "direct" : "address";
         break;
     }
     }
