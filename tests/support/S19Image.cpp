@@ -33,6 +33,8 @@ S19Image ReadS19(const std::string& text)
     int number = 0;
     while (std::getline(in, line)) {
         ++number;
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();   // objcopy ends its records with CR LF
         const auto fail = [&](const std::string& why) {
             if (image.problem.empty())
                 image.problem = "record " + std::to_string(number) + ": " + why + ": " + line;
