@@ -28,7 +28,9 @@ inline void AppendEveryInstruction(TwinSource& out, const std::string& suffix)
     for (const hc11::Instruction& ins : hc11::AllInstructions()) {
         ++row;
         const std::string name(hc11::MnemonicName(ins.mnemonic));
-        const std::string label = "L" + std::to_string(row) + suffix;
+        std::string label = std::to_string(row);
+        label.insert(0, 1, 'L');
+        label += suffix;
         const unsigned b = (row * 37 + 5) & 0xFF;         // an 8-bit value
         const unsigned m = (row * 11 + 1) & 0xFF;         // a bit mask
         const unsigned w = 0x1000 + ((row * 263) & 0xEFFF); // a 16-bit value above $FF
@@ -109,7 +111,9 @@ inline TwinSource RepeatedProgram(int lines, unsigned origin)
         out.ours += org;
         out.gnu += "* block\n";
         ++out.lines;
-        AppendEveryInstruction(out, "_" + std::to_string(block));
+        std::string suffix = std::to_string(block);
+        suffix.insert(0, 1, '_');
+        AppendEveryInstruction(out, suffix);
     }
     return out;
 }

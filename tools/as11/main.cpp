@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <sstream>
 #include <string>
 
 #include "source/hc11/Assembler.h"
@@ -17,17 +16,25 @@ namespace fs = std::filesystem;
 
 bool ReadFile(const fs::path& path, std::string& text)
 {
-    std::ifstream in(path, std::ios::binary);
+    std::ifstream in(path, std::ios::binary | std::ios::ate);
     if (!in)
         return false;
-    std::ostringstream buffer;
-    buffer << in.rdbuf();
-    text = std::move(buffer).str();
-    return !in.bad();
+    const std::streamoff size = in.tellg();
+    if (size < 0)
+        return false;
+    text.resize(std::size_t(size));
+    in.seekg(0);
+    in.read(text.data(), size);
+    return in.gcount() == size;
 }
 
 bool WriteFile(const fs::path& path, const std::string& text)
 {
+    // A new file, not a truncated old one: ext4 flushes a file that was
+    // truncated and rewritten to the disk on close, which costs more than
+    // the whole assembly.
+    std::error_code ignored;
+    fs::remove(path, ignored);
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
     out.write(text.data(), std::streamsize(text.size()));
     out.close();

@@ -1,5 +1,6 @@
 #include "source/hc11/AsmSourceLine.h"
 
+
 namespace hc11::as11 {
 namespace {
 
@@ -85,21 +86,30 @@ void SplitItems(std::string_view operand, std::vector<std::string_view>& items)
     items.push_back(operand.substr(start < operand.size() ? start : operand.size()));
 }
 
-void SplitLines(std::string_view text, std::vector<std::string_view>& lines)
+bool LineReader::Next(std::string_view& line)
 {
-    lines.clear();
-    std::size_t start = 0;
+    if (pos_ >= text_.size())
+        return false;
+    std::size_t end = pos_;
+    while (end < text_.size() && text_[end] != '\n' && text_[end] != '\r')
+        ++end;
+    line = text_.substr(pos_, end - pos_);
+    pos_ = end + 1;
+    if (end + 1 < text_.size() && text_[end] == '\r' && text_[end + 1] == '\n')
+        ++pos_;
+    return true;
+}
+
+std::size_t LineReader::Count(std::string_view text)
+{
+    std::size_t count = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (c != '\n' && c != '\r')
-            continue;
-        lines.push_back(text.substr(start, i - start));
-        if (c == '\r' && i + 1 < text.size() && text[i + 1] == '\n')
+        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n')
             ++i;
-        start = i + 1;
+        count += text[i] == '\n' || text[i] == '\r';
     }
-    if (start < text.size())
-        lines.push_back(text.substr(start));
+    // A last line without an end counts too.
+    return count + (!text.empty() && text.back() != '\n' && text.back() != '\r');
 }
 
 } // namespace hc11::as11

@@ -25,7 +25,19 @@ std::string_view OperandField(std::string_view rest);
 // Items of an operand separated by commas at the outer level (FCB 1,',',(2)).
 void SplitItems(std::string_view operand, std::vector<std::string_view>& items);
 
-// Splits the text into lines at LF, CR LF or a lone CR, without the ends.
-void SplitLines(std::string_view text, std::vector<std::string_view>& lines);
+// Reads the text line by line; lines end at LF, CR LF or a lone CR, and
+// come without their ends.
+class LineReader {
+public:
+    explicit LineReader(std::string_view text) : text_(text) {}
+    bool Next(std::string_view& line);
+
+    // The number of lines Next gives for a text.
+    static std::size_t Count(std::string_view text);
+
+private:
+    std::string_view text_;
+    std::size_t pos_ = 0;
+};
 
 } // namespace hc11::as11

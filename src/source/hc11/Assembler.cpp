@@ -18,6 +18,7 @@ namespace {
 constexpr std::uint32_t MaxCodeBytes = 16u * 0x10000u;
 // Forward EQU chains are resolved by recursion; this bounds its depth.
 constexpr int MaxResolveDepth = 200;
+constexpr std::uint16_t NoForm = 0xFFFF;
 
 std::string Hex4(std::int32_t v)
 {
@@ -72,20 +73,16 @@ struct Symbol {
     std::string why;               // for a failed EQU
 };
 
+// What the first pass leaves for the second about one line. Kept small:
+// the second pass reads the text again, and long sources stay in the cache.
 struct Line {
-    std::string_view text;
-    SourceLine fields;
-    Keyword keyword;
-    Operand operand;
-    const Instruction* form = nullptr;   // chosen in the first pass
+    std::uint16_t form = NoForm;   // row of the instruction table chosen in the first pass
     std::uint16_t address = 0;
     std::uint32_t size = 0;
-    int listAddress = NoAddress;
-    std::uint32_t codeBegin = 0, codeCount = 0;
-    int symbol = -1;
-    bool skip = false;        // the first pass found an error that leaves nothing to do
-    bool noEmit = false;      // beyond the output limit
-    bool afterEnd = false;
+    bool skip = false;       // the first pass found an error that leaves nothing to do
+    bool noEmit = false;     // beyond the output limit
+    bool comment = false;    // nothing to assemble: blank or comment
+    bool noSymbol = false;   // its label was refused
 };
 
 class Assembly final : public SymbolSource {
@@ -97,9 +94,10 @@ public:
 private:
     void Pass1(Line& line, int number);
     void Pass2(Line& line, int number);
+    void ListLine(int number, std::size_t firstPass2Error);
     void DefineLabel(Line& line, int number, std::int32_t value, bool location);
     void SizeInstruction(Line& line, int number);
-    void EmitInstruction(Line& line, int number);
+    void EmitInstruction(int number);
     std::uint32_t DataSize(Line& line, int number);
     void EmitData(Line& line, int number);
 
@@ -108,10 +106,13 @@ private:
     bool FirstPassValue(std::string_view text, int number, std::int32_t& value, bool report);
     bool InRange(std::string_view text, int number, std::int32_t value, std::int32_t low, std::int32_t high);
     void Resolve(Symbol& symbol);
-    void Error(int number, std::string message) { errors_.push_back({number, std::move(message)}); }
+    void Error(int number, std::string message)
+    {
+        (pass_ == 1 ? firstPassErrors_ : errors_).push_back({number, std::move(message)});
+    }
     void Emit(std::uint8_t byte) { code_.push_back(byte); }
 
-    void WriteOutputs(AssemblyResult& result, std::string_view moduleName);
+    void WriteSymbolTable(std::string& lst);
 
     std::vector<Line> lines_;
     std::vector<Symbol> symbols_;
@@ -119,10 +120,23 @@ private:
     std::vector<AsmError> errors_;
     std::vector<std::uint8_t> code_;
     std::vector<std::string_view> items_;
+    // The line at hand.
+    std::string_view text_;
+    SourceLine fields_;
+    Keyword keyword_;
+    Operand operand_;
+    const Instruction* form_ = nullptr;
+    int symbol_ = -1;
+    int listAddress_ = NoAddress;
+
+    // Pass-1 errors are kept apart: the listing shows them line by line.
+    std::vector<AsmError> firstPassErrors_;
+    std::size_t nextFirstPassError_ = 0;
+    std::string* listing_ = nullptr;
+    S19Writer* s19_ = nullptr;
     int pass_ = 1;
     std::int32_t pc_ = 0;
     std::uint32_t emitted_ = 0;
-    int startLine_ = 0;
     std::int32_t start_ = 0;
     int depth_ = 0;
     bool cycle_ = false;
@@ -225,21 +239,23 @@ bool Assembly::InRange(std::string_view text, int number, std::int32_t value, st
 
 void Assembly::DefineLabel(Line& line, int number, std::int32_t value, bool location)
 {
-    const std::string_view name = line.fields.label;
+    const std::string_view name = fields_.label;
     if (!IsSymbol(name)) {
         Error(number, "bad label " + Quote(name));
+        line.noSymbol = true;
         return;
     }
-    const bool redefinable = line.keyword.directive == Directive::Set;
+    const bool redefinable = keyword_.directive == Directive::Set;
     const auto [it, fresh] = index_.try_emplace(name, int(symbols_.size()));
     if (!fresh) {
         Symbol& old = symbols_[it->second];
         if (!(redefinable && old.redefinable)) {
             Error(number, "duplicate symbol " + Quote(name) + " (first defined on line "
                               + std::to_string(old.line) + ")");
+            line.noSymbol = true;
             return;
         }
-        line.symbol = it->second;
+        symbol_ = it->second;
         old.value = value;
         return;
     }
@@ -250,24 +266,27 @@ void Assembly::DefineLabel(Line& line, int number, std::int32_t value, bool loca
     s.location = location;
     s.line = number;
     symbols_.push_back(std::move(s));
-    line.symbol = it->second;
+    symbol_ = it->second;
 }
 
 void Assembly::Pass1(Line& line, int number)
 {
     line.address = std::uint16_t(pc_);
-    line.fields = SplitLine(line.text);
-    const SourceLine& f = line.fields;
+    fields_ = SplitLine(text_);
+    keyword_ = {};
+    symbol_ = -1;
+    const SourceLine& f = fields_;
+    line.comment = f.comment;
     if (f.comment)
         return;
     if (!f.mnemonic.empty()) {
-        line.keyword = FindKeyword(f.mnemonic);
-        if (!line.keyword.instruction && line.keyword.directive == Directive::None) {
+        keyword_ = FindKeyword(f.mnemonic);
+        if (!keyword_.instruction && keyword_.directive == Directive::None) {
             Error(number, "unknown mnemonic " + Quote(f.mnemonic));
             line.skip = true;
         }
     }
-    const Directive d = line.keyword.directive;
+    const Directive d = keyword_.directive;
 
     if (d == Directive::Equ || d == Directive::Set) {
         if (f.label.empty()) {
@@ -284,13 +303,13 @@ void Assembly::Pass1(Line& line, int number)
         }
         const bool known = FirstPassValue(text, number, value, false);
         DefineLabel(line, number, value, false);
-        if (line.symbol >= 0 && !known) {
-            Symbol& s = symbols_[line.symbol];
+        if (symbol_ >= 0 && !known) {
+            Symbol& s = symbols_[symbol_];
             s.state = d == Directive::Equ ? SymbolState::Pending : SymbolState::Unknown;
             s.expression = text;
             s.here = pc_;
-        } else if (line.symbol >= 0) {
-            symbols_[line.symbol].state = SymbolState::Known;
+        } else if (symbol_ >= 0) {
+            symbols_[symbol_].state = SymbolState::Known;
         }
         return;
     }
@@ -317,12 +336,12 @@ void Assembly::Pass1(Line& line, int number)
     if (line.skip)
         return;
 
-    if (line.keyword.instruction)
+    if (keyword_.instruction)
         SizeInstruction(line, number);
     else if (d != Directive::None && d != Directive::Ignored && d != Directive::End)
         line.size = DataSize(line, number);
 
-    const bool emits = line.keyword.instruction || d == Directive::Fcb || d == Directive::Fdb
+    const bool emits = keyword_.instruction || d == Directive::Fcb || d == Directive::Fdb
         || d == Directive::Fcc || d == Directive::Bsz || d == Directive::Zmb || d == Directive::Fill;
     if (emits && line.size > 0) {
         if (emitted_ + line.size > MaxCodeBytes) {
@@ -339,11 +358,11 @@ void Assembly::Pass1(Line& line, int number)
 
 void Assembly::SizeInstruction(Line& line, int number)
 {
-    const InstructionForms& forms = *line.keyword.instruction;
-    Operand& op = line.operand;
-    const std::string_view problem = ParseOperand(forms, line.fields.rest, op);
+    const InstructionForms& forms = *keyword_.instruction;
+    Operand& op = operand_;
+    const std::string_view problem = ParseOperand(forms, fields_.rest, op);
     if (!problem.empty()) {
-        Error(number, std::string(problem) + " " + Quote(op.text) + " for " + Upper(line.fields.mnemonic));
+        Error(number, std::string(problem) + " " + Quote(op.text) + " for " + Upper(fields_.mnemonic));
         line.skip = true;
         return;
     }
@@ -386,19 +405,19 @@ void Assembly::SizeInstruction(Line& line, int number)
     }
     }
     if (!form) {
-        Error(number, "bad addressing mode: " + Upper(line.fields.mnemonic) + " has no " + modeName
+        Error(number, "bad addressing mode: " + Upper(fields_.mnemonic) + " has no " + modeName
                           + " form: " + Quote(op.text));
         line.skip = true;
         return;
     }
-    line.form = form;
+    line.form = std::uint16_t(form - AllInstructions().data());
     line.size = form->length;
 }
 
 std::uint32_t Assembly::DataSize(Line& line, int number)
 {
-    const Directive d = line.keyword.directive;
-    const std::string_view rest = line.fields.rest;
+    const Directive d = keyword_.directive;
+    const std::string_view rest = fields_.rest;
     if (d == Directive::Fcc) {
         if (rest.empty()) {
             Error(number, "missing operand");
@@ -445,33 +464,44 @@ std::uint32_t Assembly::DataSize(Line& line, int number)
 
 void Assembly::Pass2(Line& line, int number)
 {
-    const Directive d = line.keyword.directive;
-    const SourceLine& f = line.fields;
-    if (f.comment)
+    listAddress_ = NoAddress;
+    code_.clear();
+    if (line.comment)
         return;
+    // The fields are read again rather than kept.
+    fields_ = SplitLine(text_);
+    const SourceLine& f = fields_;
+    keyword_ = f.mnemonic.empty() ? Keyword{} : FindKeyword(f.mnemonic);
+    form_ = line.form == NoForm ? nullptr : &AllInstructions()[line.form];
+    symbol_ = -1;
+    if (!f.label.empty() && !line.noSymbol) {
+        const auto it = index_.find(f.label);
+        symbol_ = it == index_.end() ? -1 : it->second;
+    }
+    const Directive d = keyword_.directive;
     if (d == Directive::Org) {
         if (!line.skip)
             pc_ = line.address;
-        line.listAddress = pc_;
+        listAddress_ = pc_;
         return;
     }
     if (d == Directive::Equ || d == Directive::Set) {
-        if (line.skip || line.symbol < 0)
+        if (line.skip || symbol_ < 0)
             return;
-        Symbol& s = symbols_[line.symbol];
+        Symbol& s = symbols_[symbol_];
         std::int32_t value = 0;
         if (d == Directive::Set) {
             if (Value(OperandField(f.rest), number, value)) {
                 s.value = value;
                 s.state = SymbolState::Known;
-                line.listAddress = value & 0xFFFF;
+                listAddress_ = value & 0xFFFF;
             }
             return;
         }
         if (s.state == SymbolState::Pending)
             Resolve(s);
         if (s.state == SymbolState::Known)
-            line.listAddress = s.value & 0xFFFF;
+            listAddress_ = s.value & 0xFFFF;
         else if (s.line == number)
             Error(number, s.why.empty() ? "bad EQU value " + Quote(OperandField(f.rest)) : s.why);
         return;
@@ -479,38 +509,37 @@ void Assembly::Pass2(Line& line, int number)
 
     // Every other line sits at the location counter; a label here must
     // have the value that the first pass gave it.
-    if (line.symbol >= 0) {
-        const Symbol& s = symbols_[line.symbol];
+    if (symbol_ >= 0) {
+        const Symbol& s = symbols_[symbol_];
         if (s.location && s.line == number && s.value != pc_)
             Error(number, "phase error: " + Quote(s.name) + " was " + Hex4(s.value) + " in the first pass, "
                               + Hex4(pc_) + " in the second");
     }
-    if (!f.label.empty() || line.keyword.instruction || (d != Directive::None && d != Directive::Ignored && d != Directive::End))
-        line.listAddress = pc_;
+    if (!f.label.empty() || keyword_.instruction || (d != Directive::None && d != Directive::Ignored && d != Directive::End))
+        listAddress_ = pc_;
     if (d == Directive::End) {
         const std::string_view text = OperandField(f.rest);
         std::int32_t start = 0;
         if (!text.empty() && Value(text, number, start) && InRange(text, number, start, 0, 0xFFFF)) {
             start_ = start;
-            startLine_ = number;
         }
         return;
     }
-    line.codeBegin = std::uint32_t(code_.size());
     if (!line.skip && !line.noEmit) {
-        if (line.form)
-            EmitInstruction(line, number);
+        if (form_) {
+            ParseOperand(*keyword_.instruction, f.rest, operand_);
+            EmitInstruction(number);
+        }
         else if (d != Directive::None && d != Directive::Ignored)
             EmitData(line, number);
     }
-    line.codeCount = std::uint32_t(code_.size()) - line.codeBegin;
     pc_ = std::int32_t((std::uint32_t(pc_) + line.size) & 0xFFFF);
 }
 
-void Assembly::EmitInstruction(Line& line, int number)
+void Assembly::EmitInstruction(int number)
 {
-    const Instruction& form = *line.form;
-    const Operand& op = line.operand;
+    const Instruction& form = *form_;
+    const Operand& op = operand_;
     if (form.page)
         Emit(form.page);
     Emit(form.opcode);
@@ -581,8 +610,8 @@ void Assembly::EmitInstruction(Line& line, int number)
 
 void Assembly::EmitData(Line& line, int number)
 {
-    const Directive d = line.keyword.directive;
-    const std::string_view rest = line.fields.rest;
+    const Directive d = keyword_.directive;
+    const std::string_view rest = fields_.rest;
     if (d == Directive::Fcc) {
         for (char c : rest.substr(1, line.size))
             Emit(std::uint8_t(c));
@@ -612,24 +641,20 @@ void Assembly::EmitData(Line& line, int number)
     code_.insert(code_.end(), line.size, std::uint8_t(fill));
 }
 
-void Assembly::WriteOutputs(AssemblyResult& result, std::string_view moduleName)
+void Assembly::ListLine(int number, std::size_t firstPass2Error)
 {
-    std::stable_sort(errors_.begin(), errors_.end(),
-                     [](const AsmError& a, const AsmError& b) { return a.line < b.line; });
+    AppendListingLine(*listing_, number, listAddress_, code_.data(), code_.size(), text_);
+    for (; nextFirstPassError_ < firstPassErrors_.size() && firstPassErrors_[nextFirstPassError_].line == number;
+         ++nextFirstPassError_)
+        AppendListingNote(*listing_, "error: " + firstPassErrors_[nextFirstPassError_].message);
+    for (std::size_t e = firstPass2Error; e < errors_.size(); ++e)
+        AppendListingNote(*listing_, "error: " + errors_[e].message);
+    if (!code_.empty())
+        s19_->Data(std::uint16_t(listAddress_), code_.data(), code_.size());
+}
 
-    std::string& lst = result.listing;
-    lst.reserve(lines_.size() * 48 + code_.size() * 6);
-    std::size_t e = 0;
-    for (std::size_t i = 0; i < lines_.size(); ++i) {
-        const Line& line = lines_[i];
-        const int number = int(i + 1);
-        AppendListingLine(lst, number, line.listAddress, code_.data() + line.codeBegin, line.codeCount, line.text);
-        for (; e < errors_.size() && errors_[e].line == number; ++e)
-            AppendListingNote(lst, "error: " + errors_[e].message);
-    }
-    for (; e < errors_.size(); ++e)
-        AppendListingNote(lst, "error: " + errors_[e].message);
-
+void Assembly::WriteSymbolTable(std::string& lst)
+{
     lst += "\nSymbol Table\n\n";
     std::vector<const Symbol*> sorted;
     sorted.reserve(symbols_.size());
@@ -638,48 +663,59 @@ void Assembly::WriteOutputs(AssemblyResult& result, std::string_view moduleName)
     std::sort(sorted.begin(), sorted.end(), [](const Symbol* a, const Symbol* b) { return a->name < b->name; });
     for (const Symbol* s : sorted)
         AppendSymbolRow(lst, s->name, s->state == SymbolState::Known ? s->value : 0);
-    lst += '\n';
-    lst += std::to_string(errors_.size());
-    lst += errors_.size() == 1 ? " error\n" : " errors\n";
-
-    result.s19.reserve(code_.size() * 2 + code_.size() / 16 + 64);
-    S19Writer s19(result.s19, moduleName);
-    for (const Line& line : lines_)
-        if (line.codeCount > 0)
-            s19.Data(std::uint16_t(line.listAddress), code_.data() + line.codeBegin, line.codeCount);
-    s19.End(std::uint16_t(start_));
-    result.errors = std::move(errors_);
 }
 
 AssemblyResult Assembly::Run(std::string_view source, std::string_view moduleName)
 {
-    std::vector<std::string_view> texts;
-    SplitLines(source, texts);
-    lines_.resize(texts.size());
-    index_.reserve(texts.size() / 2 + 16);
+    lines_.resize(LineReader::Count(source));
+    index_.reserve(lines_.size() / 4 + 16);
 
-    bool ended = false;
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        Line& line = lines_[i];
-        line.text = texts[i];
-        line.afterEnd = ended;
-        if (ended) {
-            line.fields.comment = true;   // after END nothing is read
-            continue;
+    LineReader first(source);
+    std::size_t endLine = lines_.size();
+    for (std::size_t i = 0; i < lines_.size(); ++i) {
+        first.Next(text_);
+        Pass1(lines_[i], int(i + 1));
+        if (keyword_.directive == Directive::End) {
+            endLine = i + 1;   // after END nothing is read
+            break;
         }
-        Pass1(line, int(i + 1));
-        ended = line.keyword.directive == Directive::End;
     }
 
+    // The second pass writes the listing and the S-records as it goes.
+    AssemblyResult result;
+    // Columns 1-27 on every line, continuation lines for long data, and
+    // the symbol table: one allocation for nearly every source.
+    result.listing.reserve(source.size() + lines_.size() * 28 + emitted_ * 6 + symbols_.size() * 40 + 4096);
+    result.s19.reserve(emitted_ * 2 + emitted_ / 8 + 64);
+    S19Writer s19(result.s19, moduleName);
+    listing_ = &result.listing;
+    s19_ = &s19;
     pass_ = 2;
     pc_ = 0;
-    code_.reserve(emitted_);
-    for (std::size_t i = 0; i < lines_.size(); ++i)
-        if (!lines_[i].afterEnd)
+    LineReader second(source);
+    for (std::size_t i = 0; i < lines_.size(); ++i) {
+        second.Next(text_);
+        const std::size_t firstError = errors_.size();
+        if (i < endLine) {
             Pass2(lines_[i], int(i + 1));
+        } else {
+            listAddress_ = NoAddress;
+            code_.clear();
+        }
+        ListLine(int(i + 1), firstError);
+    }
+    s19.End(std::uint16_t(start_));
+    WriteSymbolTable(result.listing);
 
-    AssemblyResult result;
-    WriteOutputs(result, moduleName);
+    // Both passes report in line order; a line's first-pass errors come first.
+    result.errors.reserve(firstPassErrors_.size() + errors_.size());
+    std::merge(std::make_move_iterator(firstPassErrors_.begin()), std::make_move_iterator(firstPassErrors_.end()),
+               std::make_move_iterator(errors_.begin()), std::make_move_iterator(errors_.end()),
+               std::back_inserter(result.errors),
+               [](const AsmError& a, const AsmError& b) { return a.line < b.line; });
+    result.listing += '\n';
+    result.listing += std::to_string(result.errors.size());
+    result.listing += result.errors.size() == 1 ? " error\n" : " errors\n";
     return result;
 }
 
