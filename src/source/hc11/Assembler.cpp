@@ -399,7 +399,7 @@ void Assembly::SizeInstruction(Line& line, int number)
         std::int32_t value = 0;
         const bool small = direct && op.force != '>'
             && (op.force == '<' || (FirstPassValue(op.address, number, value, false) && value >= 0 && value <= 0xFF));
-        form = small ? direct : extended;
+        form = small ? direct : op.force == '<' ? nullptr : extended;
         modeName = op.force == '<' ? "direct" : "address";
         break;
     }

@@ -89,6 +89,13 @@ private slots:
         QCOMPARE(Code("HERE ORG $1002\n FDB HERE\n", 4), QString("EE EE 10 02"));
     }
 
+    void linesEndAtLfCrLfOrALoneCr()
+    {
+        QCOMPARE(Code(" NOP\r\n INCA\r DECA\n\r\nLAST RTS", 4), QString("01 4C 4A 39"));
+        const auto result = hc11::as11::AssembleSource(" NOP\r\n BAD\r\n");
+        QCOMPARE(QString::fromStdString(result.ErrorFileText()), QString("2: unknown mnemonic 'BAD'\n"));
+    }
+
     void endGivesTheStartAndStopsReading()
     {
         const auto result = hc11::as11::AssembleSource(

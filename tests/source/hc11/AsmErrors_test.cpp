@@ -23,6 +23,7 @@ private slots:
         QTest::newRow("bit branch") << "B RMB 200\n BRSET 0,X 1 B\n" << "2: branch out of range by 76 bytes: 'B'";
         QTest::newRow("immediate store") << " STAA #1\n" << "1: bad addressing mode: STAA has no immediate form: '#1'";
         QTest::newRow("indexed on branch") << " BRA 1,X\n" << "1: bad addressing mode: BRA has no indexed form: '1,X'";
+        QTest::newRow("forced direct on JMP") << " JMP <$10\n" << "1: bad addressing mode: JMP has no direct form: '<$10'";
         QTest::newRow("bad register") << " LDAA 1,Z\n" << "1: bad operand '1,Z' for LDAA";
         QTest::newRow("missing operand") << " LDAA\n" << "1: missing operand '' for LDAA";
         QTest::newRow("bit missing mask") << " BSET $10\n" << "1: missing mask '' for BSET";
