@@ -1,0 +1,21 @@
+// Reads S-record text back into memory bytes for tests, checking every
+// record's length and one's-complement checksum on the way.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+namespace asmtest {
+
+struct S19Image {
+    std::map<int, std::uint8_t> bytes;   // address -> byte, from the S1 records
+    int start = -1;                      // the S9 record's address
+    std::string header;                  // the S0 record's text
+    int dataRecords = 0;
+    std::string problem;                 // empty when every record is sound
+};
+
+S19Image ReadS19(const std::string& text);
+
+} // namespace asmtest
