@@ -1,4 +1,6 @@
-// The bytes of every frame the host sends, and the checks of the replies.
+// The frames that carry registers, the reply check and the save area layout.
+// The read, write, program and erase frames are checked on the wire by the
+// exchange tests.
 #include <QtTest>
 
 #include "target/MonitorFrames.h"
@@ -26,23 +28,6 @@ CpuRegisterRecord SampleRegisters()
 class MonitorFramesTest : public QObject {
     Q_OBJECT
 private slots:
-    void readFrames()
-    {
-        QCOMPARE(monitor::ReadFrame(0x1000, 1), Hex("521000 01 EF"));
-        // 256 bytes travel as count 0; the address is held to 16 bits.
-        QCOMPARE(monitor::ReadFrame(0x1FF80, 256), Hex("52FF80 00 81"));
-        QCOMPARE(monitor::ReadReplySize(256), 258);
-        QCOMPARE(monitor::ReadReplyData(Hex("06AABB9B")), Hex("AABB"));
-    }
-
-    void writeProgramAndEraseFrames()
-    {
-        const std::uint8_t data[] = {0x01, 0x02, 0xFF};
-        QCOMPARE(monitor::WriteFrame(0xE000, data), Hex("57E00003 0102FF 1B"));
-        QCOMPARE(monitor::ProgramFrame(0xE000, data), Hex("50E00003 0102FF 1B"));
-        QCOMPARE(monitor::EraseFrame(), Hex("45454576"));
-    }
-
     void stepAndExecuteFramesCarryTheRegisters()
     {
         const CpuRegisterRecord r = SampleRegisters();
