@@ -7,13 +7,18 @@
 
 #include "platform/CommonDialog.h"
 #include "platform/MSComm.h"
+#include "platform/Velmar.h"
 #include "platform/WindowPlacement.h"
+#include "target/IoUnitHooks.h"
+#include "target/MonitorExchange.h"
 
 #include <QHash>
 #include <QMainWindow>
 #include <QTimer>
 #include <cstdint>
 #include <functional>
+#include <span>
+#include <vector>
 
 class QLabel;
 class QMdiArea;
@@ -31,6 +36,7 @@ public:
 
     // ---- Controls ---------------------------------------------------------
     ::MSComm MSComm;          // the serial port to the board's monitor
+    Velmar Velmar1;           // the simulator component, called in simulator mode only
     CommonDialog Dialog;      // file open and save, font
     QTimer tmrComm;           // 50 ms, always on: user output during a free run
     QTimer tmrRefresh;        // 100 ms, off at start: auto refresh of the active window
@@ -68,8 +74,40 @@ public:
     void MSComm_OnComm();
     void tmrComm_Timer();
     std::int16_t TerminalPassCount = 0;
-    // Reads the reset vector into Vector.
+
+    // ---- Target operations (target/TargetOperations.cpp, target/Flash.cpp) --
+    // Each serves the back-end of TargetMode: a framed exchange with the board's
+    // monitor, or TargetMemory. None returns a status: the caller tests
+    // BoardConnected afterwards, and a failed read leaves every copy unchanged.
+    void InByte(std::int32_t& Address, std::uint8_t& Data);
+    // Data is resized to Count (1 to 256) on success only.
+    void InBytes(std::int32_t& Address, std::vector<std::uint8_t>& Data, std::int16_t Count);
+    void InCPU();       // A, B, IX, IY, SP, CCR from the save area; PC stays
+    void InMemory();    // MemoryPage: 1024 bytes at MemoryPageAddress
+    void InProgram();   // ProgramBuffer: 256 bytes at ProgramBase
+    void InStack();     // StackBuffer: 9 bytes at SP
+    // Reads the reset vector into Vector; a failed read leaves Vector as it was.
     void InResetVector(std::int32_t& Vector);
+    void OutByte(std::int32_t& Address, std::uint8_t Data);
+    // Writes Data[0] to Data[Count - 1]; Count from 1 to 255.
+    void OutBytes(std::int32_t& Address, const std::vector<std::uint8_t>& Data, std::int16_t Count);
+    void FlashErase();
+    // Programs Data[0] to Data[Count - 1] at Address; Count from 1 to 255.
+    void Programm(std::int32_t& Address, const std::vector<std::uint8_t>& Data, std::int16_t Count);
+
+    // One exchange with the monitor, for every frame: empties the receive
+    // buffer, sends, waits for the reply and checks it. On failure it sets
+    // BoardConnected false, calls BoardStatus and shows the message of the
+    // failure; on success it sets BoardConnected true. RThreshold is the
+    // caller's to restore.
+    bool Exchange(const QByteArray& frame, const ExchangeRules& rules, QByteArray& reply);
+
+    // The input-output unit's window while it is loaded, else nullptr. Host
+    // writes to $6000-$6003 and the simulator's accesses are told to it.
+    IoUnitHooks* IoUnitWindow = nullptr;
+    // The memory events of Velmar1: TargetMemory is the simulated target.
+    void Velmar1_ReadRequest(std::int32_t Address, std::int16_t& Data);
+    void Velmar1_WriteRequest(std::int32_t Address, std::int16_t Data);
 
     // The serial terminal's Display: set by the terminal window while it is
     // loaded. Bytes go to it only while mnuViewSerialTerminal is checked.
@@ -94,6 +132,17 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    // RThreshold between exchanges: the monitor's reset report is 6 bytes.
+    static constexpr int ReceiveThreshold = 6;
+    // The two halves of every target operation after FindBoard: count bytes
+    // at address into out (false leaves out untouched), or data to address
+    // with a "W" or "P" frame, restoring RThreshold.
+    bool ReadTarget(std::int32_t address, int count, std::uint32_t timeoutMs, std::span<std::uint8_t> out);
+    void WriteTarget(char letter, std::int32_t address, std::span<const std::uint8_t> data, bool pumpEvents);
+    // Restores RThreshold after a read on the board, then BoardStatus.
+    void EndRead();
+    void TellIoUnit(std::int32_t address, std::uint8_t data);
+
     void BuildMenus();
     void BuildToolbar();
     void BuildStatusBar();

@@ -28,9 +28,13 @@ private slots:
         BoardRunning = true;
         BoardConnected = false;
         ClockCount = 77;
+        // The monitor answers the read of the reset vector that follows its report.
+        f.line.SetResponder([](const QByteArray&) { return QByteArray::fromHex("06E00020"); });
         f.line.Arrive("BBBBBB");
         QTRY_VERIFY(!BoardRunning);
         QVERIFY(BoardConnected);
+        QCOMPARE(CpuRegisters.PC, 0xE000);
+        QCOMPARE(f.line.TakeWritten(), QByteArray::fromHex("52FFFE0201"));
         QCOMPARE(form.PanelText(1), QString("HC11 Board: Ready (Reset)"));
         QCOMPARE(terminal.blocks, QList<QByteArray>{"BBB"});   // the first three are user output
         QCOMPARE(ClockCount, 0);

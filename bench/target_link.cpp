@@ -1,0 +1,115 @@
+// Round trips of the target operations over a pseudo-terminal to hc11board:
+// a 256-byte read (InProgram) and a step ("S"), with the board answering at
+// once and at the wire's pace, beside the time the reply takes on a 38400
+// bit/s line. The difference is the host's own overhead.
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <cstdio>
+
+#include "core/TargetState.h"
+#include "platform/MsgBox.h"
+#include "platform/QtSerialDevice.h"
+#include "platform/SettingsStore.h"
+#include "target/MonitorFrames.h"
+#include "workspace/frmMain.h"
+
+namespace {
+constexpr double WireRead256Ms = 258 * 10 * 1000.0 / 38400;
+
+QString BoardProgram()
+{
+    const QString dir = qEnvironmentVariable("ORVANE_PROGRAM_DIR", QStringLiteral(ORVANE_PROGRAM_DIR));
+    return dir + QStringLiteral("/hc11board");
+}
+
+// One board process and a main window on its line.
+struct Link {
+    QProcess board;
+    frmMain form;
+    bool ready = false;
+
+    explicit Link(const QStringList& arguments)
+    {
+        board.start(BoardProgram(), arguments);
+        if (!board.waitForStarted(5000))
+            return;
+        while (!board.canReadLine() && board.waitForReadyRead(5000)) {
+        }
+        const QString path = QString::fromLocal8Bit(board.readLine()).trimmed();
+        form.MSComm.SetDeviceFactory(
+            [path](int) -> std::unique_ptr<SerialDevice> { return std::make_unique<QtSerialDevice>(path); });
+        form.MDIForm_Load();
+        ProgramBase = 0xE000;
+        form.InProgram();   // the first exchange also lets the board notice its host
+        ready = BoardConnected;
+    }
+    ~Link()
+    {
+        form.MSComm.SetPortOpen(false);
+        board.terminate();
+        board.waitForFinished(5000);
+    }
+};
+
+template <class Operation>
+double MeanMs(int rounds, Operation operation)
+{
+    QElapsedTimer clock;
+    clock.start();
+    for (int i = 0; i < rounds; ++i)
+        operation();
+    return static_cast<double>(clock.nsecsElapsed()) / 1e6 / rounds;
+}
+
+void Print(const char* name, double value, const char* unit)
+{
+    std::printf("%s: %.3f %s\n", name, value, unit);
+}
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
+    QApplication app(argc, argv);
+    QTemporaryDir store;
+    SetSettingsFolder(store.path());
+    int failures = 0;
+    SetMsgBoxHandler([&failures](const QString&, int, const QString&) {
+        ++failures;
+        return MbResultOk;
+    });
+
+    double read256 = 0, step = 0, pacedRead256 = 0;
+    {
+        Link link({});
+        if (!link.ready)
+            return 1;
+        read256 = MeanMs(200, [&] { link.form.InProgram(); });
+        CpuRegisters.SP = 0x01FF;
+        const ExchangeRules stepRules{monitor::StepReplySize, ReplyCheck::Checksum, 1000, false};
+        step = MeanMs(200, [&] {
+            link.form.FindBoard();
+            QByteArray reply;
+            const QByteArray frame = monitor::StepFrame(CpuRegisters, {0x08, monitor::Nop, monitor::Nop, monitor::Nop});
+            link.form.Exchange(frame, stepRules, reply);
+            link.form.MSComm.SetRThreshold(6);
+        });
+    }
+    {
+        Link link({QStringLiteral("--paced")});
+        if (!link.ready)
+            return 1;
+        pacedRead256 = MeanMs(20, [&] { link.form.InProgram(); });
+    }
+    if (failures != 0)
+        return 1;
+
+    Print("board_read256_ms", read256, "ms");
+    Print("board_step_ms", step, "ms");
+    Print("board_paced_read256_ms", pacedRead256, "ms");
+    Print("wire_read256_ms", WireRead256Ms, "ms");
+    Print("board_paced_overhead_pct", (pacedRead256 - WireRead256Ms) / WireRead256Ms * 100, "%");
+    return 0;
+}

@@ -1,0 +1,44 @@
+#include "target/MonitorExchange.h"
+
+#include "platform/DoEvents.h"
+#include "platform/MSComm.h"
+#include "platform/TickCount.h"
+#include "target/MonitorFrames.h"
+
+#include <chrono>
+#include <thread>
+
+namespace {
+// A 258-byte reply takes 67 ms on the wire; a short pause between polls keeps
+// the poll off the processor without adding to the round trip.
+constexpr std::chrono::microseconds PollPause{200};
+
+bool ReplyValid(const QByteArray& reply, ReplyCheck check)
+{
+    if (check == ReplyCheck::Ack)
+        return reply.size() == 1 && static_cast<std::uint8_t>(reply[0]) == monitor::Ack;
+    return monitor::ChecksumValid(reply);
+}
+} // namespace
+
+ExchangeResult RunExchange(MSComm& comm, const QByteArray& frame, const ExchangeRules& rules, QByteArray& reply)
+{
+    reply.clear();
+    comm.SetInBufferCount(0);
+    comm.Output(frame);
+    const std::uint32_t start = GetTickCount();
+    for (;;) {
+        if (comm.InBufferCount() == rules.replySize)
+            break;
+        if (rules.timeoutMs && GetTickCount() - start >= *rules.timeoutMs)
+            return ExchangeResult::NoResponse;
+        if (rules.pumpEvents)
+            DoEvents();
+        std::this_thread::sleep_for(PollPause);
+    }
+    reply = comm.Input();
+    // Bytes that slipped in behind the count make the reply too long.
+    if (reply.size() != rules.replySize)
+        return ExchangeResult::NoResponse;
+    return ReplyValid(reply, rules.check) ? ExchangeResult::Valid : ExchangeResult::InvalidData;
+}

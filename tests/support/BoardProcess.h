@@ -1,0 +1,25 @@
+// The board emulator hc11board as a separate process on a pseudo-terminal,
+// for tests that drive the IDE's real serial control against a monitor.
+// The program comes from the folder in ORVANE_PROGRAM_DIR.
+#pragma once
+
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+
+class BoardProcess {
+public:
+    explicit BoardProcess(const QStringList& arguments = {});
+    ~BoardProcess();
+    BoardProcess(const BoardProcess&) = delete;
+    BoardProcess& operator=(const BoardProcess&) = delete;
+
+    // The pseudo-terminal the board serves, empty if it did not start.
+    QString DevicePath() const { return path_; }
+    // Presses the board's reset button: the monitor restarts and reports.
+    void Reset();
+
+private:
+    QProcess process_;
+    QString path_;
+};
