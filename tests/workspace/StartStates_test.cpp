@@ -121,20 +121,6 @@ private slots:
         QCOMPARE(form.HelpContextOf("mnuRunPlay"), 0);
         QCOMPARE(form.HelpContextOf("mnuHelpAboutOrvane"), 72);
     }
-
-    void registerWindowsPointThePopupAtRegisterHelp()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        QCOMPARE(form.HelpContextOf("mnuPopupViewEnter"), 82);
-        form.SetRegistersHelp();
-        QCOMPARE(form.HelpContextOf("mnuPopupViewEnter"), 95);
-        QCOMPARE(form.HelpContextOf("mnuPopupViewHex"), 96);
-        QCOMPARE(form.HelpContextOf("mnuPopupViewBin"), 97);
-        QCOMPARE(form.HelpContextOf("mnuPopupViewDec"), 98);
-        QCOMPARE(form.HelpContextOf("mnuPopupViewAutoRefresh"), 99);
-        QCOMPARE(form.HelpContextOf("mnuPopupViewRefresh"), 55);
-    }
 };
 
 QTEST_MAIN(StartStatesTest)
