@@ -1,5 +1,7 @@
 #include "platform/CommonDialog.h"
 
+#include "platform/Help.h"
+
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -100,4 +102,9 @@ bool CommonDialog::ShowFont()
     FontBold = font.bold();
     FontItalic = font.italic();
     return true;
+}
+
+void CommonDialog::ShowHelp()
+{
+    ::ShowHelp(HelpFile, HelpCommand, HelpContext);
 }

@@ -30,6 +30,12 @@ public:
 
     QWidget* Owner = nullptr;
 
+    // Help: ShowHelp opens HelpFile with HelpCommand and HelpContext (platform/Help.h).
+    QString HelpFile;
+    int HelpCommand = 0;
+    int HelpContext = 0;
+    void ShowHelp();
+
     // Each returns false when the user cancels; the fields are then unchanged.
     // A chosen file makes its folder the current folder.
     bool ShowOpen();

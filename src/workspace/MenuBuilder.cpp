@@ -1,9 +1,14 @@
 // Builds the menu bar, the popup menus and the toolbar of frmMain from the
 // command table, and keeps the name lookups.
 #include "workspace/CommandTable.h"
+#include "workspace/ToolWindows.h"
+#include "workspace/ToolbarIcons.h"
 #include "workspace/frmMain.h"
 
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QPointer>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -33,6 +38,8 @@ void frmMain::BuildMenus()
             top = new QMenu(QString::fromUtf8(row.caption), this);
             if (!(row.flags & Popup))
                 menuBar()->addMenu(top);
+            top->installEventFilter(this);
+            top->menuAction()->setProperty("HelpContextID", row.help);
             menus_.insert(QString::fromLatin1(row.name), top);
             actions_.insert(QString::fromLatin1(row.name), top->menuAction());
             sub = nullptr;
@@ -43,10 +50,11 @@ void frmMain::BuildMenus()
         QAction* action = nullptr;
         // A row followed by deeper rows opens a submenu.
         const bool opensSubmenu = row.name && i + 1 < count && rows[i + 1].level > row.level;
-        if (!row.name) {
+        if (!row.caption) {
             action = parent->addSeparator();
         } else if (opensSubmenu) {
             sub = parent->addMenu(QString::fromUtf8(row.caption));
+            sub->installEventFilter(this);
             menus_.insert(QString::fromLatin1(row.name), sub);
             action = sub->menuAction();
         } else {
@@ -63,6 +71,7 @@ void frmMain::BuildMenus()
             });
         }
         ApplyStartState(action, row.flags);
+        action->setProperty("HelpContextID", row.help);
         if (row.name) {
             action->setObjectName(QString::fromLatin1(row.name));
             actions_.insert(QString::fromLatin1(row.name), action);
@@ -86,13 +95,64 @@ void frmMain::BuildToolbar()
         } else {
             action = tbToolbar->addAction(row.toolTip ? QString::fromLatin1(row.toolTip) : QString());
             action->setVisible(row.kind == ToolbarRow::Button);
-            if (row.toolTip)
+            if (row.toolTip) {
                 action->setToolTip(QString::fromLatin1(row.toolTip));
+                action->setIcon(ToolbarIcon(action->toolTip()));
+            }
             action->setEnabled(!(row.flags & Off));
         }
         buttons_ << action;
     }
     connect(tbToolbar, &QToolBar::actionTriggered, this, &frmMain::tbToolbar_ButtonClick);
+}
+
+void frmMain::ConnectCommands()
+{
+    // The View entries of the tool windows toggle them.
+    int count = 0;
+    const toolwindows::ToolWindowRow* windows = toolwindows::Rows(count);
+    for (int i = 0; i < count; ++i) {
+        const QString window = QString::fromLatin1(windows[i].window);
+        connect(Menu(QString::fromLatin1(windows[i].viewEntry)), &QAction::triggered, this,
+                [this, window] { ToggleWindow(window); });
+    }
+    // Entries that only call a child window's method by name.
+    const ForwardRow* forwards = ForwardRows(count);
+    for (int i = 0; i < count; ++i) {
+        const ForwardRow row = forwards[i];
+        connect(Menu(QString::fromLatin1(row.entry)), &QAction::triggered, this, [this, row] {
+            QWidget* window = row.window ? LoadWindow(QString::fromLatin1(row.window)) : ActiveWindow();
+            CallWindow(window, row.method);
+        });
+    }
+    connect(MenuOf(QStringLiteral("mnuEdit")), &QMenu::aboutToShow, this, &frmMain::mnuEdit_Click);
+    connect(MenuOf(QStringLiteral("mnuWindow")), &QMenu::aboutToShow, this, &frmMain::mnuWindow_Click);
+    connect(MenuOf(QStringLiteral("mnuWindow")), &QMenu::aboutToShow, this, &frmMain::ListChildWindows);
+}
+
+void frmMain::ListChildWindows()
+{
+    // Below its own entries the Window menu lists the open child windows.
+    QMenu* menu = MenuOf(QStringLiteral("mnuWindow"));
+    for (QAction* listed : menu->actions())
+        if (listed->property("ChildWindowEntry").toBool())
+            delete listed;
+    const QList<QMdiSubWindow*> children = mdiArea()->subWindowList();
+    if (children.isEmpty())
+        return;
+    menu->addSeparator()->setProperty("ChildWindowEntry", true);
+    int number = 0;
+    for (QMdiSubWindow* child : children) {
+        QAction* entry = menu->addAction(QStringLiteral("&%1 %2").arg(++number).arg(child->windowTitle()));
+        entry->setProperty("ChildWindowEntry", true);
+        entry->setCheckable(true);
+        entry->setChecked(child == mdiArea()->currentSubWindow());
+        QPointer<QMdiSubWindow> target = child;
+        connect(entry, &QAction::triggered, this, [this, target] {
+            if (target)
+                mdiArea()->setActiveSubWindow(target);
+        });
+    }
 }
 
 QAction* frmMain::Menu(const QString& name) const

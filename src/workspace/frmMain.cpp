@@ -1,5 +1,7 @@
 #include "workspace/frmMain.h"
 
+#include "workspace/ToolbarIcons.h"
+
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMdiArea>
@@ -26,6 +28,8 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent), mdi_(new QMdiArea(this)
     BuildMenus();
     BuildToolbar();
     BuildStatusBar();
+    ConnectCommands();
+    setWindowIcon(ProgramIcon());
 
     tmrComm.setInterval(50);
     connect(&tmrComm, &QTimer::timeout, this, &frmMain::tmrComm_Timer);

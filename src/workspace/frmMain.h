@@ -116,9 +116,64 @@ public:
 
     // ---- Refresh cycle (execution/RefreshCycle.cpp) -------------------------
     void ClockCountUpdate();
-    void ThawDisplay();
+    // Disassembly page at PC, then everything of RefreshRun.
+    void Refresh();
+    // Registers, stack, watches and peripheral windows that are open.
     void RefreshRun();
+    // Fills RegisterBlock from the target's 64 bytes at $1000.
+    void ReadRegisterBlock();
+    // Shut the debugger's windows and commands for a run, and reopen them.
+    void FreezeDisplay();
+    void ThawDisplay();
     void tmrRefresh_Timer();
+
+    // ---- Child windows (workspace/ToolWindows.cpp) ---------------------------
+    // A tool window is open while its View entry is checked; see ToolWindows.h.
+    bool IsOpen(const QString& window) const;
+    // The loaded window of that name, or nullptr.
+    QWidget* Window(const QString& window) const;
+    // The loaded window, created, checked and shown first if needed; nullptr
+    // for a window that has no factory yet.
+    QWidget* LoadWindow(const QString& window);
+    void UnloadWindow(const QString& window);
+    // The View entry's command: unload if checked, else load.
+    void ToggleWindow(const QString& window);
+    // The widget of the active child window, or nullptr.
+    QWidget* ActiveWindow() const;
+    // Calls a window's menu-like method by its name; false if the window is
+    // not loaded or has no such method.
+    bool CallWindow(QWidget* window, const char* method);
+
+    // ---- Enable rules (workspace/EnableRules.cpp) ----------------------------
+    // Each state change calls the routine of its rule; see EnableRules.cpp.
+    struct EditorCommandState {
+        bool textChanged = false;
+        bool selection = false;       // SelLength above 0
+        bool clipboardText = false;
+        bool undo = false;
+        bool redo = false;
+        bool findHistory = false;     // frmReplace's cbWhat has an entry
+    };
+    void EditorActivated(const EditorCommandState& state);   // E, S, C, U, F
+    void EditorDeactivated();                                 // E, S, C, U, F off
+    void SetSaveCommands(bool textChanged);                   // S
+    void SetClipboardButtons(bool selection, bool clipboardText);   // C
+    void SetUndoButtons(bool undo, bool redo);                // U
+    void SetFindNextButton(bool findHistory);                 // F
+    void mnuEdit_Click();                                     // O
+    void TargetModeMenus();                                   // M
+    void SetEditWatchCommand(bool on);                        // W
+    void DisAsmMenus();                                       // frmDisAsm.Menus: R, D, P
+    void DisAsmDeactivated();                                 // D off
+    void DisAsmUnloaded();                                    // R, P off
+    void BreakpointCountChanged();                            // B
+    void mnuWindow_Click();                                   // N
+    // Register help on the shared popup (contexts 95 to 99).
+    void SetRegistersHelp();
+    // The Debug menu as the popup over frmDisAsm's rows.
+    void ShowDebugPopup(const QPoint& globalPos);
+    int HelpContextOf(const QString& name) const;
+    void SetHelpContext(const QString& name, int context);
 
     // ---- Menu handlers ------------------------------------------------------
     void mnuFileExit_Click();
@@ -127,9 +182,16 @@ public:
     void mnuDebugCodeOn_Click();
     void mnuDebugIncludeSym_Click();
     void mnuDebugResetCounter_Click();
+    void mnuDebugGetResVec_Click();
+    void mnuHelpOrvaneHelp_Click();
+    void mnuHelpUsingHelp_Click();
+    void mnuHelpHC11Symbols_Click();
+    void mnuHelpAboutOrvane_Click();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    // F1 over an open menu shows the help of the highlighted entry.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     // RThreshold between exchanges: the monitor's reset report is 6 bytes.
@@ -146,6 +208,8 @@ private:
     void BuildMenus();
     void BuildToolbar();
     void BuildStatusBar();
+    void ConnectCommands();
+    void ListChildWindows();
 
     QMdiArea* mdi_ = nullptr;
     QHash<QString, QAction*> actions_;

@@ -1,0 +1,7 @@
+// The process-wide records of the editor documents.
+#pragma once
+
+#include <cstdint>
+
+extern bool EditorActive;           // an editor is the active child window
+extern std::int16_t EditorCount;    // loaded editors: raised at load, lowered at unload

@@ -1,0 +1,11 @@
+// The 16 by 16 pictures of the toolbar buttons (the image list imlIcons),
+// drawn here rather than loaded, so that they scale and need no files.
+#pragma once
+
+#include <QIcon>
+#include <QString>
+
+// The picture of the button with that tool tip; a null icon for an unknown one.
+QIcon ToolbarIcon(const QString& toolTip);
+// The program's icon: an HC11 chip.
+QIcon ProgramIcon();
