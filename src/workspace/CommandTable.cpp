@@ -18,7 +18,7 @@ const MenuRow Menus[] = {
     {1, "mnuFilePrint", "&Print ...", "Ctrl+P", Off, nullptr},
     {1, nullptr, nullptr, "", None, nullptr},
     {1, "mnuFileAssemble", "Asse&mble ...", "F2", None, nullptr},
-    {1, "mnuFileLoadSymbols", "&Load Symbols ...", "Ctrl+L", None, nullptr},
+    {1, "mnuFileLoadSymbols", "&Load Symbols ...", "Ctrl+L", None, &frmMain::mnuFileLoadSymbols_Click},
     {1, "mnuFileDownload", "&Download ...", "Ctrl+D", None, nullptr},
     {1, nullptr, nullptr, "", None, nullptr},
     {1, "mnuFileExit", "E&xit", "", None, &frmMain::mnuFileExit_Click},

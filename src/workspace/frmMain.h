@@ -82,6 +82,15 @@ public:
     void RefreshRun();
     void tmrRefresh_Timer();
 
+    // ---- Symbols from listings (code/LoadSymbols.cpp) -----------------------
+    // Rebuilds SymbolTable from the listing that Dialog.FileName names and
+    // shows the result in panel 3; failures go to "Orvane - Read Error".
+    void LoadSymbols();
+    // LoadSymbols, then the label and disassembly windows that are open
+    // redraw, and SymbolsLoaded lets the watch table apply its reload rule.
+    void FileLoadSymbols();
+    void mnuFileLoadSymbols_Click();
+
     // ---- Menu handlers ------------------------------------------------------
     void mnuFileExit_Click();
     void mnuViewToolbar_Click();
@@ -89,6 +98,10 @@ public:
     void mnuDebugCodeOn_Click();
     void mnuDebugIncludeSym_Click();
     void mnuDebugResetCounter_Click();
+
+signals:
+    // FileLoadSymbols has rebuilt the table and redrawn the open windows.
+    void SymbolsLoaded();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
