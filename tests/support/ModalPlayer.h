@@ -14,8 +14,6 @@ class ModalPlayer {
 public:
     explicit ModalPlayer(ModalHook script) { previous_ = SetModalHook(std::move(script)); }
     ~ModalPlayer() { SetModalHook(previous_); }
-    ModalPlayer(const ModalPlayer&) = delete;
-    ModalPlayer& operator=(const ModalPlayer&) = delete;
 
 private:
     ModalHook previous_;
