@@ -3,9 +3,9 @@
 // and its source text. Nothing here knows assembler syntax beyond the four
 // data directives whose lines keep a label but no code.
 //
-//   0003 1000 86 12          START LDAA #$12
-//   ^    ^    ^  ^  ^  ^  ^     ^
-//   1    6    11 14 17 20 23    28   (columns, counted from 1)
+//   0003 1000 86 12            START LDAA #$12
+//   ^    ^    ^  ^  ^  ^  ^    ^
+//   1    6    11 14 17 20 23   28   (columns, counted from 1)
 #pragma once
 
 #include "code/SymbolTable.h"
