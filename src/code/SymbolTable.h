@@ -17,3 +17,8 @@ struct SymbolEntry {
 
 extern QVector<SymbolEntry> SymbolTable;
 extern std::int16_t SymbolCount;   // entries in use, at most 32767
+
+// An address the user typed: a number of the notation within 16 bits, else
+// the value of the symbol of that name in upper case; -1 for neither.
+// Numbers win, so a label that reads as a number is never looked up.
+std::int32_t AddressFromText(const QString& text);

@@ -75,9 +75,11 @@ void frmMain::ReadRegisterBlock()
         std::copy_n(TargetMemory.begin() + RegisterBlockAddress, RegisterBlockSize, RegisterBlock.begin());
         return;
     }
-    // On the board the block comes with the monitor's read exchange (InBytes of
-    // 64 bytes at $1000), which lands with the other board operations; until
-    // then the copy is left as it is.
+    std::int32_t address = RegisterBlockAddress;
+    std::vector<std::uint8_t> block;
+    InBytes(address, block, RegisterBlockSize);
+    if (BoardConnected && block.size() == RegisterBlock.size())
+        std::copy(block.begin(), block.end(), RegisterBlock.begin());
 }
 
 void frmMain::FreezeDisplay()

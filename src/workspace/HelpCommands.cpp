@@ -1,6 +1,6 @@
 // The Help menu: the help file through the common dialog, and the about box.
 #include "platform/Help.h"
-#include "platform/ModalForm.h"
+#include "platform/ModalDialog.h"
 #include "workspace/frmAbout.h"
 #include "workspace/frmMain.h"
 
@@ -40,7 +40,7 @@ void frmMain::mnuHelpHC11Symbols_Click()
 void frmMain::mnuHelpAboutOrvane_Click()
 {
     frmAbout about(this);
-    ShowModal(about);
+    RunModal(about);
 }
 
 int frmMain::HelpContextOf(const QString& name) const

@@ -1,5 +1,6 @@
 #include "workspace/ToolWindows.h"
 
+#include "code/frmLabel.h"
 #include "workspace/frmMain.h"
 
 #include <QAction>
@@ -26,7 +27,7 @@ ToolWindowRow Windows[] = {
     {"frmWatch", "mnuViewWatch", nullptr},
     {"frmStack", "mnuViewStack", nullptr},
     {"frmDisAsm", "mnuViewDisassembler", nullptr},
-    {"frmLabel", "mnuViewLabel", nullptr},
+    {"frmLabel", "mnuViewLabel", &CreateLabel},
     {"frmSerial", "mnuViewSerialTerminal", nullptr},
 };
 }  // namespace
@@ -102,6 +103,9 @@ QWidget* frmMain::LoadWindow(const QString& window)
     widget->setObjectName(window);
     QMdiSubWindow* sub = mdiArea()->addSubWindow(widget);
     sub->setAttribute(Qt::WA_DeleteOnClose);
+    // Placement needs the frame: a window's Form_Load runs once it has one.
+    if (widget->metaObject()->indexOfMethod("Form_Load()") >= 0)
+        QMetaObject::invokeMethod(widget, "Form_Load");
     // The check mark is the list of open windows: it goes with the window.
     connect(widget, &QObject::destroyed, this, [entry] {
         if (entry)

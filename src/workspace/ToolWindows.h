@@ -13,7 +13,9 @@
 //     landed: it counts as closed, and its View entry toggles nothing.
 //  2. LoadWindow checks the View entry first, then builds the widget, names it,
 //     puts it in an MDI child window that deletes itself on close, and shows
-//     it; so the window's own load code already counts as open. When the
+//     it; so the window's own load code already counts as open. A window
+//     with a Q_INVOKABLE Form_Load gets it called once it sits in its frame
+//     and before it shows (placement by the rule needs the frame). When the
 //     widget is destroyed the entry's check goes off, whatever closed it.
 //  3. The methods that others call by name are Q_INVOKABLE (or slots) with no
 //     arguments: mnuRefresh; register windows Redraw, mnuEnter, mnuViewHex,

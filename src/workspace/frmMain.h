@@ -175,6 +175,15 @@ public:
     int HelpContextOf(const QString& name) const;
     void SetHelpContext(const QString& name, int context);
 
+    // ---- Symbols from listings (code/LoadSymbols.cpp) -----------------------
+    // Rebuilds SymbolTable from the listing that Dialog.FileName names and
+    // shows the result in panel 3; failures go to "Orvane - Read Error".
+    void LoadSymbols();
+    // LoadSymbols, then the label and disassembly windows that are open
+    // redraw, and SymbolsLoaded lets the watch table apply its reload rule.
+    void FileLoadSymbols();
+    void mnuFileLoadSymbols_Click();
+
     // ---- Menu handlers ------------------------------------------------------
     void mnuFileExit_Click();
     void mnuViewToolbar_Click();
@@ -187,6 +196,10 @@ public:
     void mnuHelpUsingHelp_Click();
     void mnuHelpHC11Symbols_Click();
     void mnuHelpAboutOrvane_Click();
+
+signals:
+    // FileLoadSymbols has rebuilt the table and redrawn the open windows.
+    void SymbolsLoaded();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

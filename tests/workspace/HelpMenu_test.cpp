@@ -4,7 +4,7 @@
 
 #include "platform/Help.h"
 #include "platform/HelpViewer.h"
-#include "platform/ModalForm.h"
+#include "platform/ModalDialog.h"
 #include "support/MainFormFixture.h"
 #include "workspace/ToolbarIcons.h"
 #include "workspace/frmAbout.h"
@@ -130,17 +130,16 @@ private slots:
         frmMain& form = f.Start();
         QString caption, version, title;
         QWidget* parent = nullptr;
-        const ModalFormHandler previous = SetModalFormHandler([&](QDialog& dialog) {
+        const ModalHook previous = SetModalHook([&](QDialog& dialog) {
             auto& about = static_cast<frmAbout&>(dialog);
             caption = about.windowTitle();
             version = about.lblVersion->text();
             title = about.lblTitle->text();
             parent = about.parentWidget();
             about.cmdOK->click();
-            return about.result();
         });
         form.Button(36)->trigger();
-        SetModalFormHandler(previous);
+        SetModalHook(previous);
         QCOMPARE(caption, QString("About HC11 Orvane"));
         QCOMPARE(title, QString("Orvane Integrated Development Tools"));
         QCOMPARE(version, QString("Version %1.%2").arg(VersionMajor).arg(VersionMinor));

@@ -1,0 +1,105 @@
+#include <vector>
+
+#include "code/Asm.h"
+#include "code/ProgramBufferAccess.h"
+#include "target/hc11/Cpu.h"
+#include "workspace/frmMain.h"
+
+using hc11::Mnemonic;
+using hc11::Mode;
+using namespace program_buffer;
+
+namespace {
+
+// The branch conditions test the Flag records, never CCR: whoever writes CCR
+// calls SplitCCR. The core's condition table reads them packed as CCR bits.
+std::uint8_t FlagsAsCcr()
+{
+    const CpuRegisterRecord& r = CpuRegisters;
+    return std::uint8_t((r.FlagC ? 0x01 : 0) | (r.FlagV ? 0x02 : 0) | (r.FlagZ ? 0x04 : 0) |
+                        (r.FlagN ? 0x08 : 0));
+}
+
+} // namespace
+
+bool NextAddress(std::int32_t& Address, bool& FollowCalls, std::int32_t& Next, bool& Jump,
+                 bool& Call, bool& Return)
+{
+    Jump = Call = Return = false;
+    bool result = true;
+    const std::int32_t address = Unwrapped(Address);
+    const std::int32_t index = address - ProgramBase;
+    const Opcode op = OpcodeAt(index);
+    std::int32_t operand = address + op.opcodeBytes;
+    if (!op.row) {
+        Next = operand & 0xFFFF;
+        return true;
+    }
+    const Mnemonic mnemonic = op.row->mnemonic;
+    const Mode mode = op.row->mode;
+    const std::int32_t p = operand - address + index;   // buffer index of the operand
+    const std::uint8_t b0 = BufferByte(p), b1 = BufferByte(p + 1), b2 = BufferByte(p + 2);
+
+    if (mode == Mode::Relative)
+        Jump = mnemonic != Mnemonic::BSR && hc11::BranchTaken(mnemonic, FlagsAsCcr());
+    if (mnemonic == Mnemonic::JMP)
+        Jump = true;
+    if (mnemonic == Mnemonic::BSR || mnemonic == Mnemonic::JSR)
+        Call = true;
+
+    if (IsBitBranch(mode)) {
+        std::int32_t tested = b0;
+        if (mode == Mode::BitBranchIndexedX)
+            tested = (CpuRegisters.IX + b0) & 0xFFFF;
+        else if (mode == Mode::BitBranchIndexedY)
+            tested = (CpuRegisters.IY + b0) & 0xFFFF;
+        std::uint8_t value = 0;
+        MainForm->InByte(tested, value);
+        if (!BoardConnected)
+            result = false;
+        // The mask comes from the bytes read at PC, the offset from the program copy.
+        const std::int32_t maskIndex = operand + 1 - CpuRegisters.PC;
+        const std::uint8_t mask = maskIndex >= 0 && maskIndex < std::int32_t(InstructionWindow.size())
+                                      ? InstructionWindow[maskIndex]
+                                      : b1;
+        Jump = mnemonic == Mnemonic::BRCLR ? (value & mask) == 0 : (~value & mask) == 0;
+    }
+
+    const bool taken = Jump || (Call && FollowCalls);
+    std::int32_t next = operand;
+    switch (mode) {
+    case Mode::Inherent:
+        if (mnemonic == Mnemonic::RTS) {
+            Return = true;
+            next = StackBuffer[1] << 8 | StackBuffer[2];
+        } else if (mnemonic == Mnemonic::RTI) {
+            // The interrupt frame keeps PC at SP + 8 and SP + 9, one byte past the
+            // stack copy: read the word from the target.
+            std::int32_t at = (CpuRegisters.SP + 8) & 0xFFFF;
+            std::vector<std::uint8_t> word;
+            MainForm->InBytes(at, word, 2);
+            if (BoardConnected && word.size() == 2)
+                next = word[0] << 8 | word[1];
+            else
+                result = false;
+        }
+        break;
+    case Mode::Immediate8: next = operand + 1; break;
+    case Mode::Immediate16:
+    case Mode::BitDirect:
+    case Mode::BitIndexedX:
+    case Mode::BitIndexedY: next = operand + 2; break;
+    case Mode::Direct: next = taken ? b0 : operand + 1; break;
+    case Mode::Extended: next = taken ? (b0 << 8 | b1) : operand + 2; break;
+    case Mode::IndexedX: next = taken ? CpuRegisters.IX + b0 : operand + 1; break;
+    case Mode::IndexedY: next = taken ? CpuRegisters.IY + b0 : operand + 1; break;
+    case Mode::Relative: next = operand + 1 + (taken ? static_cast<std::int8_t>(b0) : 0); break;
+    case Mode::BitBranchDirect:
+    case Mode::BitBranchIndexedX:
+    case Mode::BitBranchIndexedY:
+        next = operand + 3 + (taken ? static_cast<std::int8_t>(b2) : 0);
+        break;
+    }
+    Next = next & 0xFFFF;
+    return result;
+}

@@ -1,0 +1,77 @@
+#include "code/frmAddress.h"
+
+#include "code/SymbolTable.h"
+#include "platform/ModalDialog.h"
+#include "platform/MsgBox.h"
+#include "views/EntryFields.h"
+#include "workspace/frmMain.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+frmAddress::frmAddress(QWidget* parent) : QDialog(parent)
+{
+    setObjectName(QStringLiteral("frmAddress"));
+    setWindowTitle(QStringLiteral("Go To Address"));
+    setProperty("HelpContextID", HelpContextID);
+
+    lbAdr = new QLabel(QStringLiteral("Address:"), this);
+    lbAdr->setObjectName(QStringLiteral("lbAdr"));
+    txtAdr = new QLineEdit(this);
+    txtAdr->setObjectName(QStringLiteral("txtAdr"));
+    txtAdr->setMaxLength(18);
+    cmdOK = new QPushButton(QStringLiteral("OK"), this);
+    cmdOK->setObjectName(QStringLiteral("cmdOK"));
+    cmdOK->setDefault(true);
+    cmdCancel = new QPushButton(QStringLiteral("Cancel"), this);
+    cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
+
+    auto* layout = new QVBoxLayout(this);
+    auto* entry = new QHBoxLayout;
+    entry->addWidget(lbAdr);
+    entry->addWidget(txtAdr);
+    layout->addLayout(entry);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(cmdOK);
+    buttons->addWidget(cmdCancel);
+    layout->addLayout(buttons);
+
+    // Enter in the box reaches cmdOK as the default button, which stops on an empty box.
+    connect(cmdOK, &QPushButton::clicked, this, &frmAddress::cmdOK_Click);
+    connect(cmdCancel, &QPushButton::clicked, this, &frmAddress::reject);
+    txtAdr->setFocus();
+}
+
+void frmAddress::ShowModal()
+{
+    frmAddress form(MainForm);
+    RunModal(form);
+}
+
+void frmAddress::cmdOK_Click()
+{
+    if (txtAdr->text().isEmpty()) {
+        txtAdr->setFocus();
+        return;
+    }
+    EntryValue = AddressFromText(txtAdr->text());
+    if (EntryValue != -1) {
+        EntryAccepted = true;
+        accept();
+        return;
+    }
+    txtAdr->clear();
+    MsgBox(QStringLiteral("Invalid Address !"), MbInformation, QStringLiteral("Orvane - Go To Address"));
+    // The message box may have put another window in front of the one that asked.
+    if (MainForm) {
+        if (QMdiSubWindow* active = MainForm->mdiArea()->activeSubWindow())
+            active->raise();
+    }
+    txtAdr->setFocus();
+}

@@ -1,0 +1,143 @@
+#include "code/frmLabel.h"
+
+#include "code/LabelList.h"
+#include "core/AppSettings.h"
+#include "platform/Fonts.h"
+#include "platform/WindowPlacement.h"
+#include "workspace/frmMain.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QHeaderView>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace {
+frmLabel* TheInstance = nullptr;
+const QString Prefix = QStringLiteral("Label");
+const QString SortKey = QStringLiteral("LabelSort");
+constexpr double NameColumnTwips = 780;
+}  // namespace
+
+frmLabel* frmLabel::Instance()
+{
+    return TheInstance;
+}
+
+frmLabel* frmLabel::Open()
+{
+    Q_ASSERT(MainForm);
+    if (TheInstance) {
+        MainForm->mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(TheInstance->parentWidget()));
+        return TheInstance;
+    }
+    return qobject_cast<frmLabel*>(MainForm->LoadWindow(QStringLiteral("frmLabel")));
+}
+
+QWidget* CreateLabel(frmMain&)
+{
+    auto* form = new frmLabel;
+    TheInstance = form;
+    return form;
+}
+
+frmLabel::frmLabel(QWidget* parent) : QWidget(parent)
+{
+    setObjectName(QStringLiteral("frmLabel"));
+    setWindowTitle(QStringLiteral("Labels"));
+    setFont(FixedPitchFont(QStringLiteral("Courier New"), 9.75));
+
+    ListView = new QTreeWidget(this);
+    ListView->setObjectName(QStringLiteral("ListView"));
+    ListView->setRootIsDecorated(false);
+    ListView->setHeaderHidden(true);   // two columns without captions
+    ListView->setUniformRowHeights(true);
+    ListView->setSelectionBehavior(QAbstractItemView::SelectRows);
+    ListView->viewport()->installEventFilter(this);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(ListView);
+
+    // The sort popup belongs to frmMain; its entries act on this window while it lives.
+    connect(MainForm->Menu("mnuPopupSortName"), &QAction::triggered, this, &frmLabel::mnuPopupSortName_Click);
+    connect(MainForm->Menu("mnuPopupSortValue"), &QAction::triggered, this, &frmLabel::mnuPopupSortValue_Click);
+    connect(MainForm->Menu("mnuPopupSortNone"), &QAction::triggered, this, &frmLabel::mnuPopupSortNone_Click);
+}
+
+frmLabel::~frmLabel()
+{
+    if (TheInstance == this)
+        TheInstance = nullptr;
+}
+
+void frmLabel::Form_Load()
+{
+    LoadPlacement(this, Prefix, MainForm->PlacementDefault(Prefix));
+    LabelSortMode = GetTextSetting(SortKey, QString());
+    Redraw();
+}
+
+void frmLabel::Form_Unload()
+{
+    if (TheInstance != this)
+        return;   // unloaded already
+    SavePlacement(this, Prefix);
+    SaveTextSetting(SortKey, LabelSortMode);
+    MainForm->Menu("mnuViewLabel")->setChecked(false);
+    TheInstance = nullptr;
+}
+
+void frmLabel::closeEvent(QCloseEvent* event)
+{
+    Form_Unload();
+    event->accept();
+}
+
+void frmLabel::Redraw()
+{
+    ListView->setSortingEnabled(false);
+    ListView->clear();
+    ListView->setColumnCount(2);
+    ListView->setColumnWidth(0, TwipsToPixelsX(NameColumnTwips));
+    ListView->setColumnWidth(1, fontMetrics().horizontalAdvance(QString(5, QLatin1Char(' '))));
+    QList<QTreeWidgetItem*> items;
+    for (const LabelRow& row : LabelRows(LabelSortMode))
+        items << new QTreeWidgetItem(QStringList{row.Name, row.Value});
+    ListView->addTopLevelItems(items);
+}
+
+void frmLabel::SetSortMode(const QString& mode)
+{
+    LabelSortMode = mode;
+    Redraw();
+}
+
+void frmLabel::mnuPopupSortName_Click() { SetSortMode(QStringLiteral("N")); }
+void frmLabel::mnuPopupSortValue_Click() { SetSortMode(QStringLiteral("V")); }
+void frmLabel::mnuPopupSortNone_Click() { SetSortMode(QString()); }
+
+void frmLabel::ListView_RightButton(const QPoint& globalPos)
+{
+    const bool byName = LabelSortMode == QLatin1String("N");
+    const bool byValue = LabelSortMode == QLatin1String("V");
+    MainForm->Menu("mnuPopupSortName")->setChecked(byName);
+    MainForm->Menu("mnuPopupSortValue")->setChecked(byValue);
+    MainForm->Menu("mnuPopupSortNone")->setChecked(!byName && !byValue);
+    MainForm->MenuOf("mnuPopupSort")->popup(globalPos);
+}
+
+bool frmLabel::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == ListView->viewport() && event->type() == QEvent::MouseButtonPress) {
+        const auto* press = static_cast<QMouseEvent*>(event);
+        if (press->button() == Qt::RightButton) {
+            ListView_RightButton(press->globalPosition().toPoint());
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}

@@ -1,0 +1,3 @@
+#include "source/SourceRecords.h"
+
+QString LstFile;

@@ -1,0 +1,7 @@
+// The process-wide source records: file names without a folder, resolved
+// against the current folder (file dialogs change it).
+#pragma once
+
+#include <QString>
+
+extern QString LstFile;   // the listing whose symbols are loaded; panel 3 names it

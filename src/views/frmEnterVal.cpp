@@ -1,0 +1,93 @@
+#include "views/frmEnterVal.h"
+
+#include "core/Conversions.h"
+#include "platform/Fonts.h"
+#include "platform/ModalDialog.h"
+#include "platform/MsgBox.h"
+#include "views/EntryFields.h"
+#include "workspace/frmMain.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace {
+void FocusMainForm()
+{
+    if (MainForm)
+        MainForm->activateWindow();
+}
+}  // namespace
+
+frmEnterVal::frmEnterVal(QWidget* parent) : QDialog(parent)
+{
+    setObjectName(QStringLiteral("frmEnterVal"));
+    setWindowTitle(QStringLiteral("Enter Value"));
+    setProperty("HelpContextID", HelpContextID);
+
+    Label = new QLabel(this);
+    Label->setObjectName(QStringLiteral("Label"));
+    Label->setFont(FixedPitchFont(QStringLiteral("Courier New"), 9.75));
+    Text = new QLineEdit(this);
+    Text->setObjectName(QStringLiteral("Text"));
+    Text->setMaxLength(18);
+    cmdOK = new QPushButton(QStringLiteral("OK"), this);
+    cmdOK->setObjectName(QStringLiteral("cmdOK"));
+    cmdOK->setDefault(true);
+    cmdCancel = new QPushButton(QStringLiteral("Cancel"), this);
+    cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
+
+    auto* layout = new QGridLayout(this);
+    layout->addWidget(Label, 0, 0);
+    layout->addWidget(Text, 0, 1);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(cmdOK);
+    buttons->addWidget(cmdCancel);
+    layout->addLayout(buttons, 1, 0, 1, 2);
+
+    // Enter in the box reaches cmdOK as the default button, which stops on an empty box.
+    connect(cmdOK, &QPushButton::clicked, this, &frmEnterVal::cmdOK_Click);
+    connect(cmdCancel, &QPushButton::clicked, this, &frmEnterVal::reject);
+}
+
+void frmEnterVal::ShowModal()
+{
+    frmEnterVal form(MainForm);
+    form.Form_Load();
+    RunModal(form);
+}
+
+void frmEnterVal::Form_Load()
+{
+    Label->setText(EntryLabel + ':');
+    Text->setText(EntryText);
+    Text->selectAll();   // the first key typed replaces the old value
+    Text->setFocus();
+}
+
+void frmEnterVal::cmdOK_Click()
+{
+    if (Text->text().isEmpty()) {
+        Text->setFocus();
+        return;
+    }
+    EntryValue = ParseNumber(Text->text(), EntryIsWord);
+    if (EntryValue != -1) {
+        EntryAccepted = true;
+        accept();
+        FocusMainForm();
+        return;
+    }
+    Text->clear();
+    MsgBox(QStringLiteral("Invalid Number !"), MbInformation, QStringLiteral("Orvane - Enter Value"));
+    Text->setFocus();
+}
+
+void frmEnterVal::reject()
+{
+    QDialog::reject();
+    FocusMainForm();
+}
