@@ -4,6 +4,7 @@
 
 #include "code/Asm.h"
 #include "core/TargetState.h"
+#include "support/MainFormFixture.h"
 #include "workspace/frmMain.h"
 
 namespace {
@@ -179,6 +180,23 @@ private slots:
         f = At(0x1000, {0x18, 0x1F, 0x10, 0xFF, 0xF0});
         QVERIFY(f.jump);
         QCOMPARE(f.next, 0x0FF5);
+    }
+
+    void bitBranchFailsWhenTheBoardDoesNotAnswer()
+    {
+        delete main_;
+        main_ = nullptr;
+        MainFormFixture f;
+        f.Start();   // board mode on a scripted line that never answers
+        QCOMPARE(TargetMode, BoardMode);
+        const Flow f1 = At(0x1000, {0x12, 0x40, 0x00, 0x10});
+        QVERIFY(!f1.ok);
+        QVERIFY(!BoardConnected);
+        QCOMPARE(f.boxes.boxes.size(), qsizetype(1));
+        QCOMPARE(f.boxes.boxes[0].text, QString("No Response from M68HC11 Board !"));
+        // Every other instruction needs nothing of the target.
+        const Flow f2 = At(0x1000, {0x27, 0x10});
+        QVERIFY(f2.ok);
     }
 };
 

@@ -26,7 +26,7 @@ private slots:
         TargetMode = SimulatorMode;
         BoardConnected = true;
         // Opened out of order: the refresh has its own.
-        for (const QString& window : {"frmRegTimer", "frmRegPIA", "frmWatch", "frmRegAD", "frmMemory", "frmRegCPU",
+        for (const char* window : {"frmRegTimer", "frmRegPIA", "frmWatch", "frmRegAD", "frmMemory", "frmRegCPU",
                                       "frmDisAsm", "frmRegPorts"})
             QVERIFY(form.LoadWindow(window));
         TargetMemory[0x1000] = 0x5A;
@@ -63,7 +63,7 @@ private slots:
         PluggedWindows plugged({"frmRegCPU", "frmStack", "frmRegPIA", "frmDisAsm"});
         frmMain& form = f.Start();
         BoardConnected = true;
-        for (const QString& window : {"frmRegCPU", "frmStack", "frmRegPIA", "frmDisAsm"})
+        for (const char* window : {"frmRegCPU", "frmStack", "frmRegPIA", "frmDisAsm"})
             form.LoadWindow(window);
         FakeToolWindow::OnCall() = [](const QString& call) {
             if (call == "frmRegCPU.mnuRefresh")

@@ -1,10 +1,6 @@
-// The rules by which the IDE's symbol reader takes a listing line, written
-// out for the assembler's tests: a line counts only with at least 28
-// characters, a decimal line number in columns 1-4, a hexadecimal address in
-// 6-9 and blanks in 5, 10, 13, 16, 19, 22 and 25-27. Of a counted line the
-// reader keeps the address, the code bytes, the label at column 28 (up to a
-// blank, after tabs are expanded to stops of 9) and the source text; FCB,
-// FCC, FDB and FILL lines keep neither bytes nor source.
+// The symbol reader of the IDE, seen from the assembler's tests: the entry a
+// listing line gives (address, code bytes, label, source), with the rules of
+// code/ListingReader.h.
 #pragma once
 
 #include <cstdint>
