@@ -7,24 +7,12 @@
 #include "support/BoardProcess.h"
 #include "support/MainFormFixture.h"
 #include "target/MonitorFrames.h"
+#include "tools/hc11board/BoardFrames.h"
 
 namespace {
 using Bytes = std::vector<std::uint8_t>;
 
-// A program at $2000 that sends the zero-terminated text at $2020 through the
-// SCI, waiting for TDRE before each byte, then loops on itself.
-const Bytes PrintProgram = {
-    0xCE, 0x20, 0x20,   // LDX  #$2020
-    0xA6, 0x00,         // LDAA 0,X
-    0x27, 0x0D,         // BEQ  done
-    0xF6, 0x10, 0x2E,   // LDAB SCSR
-    0xC5, 0x80,         // BITB #TDRE
-    0x27, 0xF9,         // BEQ  *-5
-    0xB7, 0x10, 0x2F,   // STAA SCDR
-    0x08,               // INX
-    0x20, 0xEF,         // BRA  next byte
-    0x20, 0xFE,         // done: BRA *
-};
+using boardtest::PrintProgram;   // sends the text at $2020 through the SCI
 
 struct TerminalTap {
     QByteArray received;
