@@ -1,6 +1,8 @@
 #include "workspace/ToolWindows.h"
 
 #include "code/frmLabel.h"
+#include "code/frmStack.h"
+#include "views/frmRegCPU.h"
 #include "workspace/frmMain.h"
 
 #include <QAction>
@@ -13,7 +15,7 @@ namespace toolwindows {
 namespace {
 // In the order of the View menu.
 ToolWindowRow Windows[] = {
-    {"frmRegCPU", "mnuViewRegCPU", nullptr},
+    {"frmRegCPU", "mnuViewRegCPU", &CreateRegCPU},
     {"frmRegPorts", "mnuViewRegPorts", nullptr},
     {"frmRegTimer", "mnuViewRegTimer", nullptr},
     {"frmRegPA", "mnuViewRegPulseAcc", nullptr},
@@ -25,7 +27,7 @@ ToolWindowRow Windows[] = {
     {"frmIOBOard", "mnuViewIOunit", nullptr},
     {"frmMemory", "mnuViewMemory", nullptr},
     {"frmWatch", "mnuViewWatch", nullptr},
-    {"frmStack", "mnuViewStack", nullptr},
+    {"frmStack", "mnuViewStack", &CreateStack},
     {"frmDisAsm", "mnuViewDisassembler", nullptr},
     {"frmLabel", "mnuViewLabel", &CreateLabel},
     {"frmSerial", "mnuViewSerialTerminal", nullptr},

@@ -1,0 +1,175 @@
+// The template as a block window uses it (a table of rows over RegisterBlock,
+// with auto refresh): a 16-bit row written high byte first in one write, a
+// read-only row, the refresh of RefreshRun, and the auto-refresh timer across
+// the popup, the dialog, activation and a lost link.
+#include <QtTest>
+
+#include "core/TargetState.h"
+#include "platform/PopupMenu.h"
+#include "platform/TickCount.h"
+#include "support/MainFormFixture.h"
+#include "support/ModalPlayer.h"
+#include "support/ScriptedMonitor.h"
+#include "views/RegisterWindow.h"
+#include "workspace/ToolWindows.h"
+
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QTreeWidget>
+
+namespace {
+const RegisterRow PortRows[] = {
+    {.name = "TOC1", .address = 0x1016, .isWord = true},
+    {.name = "PORTE", .address = 0x100A, .format = '%', .readOnly = true},
+    {.name = "PACNT", .address = 0x1027},
+};
+const RegisterWindowKind PortsKind = {
+    "Port Registers", "RegPorts", "mnuViewRegPorts", PortRows, true, &ReadRegisterBlockSource, &RegisterBlockValue,
+};
+QWidget* CreatePorts(frmMain&)
+{
+    return new RegisterWindow(PortsKind);
+}
+
+// The window under test in the place of the port window.
+struct PluggedPorts {
+    toolwindows::Factory previous = toolwindows::SetFactory("frmRegPorts", &CreatePorts);
+    ~PluggedPorts() { toolwindows::SetFactory("frmRegPorts", previous); }
+};
+
+void EnterValue(RegisterWindow* w, int row, const QString& text)
+{
+    ModalPlayer player([&](QDialog& dialog) { TypeAndPressOK(dialog, "Text", text); });
+    w->SelectRow(row);
+    w->mnuEnter();
+}
+
+void Activate(frmMain& form, QWidget* window)
+{
+    form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(window->parentWidget()));
+}
+}  // namespace
+
+class RegisterWindowTemplateTest : public QObject {
+    Q_OBJECT
+private slots:
+    void rowsDrawFromTheBlockAndWordsGoHighByteFirst()
+    {
+        PluggedPorts plugged;
+        MainFormFixture f;
+        ScriptedMonitor board(f);
+        board.memory[0x1016] = 0x12;
+        board.memory[0x1017] = 0x34;
+        board.memory[0x100A] = 0x81;
+        board.memory[0x1027] = 0x07;
+        frmMain& form = f.Start();
+        form.Menu("mnuViewRegPorts")->trigger();
+        auto* ports = qobject_cast<RegisterWindow*>(form.Window("frmRegPorts"));
+        QVERIFY(ports);
+        QCOMPARE(ports->Cell(0), QString("$1234"));
+        QCOMPARE(ports->Cell(1), QString("%10000001"));
+        QCOMPARE(ports->Cell(2), QString("$07"));
+
+        // One write of two bytes, then one read of the block serves the redraw.
+        board.frames.clear();
+        EnterValue(ports, 0, "$BEEF");
+        QCOMPARE(board.Count('W'), 1);
+        QCOMPARE(board.frames[0].mid(0, 6), QByteArray::fromHex("57101602BEEF"));
+        QCOMPARE(board.Count('R'), 1);
+        QCOMPARE(ports->Cell(0), QString("$BEEF"));
+
+        // The read-only row takes no value.
+        int dialogs = 0;
+        {
+            ModalPlayer player([&](QDialog&) { ++dialogs; });
+            ports->SelectRow(1);
+            ports->mnuEnter();
+        }
+        QCOMPARE(dialogs, 0);
+        QVERIFY(f.boxes.boxes.isEmpty());
+    }
+
+    void autoRefreshFollowsActivationThePopupAndTheDialog()
+    {
+        PluggedPorts plugged;
+        MainFormFixture f;
+        frmMain& form = f.Start();
+        TargetMode = SimulatorMode;
+        auto* ports = qobject_cast<RegisterWindow*>(form.LoadWindow("frmRegPorts"));
+        QWidget* cpu = form.LoadWindow("frmRegCPU");
+        Activate(form, ports);
+        QVERIFY(!form.tmrRefresh.isActive());
+
+        ports->mnuAutoRefresh();
+        QVERIFY(ports->AutoRefresh);
+        QVERIFY(form.tmrRefresh.isActive());
+        // A tick refreshes the active window from the target.
+        TargetMemory[0x1027] = 0x42;
+        form.tmrRefresh_Timer();
+        QCOMPARE(ports->Cell(2), QString("$42"));
+
+        // Off while the popup is up, whose Refresh entry is off and Auto Refresh checked.
+        bool timerDuringPopup = true, refreshEnabled = true, autoChecked = false;
+        PopupMenuHandler previous = SetPopupMenuHandler([&](QMenu*) {
+            timerDuringPopup = form.tmrRefresh.isActive();
+            refreshEnabled = form.Menu("mnuPopupViewRefresh")->isEnabled();
+            autoChecked = form.Menu("mnuPopupViewAutoRefresh")->isChecked();
+        });
+        ports->ListView_RightButton(ports->ListView->visualItemRect(ports->ListView->topLevelItem(2)).center());
+        SetPopupMenuHandler(previous);
+        QVERIFY(!timerDuringPopup && !refreshEnabled && autoChecked);
+        QVERIFY(form.tmrRefresh.isActive());
+
+        // Off while the dialog is up; a cancelled dialog writes nothing and the refresh goes on.
+        bool timerDuringDialog = true;
+        {
+            ModalPlayer player([&](QDialog&) { timerDuringDialog = form.tmrRefresh.isActive(); });
+            ports->SelectRow(2);
+            ports->mnuEnter();
+        }
+        QVERIFY(!timerDuringDialog);
+        QCOMPARE(TargetMemory[0x1027], 0x42);
+        QVERIFY(form.tmrRefresh.isActive());
+
+        // Another child window stops it; coming back starts it.
+        Activate(form, cpu);
+        QVERIFY(!form.tmrRefresh.isActive());
+        Activate(form, ports);
+        QVERIFY(form.tmrRefresh.isActive());
+
+        ports->mnuAutoRefresh();
+        QVERIFY(!form.tmrRefresh.isActive());
+    }
+
+    void aLinkLostUnderAutoRefreshClearsAndEndsIt()
+    {
+        PluggedPorts plugged;
+        MainFormFixture f;
+        ScriptedMonitor board(f);
+        frmMain& form = f.Start();
+        auto* ports = qobject_cast<RegisterWindow*>(form.LoadWindow("frmRegPorts"));
+        Activate(form, ports);
+        ports->mnuAutoRefresh();
+        QVERIFY(ports->ValueColumnWidth() > 0);
+
+        std::uint32_t now = 0;
+        auto clock = SetTickCountSource([&] { return now += 50; });
+        board.silent = true;
+        form.tmrRefresh_Timer();
+        SetTickCountSource(clock);
+        QCOMPARE(f.boxes.boxes.size(), 1);
+        QCOMPARE(ports->ValueColumnWidth(), 0);
+        QVERIFY(!ports->AutoRefresh);
+        QVERIFY(!form.tmrRefresh.isActive());
+        // The link returns; the user has to turn it on again.
+        board.silent = false;
+        ports->mnuRefresh();
+        QVERIFY(ports->ValueColumnWidth() > 0);
+        QVERIFY(!ports->AutoRefresh);
+        QVERIFY(!form.tmrRefresh.isActive());
+    }
+};
+
+QTEST_MAIN(RegisterWindowTemplateTest)
+#include "RegisterWindowTemplate_test.moc"
