@@ -138,7 +138,8 @@ void frmDisAsm::closeEvent(QCloseEvent* event)
 
 void frmDisAsm::SubWindowActivated(QMdiSubWindow* window)
 {
-    if (unloaded_)
+    // The main window may be on its way out and take this one with it.
+    if (unloaded_ || !MainForm)
         return;
     auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
     if (window && window == frame) {
