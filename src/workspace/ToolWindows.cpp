@@ -1,5 +1,6 @@
 #include "workspace/ToolWindows.h"
 
+#include "code/frmDisAsm.h"
 #include "code/frmLabel.h"
 #include "code/frmStack.h"
 #include "views/frmRegCPU.h"
@@ -28,7 +29,7 @@ ToolWindowRow Windows[] = {
     {"frmMemory", "mnuViewMemory", nullptr},
     {"frmWatch", "mnuViewWatch", nullptr},
     {"frmStack", "mnuViewStack", &CreateStack},
-    {"frmDisAsm", "mnuViewDisassembler", nullptr},
+    {"frmDisAsm", "mnuViewDisassembler", &CreateDisAsm},
     {"frmLabel", "mnuViewLabel", &CreateLabel},
     {"frmSerial", "mnuViewSerialTerminal", nullptr},
 };
