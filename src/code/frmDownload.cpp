@@ -137,6 +137,10 @@ frmDownload::Outcome frmDownload::Download()
         if (!file.open(QIODevice::ReadOnly))
             Fail(file.errorString());
 
+        // The simulated erase leaves BoardConnected alone, and a port that
+        // failed at start-up left it false: the simulator is always there.
+        if (TargetMode == SimulatorMode)
+            MainForm->FindBoard();
         MainForm->FlashErase();
         if (!BoardConnected) {
             MsgBox(QStringLiteral("Can't Write to Memory !"), MbOkOnly | MbExclamation, DownloadErrorCaption);

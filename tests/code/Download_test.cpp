@@ -182,6 +182,21 @@ private slots:
         QVERIFY(!form.IsOpen("frmRegCPU") && !form.IsOpen("frmDisAsm"));
     }
 
+    void simulatorNeedsNoSerialPort()
+    {
+        WorkFolder folder;
+        folder.Write("prog.s19", S1(0xE000, {0x01}) + S1(0xFFFE, {0xE0, 0x00}));
+        MainFormFixture f;
+        f.line.FailOpen("No such file or directory");
+        frmMain& form = StartSimulator(f, folder);
+        QVERIFY(!BoardConnected);
+        S19File = "prog.s19";
+        form.mnuFileDownload_Click();
+        QVERIFY2(f.boxes.boxes.isEmpty(), qPrintable(f.boxes.boxes.value(0).text));
+        QCOMPARE(TargetMemory[0xE000], std::uint8_t(0x01));
+        QCOMPARE(CpuRegisters.PC, 0xE000);
+    }
+
     void goodRunOpensAndRefreshesTheDebugWindows()
     {
         WorkFolder folder;
