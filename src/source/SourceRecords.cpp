@@ -1,3 +1,4 @@
 #include "source/SourceRecords.h"
 
 QString LstFile;
+QString S19File;

@@ -5,3 +5,4 @@
 #include <QString>
 
 extern QString LstFile;   // the listing whose symbols are loaded; panel 3 names it
+extern QString S19File;   // the machine code that Download takes; panel 2 names it

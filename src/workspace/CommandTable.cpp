@@ -19,7 +19,7 @@ const MenuRow Menus[] = {
     {1, nullptr, nullptr, "", None, 0, nullptr},
     {1, "mnuFileAssemble", "Asse&mble ...", "F2", None, 9, nullptr},
     {1, "mnuFileLoadSymbols", "&Load Symbols ...", "Ctrl+L", None, 10, &frmMain::mnuFileLoadSymbols_Click},
-    {1, "mnuFileDownload", "&Download ...", "Ctrl+D", None, 11, nullptr},
+    {1, "mnuFileDownload", "&Download ...", "Ctrl+D", None, 11, &frmMain::mnuFileDownload_Click},
     {1, nullptr, nullptr, "", None, 0, nullptr},
     {1, "mnuFileExit", "E&xit", "", None, 12, &frmMain::mnuFileExit_Click},
     {0, "mnuEdit", "&Edit", "", None, 13, nullptr},

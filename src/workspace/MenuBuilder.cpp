@@ -180,6 +180,11 @@ QAction* frmMain::Button(int position) const
 
 void frmMain::tbToolbar_ButtonClick(QAction* button)
 {
+    // The Download button has a routine of its own: it takes S19File without asking.
+    if (button->toolTip() == QLatin1String("Download")) {
+        FileDownload();
+        return;
+    }
     int count = 0;
     const ToolbarRow* rows = ToolbarRows(count);
     for (int i = 0; i < count; ++i) {

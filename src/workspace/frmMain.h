@@ -184,6 +184,14 @@ public:
     void FileLoadSymbols();
     void mnuFileLoadSymbols_Click();
 
+    // ---- Download (code/Download.cpp, code/frmDownload.cpp) -----------------
+    // The File menu entry: S19File if that file exists (nothing if it has
+    // gone), else the open dialog; then ClockCount starts again from 0.
+    void mnuFileDownload_Click();
+    // The toolbar button: S19File without asking whenever it exists, else
+    // the menu entry's way.
+    void FileDownload();
+
     // ---- Menu handlers ------------------------------------------------------
     void mnuFileExit_Click();
     void mnuViewToolbar_Click();

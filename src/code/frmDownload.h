@@ -1,0 +1,50 @@
+// "Download": the modal window that puts a machine-code file into the target.
+// It does its work on its first activation, so it is on the screen before the
+// first byte moves: erase the flash, program every good S1 record in file
+// order, read the reset vector into PC. After a run that wrote something the
+// debugger is set up for the program: breakpoints gone, the CPU, stack and
+// disassembly windows open on PC.
+#pragma once
+
+#include <QDialog>
+
+class QLabel;
+class QProgressBar;
+class QPushButton;
+
+class frmDownload : public QDialog {
+    Q_OBJECT
+public:
+    // Downloads the file that MainForm->Dialog.FileName names; the caller sets it.
+    static void ShowModal();
+
+    explicit frmDownload(QWidget* parent = nullptr);
+
+    bool DownloadStarted = false;   // the work has begun; later activations do nothing
+    bool DownloadCancel = false;    // cmdCancel was pressed
+
+    QLabel* lbDown = nullptr;
+    QLabel* lbAddress = nullptr;
+    QLabel* lbSize = nullptr;
+    QProgressBar* ProgressBar = nullptr;
+    QPushButton* cmdCancel = nullptr;
+
+    void cmdCancel_Click();
+    // Escape and the window button count as Cancel while the run goes on.
+    void reject() override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    enum class Outcome { Ended, Failed };
+    void Form_Activate();
+    // Erase, the records, the reset vector; the window is unloaded at its end.
+    Outcome Download();
+    void Unload();
+    bool unloaded_ = false;
+};
+
+// What a run that wrote something leaves behind: panel 2, no breakpoints,
+// the CPU, stack and disassembly windows open and refreshed on PC.
+void SetUpDownloadedProgram();

@@ -1,0 +1,327 @@
+// Download in simulator mode and on a scripted line: what reaches the target,
+// PC, panel 2, the breakpoints, the windows it opens, skipped and refused
+// records, Cancel, the menu and toolbar ways in, and the file closed on every
+// way out.
+#include <QtTest>
+
+#include "code/frmDownload.h"
+#include "core/TargetState.h"
+#include "platform/DoEvents.h"
+#include "platform/SettingsStore.h"
+#include "platform/TickCount.h"
+#include "source/SourceRecords.h"
+#include "support/FakeToolWindow.h"
+#include "support/MainFormFixture.h"
+#include "support/WorkFolder.h"
+#include "views/EntryFields.h"
+
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <random>
+
+namespace {
+// An S1 line; the reader's own tests check the rule against the assembler.
+QByteArray S1(int address, const std::vector<std::uint8_t>& data, int checksumOffset = 0)
+{
+    QByteArray line = QByteArray::number(int(data.size()) + 3, 16).rightJustified(2, '0') +
+                      QByteArray::number(address, 16).rightJustified(4, '0');
+    int sum = int(data.size()) + 3 + (address >> 8) + (address & 0xFF);
+    for (const std::uint8_t byte : data) {
+        line += QByteArray::number(byte, 16).rightJustified(2, '0');
+        sum += byte;
+    }
+    line += QByteArray::number((0xFF - sum + checksumOffset) & 0xFF, 16).rightJustified(2, '0');
+    return "S1" + line.toUpper() + "\n";
+}
+
+bool HeldOpen(const QString& path)
+{
+    const QDir fds("/proc/self/fd");
+    for (const QString& fd : fds.entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System))
+        if (QFileInfo(fds.filePath(fd)).symLinkTarget() == QFileInfo(path).canonicalFilePath())
+            return true;
+    return false;
+}
+
+// Runs act in each event pass of the run (pass 0 before the first line).
+struct DuringRun {
+    std::function<void(frmDownload&, int pass)> act;
+    int passes = 0;
+    std::function<void()> previous = SetDoEventsHook([this] {
+        if (auto* form = MainForm->findChild<frmDownload*>())
+            act(*form, passes++);
+    });
+    ~DuringRun() { SetDoEventsHook(previous); }
+};
+
+// A main window whose last program a good run replaces and a failed one keeps;
+// S19File names "prog.s19" in the work folder.
+struct Session {
+    MainFormFixture f;
+    WorkFolder folder;
+    frmMain* form = nullptr;
+
+    explicit Session(const QByteArray& file, bool simulator = true, bool portOpens = true)
+    {
+        SaveSetting("Settings", "SimEnabled", simulator ? "True" : "False");
+        if (!portOpens)
+            f.line.FailOpen("No such file or directory");
+        form = &f.Start();
+        folder.Enter();
+        folder.Write("prog.s19", file);
+        S19File = "prog.s19";
+        EntryAccepted = false;
+        form->SetPanelText(2, "Program: old.s19");
+        BreakpointTable[0] = 0xE003;
+        BreakpointCount = 1;
+        form->BreakpointCountChanged();
+        CpuRegisters.PC = 0x1234;
+        TargetMemory.fill(0x5A);
+    }
+    ~Session() { S19File.clear(); }
+
+    void ExpectOldProgramKept() const
+    {
+        QCOMPARE(form->PanelText(2), QString("Program: old.s19"));
+        QCOMPARE(BreakpointCount, std::int16_t(1));
+        QVERIFY(form->Menu("mnuDebugClearAllBreakpoints")->isEnabled());
+        QVERIFY(!form->IsOpen("frmRegCPU"));
+        QVERIFY(!HeldOpen(folder.Path("prog.s19")));
+        QVERIFY(!form->findChild<frmDownload*>());
+    }
+};
+
+const QStringList DebugWindows = {"frmRegCPU", "frmStack", "frmDisAsm"};
+}  // namespace
+
+class DownloadTest : public QObject {
+    Q_OBJECT
+private slots:
+    void goodRunSetsUpTheProgram()
+    {
+        PluggedWindows windows(DebugWindows);
+        Session s(S1(0xE000, {0x8E, 0x00, 0xFF}) + S1(0xFFFE, {0xE0, 0x00}));
+        ClockCount = 4321;
+        s.form->Menu("mnuFileDownload")->trigger();
+
+        QVERIFY(s.f.boxes.boxes.isEmpty());
+        QCOMPARE(TargetMemory[0xE002], std::uint8_t(0xFF));
+        QCOMPARE(TargetMemory[0xE000], std::uint8_t(0x8E));
+        QCOMPARE(TargetMemory[0xE003], std::uint8_t(0xFF));   // erased
+        QCOMPARE(TargetMemory[0xDFFF], std::uint8_t(0x5A));   // below the flash: untouched
+        QCOMPARE(CpuRegisters.PC, 0xE000);
+        QCOMPARE(s.form->PanelText(2), QString("Program: prog.s19"));
+        QCOMPARE(BreakpointCount, std::int16_t(0));
+        QVERIFY(!s.form->Menu("mnuDebugClearAllBreakpoints")->isEnabled());
+        QCOMPARE(s.form->PanelText(4), QString("Clock= 00000000"));
+        QVERIFY(!HeldOpen(s.folder.Path("prog.s19")));
+        // A fresh disassembly window finds PC itself; the refresh round follows.
+        QVERIFY(s.form->IsOpen("frmRegCPU") && s.form->IsOpen("frmStack") && s.form->IsOpen("frmDisAsm"));
+        QCOMPARE(FakeToolWindow::Log(), QStringList({"frmRegCPU.mnuRefresh", "frmStack.mnuRefresh"}));
+        QCOMPARE(s.form->ActiveWindow(), s.form->Window("frmDisAsm"));
+
+        // Open already: put on PC and refreshed, and in front whatever was before.
+        s.form->mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(s.form->Window("frmStack")->parentWidget()));
+        FakeToolWindow::Log().clear();
+        s.form->mnuFileDownload_Click();
+        QCOMPARE(FakeToolWindow::Log(), QStringList({"frmDisAsm.mnuGoToPCAddress", "frmDisAsm.mnuRefresh",
+                                                     "frmRegCPU.mnuRefresh", "frmStack.mnuRefresh"}));
+        QCOMPARE(s.form->ActiveWindow(), s.form->Window("frmDisAsm"));
+        QCOMPARE(s.form->mdiArea()->subWindowList().size(), 3);
+    }
+
+    void simulatorNeedsNoSerialPort()
+    {
+        Session s(S1(0xE000, {0x01}), true, false);
+        QVERIFY(!BoardConnected);   // left so by the port that failed at start-up
+        s.form->mnuFileDownload_Click();
+        QVERIFY(s.f.boxes.boxes.isEmpty());
+        QCOMPARE(TargetMemory[0xE000], std::uint8_t(0x01));
+    }
+
+    void filesWithoutGoodRecordsOnlyErase_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::newRow("headers, bad sums, other records")
+            << "S00600004844521B\n\ns1040010EB00\nS2080100000102030400\n" + S1(0x0100, {0x11}, 1) + "S9030000FC\n";
+        std::mt19937 random(11);
+        QByteArray garbage;
+        for (int i = 0; i < 20000; ++i)
+            garbage += char(random());
+        garbage.replace('S', 'x');   // so that no line is a record
+        QTest::newRow("binary garbage") << garbage;
+    }
+
+    void filesWithoutGoodRecordsOnlyErase()
+    {
+        QFETCH(QByteArray, file);
+        PluggedWindows windows(DebugWindows);
+        Session s(file);
+        s.form->mnuFileDownload_Click();
+        QVERIFY(s.f.boxes.boxes.isEmpty());
+        QCOMPARE(TargetMemory[0xE000], std::uint8_t(0xFF));
+        QCOMPARE(TargetMemory[0x0100], std::uint8_t(0x5A));
+        QCOMPARE(CpuRegisters.PC, 0xFFFF);   // the erased vector
+        s.ExpectOldProgramKept();
+    }
+
+    void badRecordsAreSkippedAndTheRunGoesOn()
+    {
+        QByteArray lowerCase = S1(0x0120, {0xAB, 0xCD});
+        lowerCase.replace("ABCD", "abcd");
+        Session s(S1(0x0100, {0x11, 0x22}) + S1(0x0110, {0x33}, 1) + lowerCase + "S1050130AA\n" +
+                  S1(0x0140, {0x44}) + S1(0x0101, {0x99}));
+        QStringList labels;
+        DuringRun watch{[&labels](frmDownload& dialog, int pass) {
+            if (pass > 0)
+                labels << dialog.lbAddress->text() + " " + dialog.lbSize->text();
+        }};
+        s.form->mnuFileDownload_Click();
+
+        QVERIFY(s.f.boxes.boxes.isEmpty());
+        QCOMPARE(TargetMemory[0x0100], std::uint8_t(0x11));
+        QCOMPARE(TargetMemory[0x0101], std::uint8_t(0x99));   // a later record overwrites
+        for (int skipped : {0x0110, 0x0120, 0x0130})
+            QCOMPARE(TargetMemory[skipped], std::uint8_t(0x5A));
+        QCOMPARE(TargetMemory[0x0140], std::uint8_t(0x44));
+        // A skipped record leaves the labels as the last good one set them.
+        const QString first = "Address = $0100 2 bytes";
+        QCOMPARE(labels, QStringList({first, first, first, first, "Address = $0140 1 byte", "Address = $0101 1 byte"}));
+        QCOMPARE(s.form->PanelText(2), QString("Program: prog.s19"));
+    }
+
+    void refusedRecordsEndTheRunAndKeepTheState_data()
+    {
+        QTest::addColumn<QByteArray>("line");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("count 3") << QByteArray("S1030000FC\n") << QString("S1 record without data in line 2 !");
+        QTest::newRow("binary") << QByteArray("S1\xFF\x00\x01\n", 6) << QString("S1 record without data in line 2 !");
+        QTest::newRow("past $FFFF") << S1(0xFFFF, {0x01, 0x02}) << QString("S1 record past $FFFF in line 2 !");
+    }
+
+    void refusedRecordsEndTheRunAndKeepTheState()
+    {
+        QFETCH(QByteArray, line);
+        PluggedWindows windows(DebugWindows);
+        Session s(S1(0x0100, {0x11}) + line + S1(0x0200, {0x22}) + S1(0xFFFE, {0xE0, 0x00}));
+        s.form->mnuFileDownload_Click();
+        QCOMPARE(s.f.boxes.boxes.size(), 1);
+        QTEST(s.f.boxes.boxes[0].text, "message");
+        QCOMPARE(s.f.boxes.boxes[0].caption, QString("Orvane - Read Error"));
+        QCOMPARE(TargetMemory[0x0100], std::uint8_t(0x11));   // written before stays
+        QCOMPARE(TargetMemory[0x0200], std::uint8_t(0x5A));
+        QCOMPARE(TargetMemory[0x0000], std::uint8_t(0x5A));   // nothing wrapped round
+        QCOMPARE(CpuRegisters.PC, 0x1234);
+        s.ExpectOldProgramKept();
+    }
+
+    void unreadableFileIsAReadErrorBeforeTheErase()
+    {
+        Session s("");
+        s.form->Dialog.FileName = s.folder.Path("missing.s19");
+        frmDownload::ShowModal();
+        QCOMPARE(s.f.boxes.boxes.size(), 1);
+        QVERIFY(s.f.boxes.boxes[0].text.endsWith("directory !"));
+        QCOMPARE(s.f.boxes.boxes[0].caption, QString("Orvane - Read Error"));
+        QCOMPARE(TargetMemory[0xE000], std::uint8_t(0x5A));
+        s.ExpectOldProgramKept();
+    }
+
+    void cancelStopsAtTheNextLine_data()
+    {
+        QTest::addColumn<bool>("escape");
+        QTest::newRow("Cancel button") << false;
+        QTest::newRow("Escape") << true;
+    }
+
+    void cancelStopsAtTheNextLine()
+    {
+        QFETCH(bool, escape);
+        PluggedWindows windows(DebugWindows);
+        Session s(S1(0xFFFE, {0xE0, 0x10}) + S1(0xE010, {0x01}) + S1(0xE011, {0x02}));
+        DuringRun press{[escape](frmDownload& dialog, int pass) {
+            if (pass == 1)   // after the first line
+                escape ? dialog.reject() : dialog.cmdCancel->click();
+        }};
+        s.form->mnuFileDownload_Click();
+        QCOMPARE(press.passes, 2);
+        QCOMPARE(TargetMemory[0xE010], std::uint8_t(0xFF));   // erased all the same
+        QCOMPARE(CpuRegisters.PC, 0xE010);   // the vector, read after the Cancel
+        QCOMPARE(ClockCount, 0);   // the menu's way clears it whatever the run did
+        s.ExpectOldProgramKept();
+    }
+
+    void menuAsksOnceAndTheToolbarNever()
+    {
+        Session s(S1(0x0100, {0x01}));
+        S19File.clear();
+        int asked = 0;
+        QString answer;
+        const auto previous = CommonDialog::SetHandler([&](CommonDialog& dialog, CommonDialog::Kind) {
+            ++asked;
+            if (dialog.DialogTitle != "Download" || dialog.FilterIndex != 1 ||
+                dialog.Filter != "Machine Code (*.s19)|*.s19|All Files (*.*)|*.*" || answer.isEmpty())
+                return false;
+            dialog.FileName = answer;
+            return true;
+        });
+        ClockCount = 55;
+        s.form->tbToolbar_ButtonClick(s.form->Button(21));   // no name yet: the menu's way, and the user cancels
+        QCOMPARE(asked, 1);
+        QCOMPARE(TargetMemory[0xE000], std::uint8_t(0x5A));
+        QCOMPARE(ClockCount, 55);
+
+        answer = s.folder.Path("prog.s19");
+        s.form->mnuFileDownload_Click();
+        QCOMPARE(S19File, QString("prog.s19"));
+        QCOMPARE(TargetMemory[0x0100], std::uint8_t(0x01));
+        QCOMPARE(ClockCount, 0);
+
+        // The same file again, read afresh, without the dialog; the button leaves the clock alone.
+        ClockCount = 77;
+        s.folder.Write("prog.s19", S1(0x0100, {0x02}));
+        s.form->tbToolbar_ButtonClick(s.form->Button(21));
+        QCOMPARE(TargetMemory[0x0100], std::uint8_t(0x02));
+        QCOMPARE(ClockCount, 77);
+
+        // A name whose file has gone: neither way does anything.
+        QFile::remove(s.folder.Path("prog.s19"));
+        TargetMemory[0xE000] = 0x5A;
+        s.form->mnuFileDownload_Click();
+        s.form->FileDownload();
+        QCOMPARE(TargetMemory[0xE000], std::uint8_t(0x5A));
+        QCOMPARE(asked, 2);
+        QCOMPARE(ClockCount, 77);
+        CommonDialog::SetHandler(previous);
+    }
+
+    void failedRecordOnTheBoardEndsTheLoop()
+    {
+        PluggedWindows windows(DebugWindows);
+        Session s(S1(0xE000, {0x01}) + S1(0xE001, {0x02}) + S1(0xE002, {0x03}), false);
+        std::uint32_t now = 1000;   // a millisecond a reading: the time-outs pass at once
+        const auto clock = SetTickCountSource([&now] { return ++now; });
+        QByteArrayList frames;
+        s.f.line.SetResponder([&frames](const QByteArray& frame) {
+            frames << frame.left(1);   // erase and the first record acknowledged, then silence
+            return frames.size() <= 2 ? QByteArray(1, char(6)) : QByteArray();
+        });
+        s.form->mnuFileDownload_Click();
+        SetTickCountSource(clock);
+
+        QCOMPARE(frames.mid(0, 3), QByteArrayList({"E", "P", "P"}));
+        QVERIFY(!frames.mid(3).contains("P"));
+        QCOMPARE(s.f.boxes.boxes.value(0).text, QString("No Response from M68HC11 Board !"));
+        // A record got through: the program is named and the breakpoints go,
+        // but the vector and the windows need a board that answers.
+        QCOMPARE(s.form->PanelText(2), QString("Program: prog.s19"));
+        QCOMPARE(BreakpointCount, std::int16_t(0));
+        QCOMPARE(CpuRegisters.PC, 0x1234);
+        QVERIFY(!s.form->IsOpen("frmRegCPU"));
+    }
+};
+
+QTEST_MAIN(DownloadTest)
+#include "Download_test.moc"

@@ -1,0 +1,105 @@
+// The reading of one line of a machine-code file: which lines are records,
+// the fixed columns, the one's-complement checksum, short, lower-case and
+// junk-laden lines, against hand-checked lines and the assembler's output.
+#include <QtTest>
+
+#include "code/S1Record.h"
+#include "source/hc11/Assembler.h"
+#include "support/S19Image.h"
+
+#include <sstream>
+
+using Kind = S1Record::Kind;
+using Bytes = std::vector<std::uint8_t>;
+Q_DECLARE_METATYPE(Kind)
+Q_DECLARE_METATYPE(Bytes)
+
+class S1RecordTest : public QObject {
+    Q_OBJECT
+private slots:
+    void readsByFixedColumns_data()
+    {
+        QTest::addColumn<QByteArray>("line");
+        QTest::addColumn<Kind>("kind");
+        QTest::addColumn<int>("address");
+        QTest::addColumn<Bytes>("data");
+        // 13 + 7A + F0 + 0A + 0A + 0D + 61 = $1FF
+        QTest::newRow("good") << QByteArray("S1137AF00A0A0D0000000000000000000000000061\r\n") << Kind::Good
+                              << 0x7AF0 << Bytes{0x0A, 0x0A, 0x0D, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
+        QTest::newRow("junk behind the sum") << QByteArray("S1040010EB00;x") << Kind::Good << 0x10 << Bytes{0xEB};
+        QTest::newRow("sum one off") << QByteArray("S1040010EB01") << Kind::BadChecksum << 0x10 << Bytes{0xEB};
+        QTest::newRow("data changed") << QByteArray("S1040010EC00") << Kind::BadChecksum << 0x10 << Bytes{0xEC};
+        // Lower case and stray characters add nothing to a field's value.
+        QTest::newRow("lower-case data") << QByteArray("S1040010eb00") << Kind::BadChecksum << 0x10 << Bytes{0};
+        QTest::newRow("stray digit") << QByteArray("S1040010E?00") << Kind::BadChecksum << 0x10 << Bytes{0x0E};
+        QTest::newRow("lower-case zero") << QByteArray("S1040010EB0x") << Kind::Good << 0x10 << Bytes{0xEB};
+        // Missing digits read as nothing and the sum decides: 04 + 00 + 10 + EB = $FF.
+        QTest::newRow("sum missing") << QByteArray("S1040010EB") << Kind::Good << 0x10 << Bytes{0xEB};
+        QTest::newRow("half a byte") << QByteArray("S1060010E") << Kind::BadChecksum << 0x10 << Bytes{0x0E, 0, 0};
+        int row = 0;
+        for (const char* line : {"S1030000FC", "S1000000", "S1", "S1\r\n", "S1\xFF\x01"})
+            QTest::addRow("no data %d", ++row) << QByteArray(line) << Kind::NoData << 0 << Bytes{};
+        for (const char* line : {"S00600004844521B", "S9030000FC", "s1040010EB00", "S2080100000102030400", "",
+                                 " S1040010EB00"})
+            QTest::addRow("not a record %d", ++row) << QByteArray(line) << Kind::NotARecord << 0 << Bytes{};
+    }
+
+    void readsByFixedColumns()
+    {
+        QFETCH(QByteArray, line);
+        QFETCH(Kind, kind);
+        const S1Record record = ReadS1Line(line);
+        QCOMPARE(record.kind, kind);
+        QTEST(int(record.Address), "address");
+        QTEST(record.Data, "data");
+    }
+
+    void checksumTakesTheAddressAsTwoBytes()
+    {
+        QVERIFY(S1ChecksumGood(0x04, 0x1234, {0x00}, 0xFF - 0x04 - 0x12 - 0x34));
+        QVERIFY(!S1ChecksumGood(0x04, 0x1234, {0x00}, 0xFF - 0x04 - 0x34));
+        // $53 would close a two's-complement sum: one off, and refused.
+        QVERIFY(!S1ChecksumGood(0x05, 0xE000, {0x86, 0x42}, 0x53));
+    }
+
+    void assemblerOutputReadsBackByteForByte()
+    {
+        const auto result = hc11::as11::AssembleSource(" ORG $E000\nSTART LDAA #$55\n BRA START\n"
+                                                       " FCC 'a text long enough to need a second record'\n"
+                                                       " ORG $FFFE\n FDB START\n");
+        const asmtest::S19Image image = asmtest::ReadS19(result.s19);
+        QVERIFY2(image.problem.empty(), image.problem.c_str());
+        std::map<int, std::uint8_t> read;
+        std::istringstream lines(result.s19);
+        for (std::string line; std::getline(lines, line);) {
+            const S1Record record = ReadS1Line(QByteArray::fromStdString(line));
+            QVERIFY(record.kind == Kind::Good || record.kind == Kind::NotARecord);
+            for (std::size_t i = 0; i < record.Data.size(); ++i)
+                read[record.Address + int(i)] = record.Data[i];
+        }
+        QVERIFY(image.dataRecords >= 3);
+        QVERIFY(read == image.bytes);
+    }
+
+    void recordsEndAtTheTopOfMemory()
+    {
+        S1Record record;
+        record.Address = 0xFF04;   // the largest record, 252 bytes, ends at $FFFF
+        record.Data.assign(252, 0);
+        QVERIFY(S1RecordFits(record));
+        record.Address = 0xFF05;
+        QVERIFY(!S1RecordFits(record));
+    }
+
+    void windowTexts()
+    {
+        QCOMPARE(DownloadAddressText(0x12), QString("Address = $0012"));
+        QCOMPARE(DownloadSizeText(1), QString("1 byte"));
+        QCOMPARE(DownloadSizeText(2), QString("2 bytes"));
+        QCOMPARE(DownloadProgress(299, 300), 99);   // 100 only at the end
+        QCOMPARE(DownloadProgress(qint64(3) << 30, qint64(4) << 30), 75);   // no 32-bit overflow
+    }
+};
+
+QTEST_APPLESS_MAIN(S1RecordTest)
+#include "S1Record_test.moc"
