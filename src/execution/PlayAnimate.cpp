@@ -16,6 +16,7 @@
 namespace {
 constexpr int PauseButton = 26;
 constexpr std::uint32_t AnimateStepMs = 100;
+constexpr std::uint32_t SimulatorEventMs = 10;
 }  // namespace
 
 void frmMain::BeginRun(bool play)
@@ -58,7 +59,11 @@ void frmMain::LetEventsRun()
 void frmMain::mnuRunPlay_Click()
 {
     BeginRun(true);
-    stepping::EventPump pump;
+    // A board's step takes milliseconds: events run after each. Simulated
+    // steps are let through to the events about as often as a screen shows a
+    // new picture, which is as often as Pause or the clock panel can be seen.
+    stepping::EventPump pump = TargetMode == SimulatorMode ? stepping::EventPump(64, SimulatorEventMs)
+                                                           : stepping::EventPump(1, 0);
     while (!RunStopped) {
         if (!PlayFirstStep && stepping::BreakpointHit(CpuRegisters.PC)) {
             RunStopped = true;

@@ -87,8 +87,13 @@ bool OutsideProgramBuffer(std::int32_t pc)
 
 bool EventPump::Due()
 {
+    if (started_ && ++calls_ < stride_)
+        return false;
+    calls_ = 0;
+    if (interval_ == 0)
+        return true;
     const std::uint32_t now = GetTickCount();
-    if (started_ && now == last_)
+    if (started_ && now - last_ < interval_)
         return false;
     started_ = true;
     last_ = now;

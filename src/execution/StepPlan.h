@@ -48,14 +48,20 @@ bool BreakpointHit(std::int32_t pc);
 // PC has left the 252 bytes of ProgramBuffer that hold a whole instruction.
 bool OutsideProgramBuffer(std::int32_t pc);
 
-// Lets pending events run at most once a millisecond: a simulated step takes
-// well under a microsecond, and Pause needs no more than the screen shows.
+// Says when pending events should run: once intervalMs have passed since the
+// last pass (0: at every call). A simulated step takes a fraction of a
+// microsecond, and a pass that paints the clock panel a hundred times more
+// than the screen can show it costs more than the steps. The clock itself is
+// read only every stride-th call.
 class EventPump {
 public:
-    // True when the tick count has moved on since the last pass that was due.
+    EventPump(int stride, std::uint32_t intervalMs) : stride_(stride), interval_(intervalMs) {}
     bool Due();
 
 private:
+    int stride_;
+    std::uint32_t interval_;
+    int calls_ = 0;
     std::uint32_t last_ = 0;
     bool started_ = false;
 };

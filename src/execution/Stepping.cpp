@@ -11,7 +11,6 @@
 
 #include <QAction>
 #include <QPointer>
-#include <string>
 
 using stepping::StepKind;
 
@@ -21,21 +20,27 @@ constexpr std::int32_t SaveAreaSP = 6;
 
 // The flow of the instruction at PC.
 struct Flow {
-    std::int32_t next = 0;   // the address behind it, or a taken jump's
+    std::int32_t next = 0;     // the address behind it, or a taken jump's
     std::int32_t target = 0;   // the same with calls followed
     bool jump = false, call = false, ret = false;
 };
 
-// NextAddress without and with calls followed; false if a bit branch could not read its byte.
+// NextAddress with calls followed gives the target and the flags. Only for a
+// call does the address behind it differ; elsewhere the second analysis, and
+// a bit branch's second read of the target, are saved. False if a bit branch
+// could not read its byte.
 bool FlowAtPC(Flow& flow)
 {
     std::int32_t pc = CpuRegisters.PC;
-    bool follow = false;
-    bool jump = false, call = false, ret = false;
-    if (!NextAddress(pc, follow, flow.next, jump, call, ret))
+    bool follow = true;
+    if (!NextAddress(pc, follow, flow.target, flow.jump, flow.call, flow.ret))
         return false;
-    follow = true;
-    return NextAddress(pc, follow, flow.target, flow.jump, flow.call, flow.ret);
+    flow.next = flow.target;
+    if (!flow.call)
+        return true;
+    follow = false;
+    bool jump = false, call = false, ret = false;
+    return NextAddress(pc, follow, flow.next, jump, call, ret);
 }
 
 std::vector<std::uint8_t> Word(std::int32_t value)
@@ -204,6 +209,14 @@ void frmMain::StepOnBoardFrozen()
 
 // ---- MakeStep -------------------------------------------------------------------
 
+bool frmMain::CpuWindowOpen()
+{
+    // Asked at every step of Play: the entry is looked up once.
+    if (!viewRegCpu_)
+        viewRegCpu_ = Menu(QStringLiteral("mnuViewRegCPU"));
+    return viewRegCpu_->isChecked();
+}
+
 void frmMain::MakeStep()
 {
     FindBoard();
@@ -211,13 +224,11 @@ void frmMain::MakeStep()
         return;
     bool stepped = true;
     if (StepExecute) {
+        // Only a call stepped over on the board needs the called address.
         Flow flow;
-        stepped = FlowAtPC(flow);
-        // Only the length is needed; the text buffer is kept for the next step.
-        static std::string text;
-        std::int32_t at = CpuRegisters.PC;
-        std::int16_t length = 0;
-        DisAsmLine(at, length, text);
+        if (TargetMode == BoardMode && stepping::CurrentStepKind() == StepKind::OverCall)
+            stepped = FlowAtPC(flow);
+        const std::int16_t length = InstructionLength(CpuRegisters.PC);
         if (stepped && TargetMode == BoardMode)
             stepped = StepOnBoard(flow.target, length);
         else if (stepped && TargetMode == SimulatorMode)
@@ -233,11 +244,11 @@ void frmMain::MakeStep()
                     ProgramBase = CpuRegisters.PC;
                     InProgram();
                 }
-                if (IsOpen(QStringLiteral("frmRegCPU")))
+                if (CpuWindowOpen())
                     CallWindow(Window(QStringLiteral("frmRegCPU")), "Redraw");
             }
         } else if (PlayActive) {
-            if (IsOpen(QStringLiteral("frmRegCPU")))
+            if (CpuWindowOpen())
                 CallWindow(Window(QStringLiteral("frmRegCPU")), "mnuRefresh");
         } else {
             Refresh();

@@ -240,6 +240,7 @@ private:
     // Restores RThreshold after a read on the board, then BoardStatus.
     void EndRead();
     void TellIoUnit(std::int32_t address, std::uint8_t data);
+    QAction* runEntry_ = nullptr;   // mnuRunRun, which BoardStatus keeps off in simulator mode
 
     // Execution helpers (execution/).
     // The board has taken the CPU: display frozen, Pause off, panel "Running ...".
@@ -262,6 +263,9 @@ private:
     void EndRun();
     // The event pass of the Play loop, with the clock panel brought up to date first.
     void LetEventsRun();
+    // mnuViewRegCPU's check: the CPU window is open.
+    bool CpuWindowOpen();
+    QAction* viewRegCpu_ = nullptr;
     bool clockPanelStale_ = false;
     bool stepWaitAbandoned_ = false;   // Pause during the board's Step Over or Step Out wait
     bool stepWaitRunning_ = false;
