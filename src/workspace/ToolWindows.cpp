@@ -1,5 +1,6 @@
 #include "workspace/ToolWindows.h"
 
+#include "code/frmDisAsm.h"
 #include "code/frmLabel.h"
 #include "workspace/frmMain.h"
 
@@ -26,7 +27,7 @@ ToolWindowRow Windows[] = {
     {"frmMemory", "mnuViewMemory", nullptr},
     {"frmWatch", "mnuViewWatch", nullptr},
     {"frmStack", "mnuViewStack", nullptr},
-    {"frmDisAsm", "mnuViewDisassembler", nullptr},
+    {"frmDisAsm", "mnuViewDisassembler", &CreateDisAsm},
     {"frmLabel", "mnuViewLabel", &CreateLabel},
     {"frmSerial", "mnuViewSerialTerminal", nullptr},
 };
