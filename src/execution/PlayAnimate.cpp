@@ -4,6 +4,7 @@
 // message at every step. Play keeps the windows still; Animate redraws
 // everything and takes at least 100 ms a step.
 #include "core/TargetState.h"
+#include "execution/Breakpoints.h"
 #include "execution/StepPlan.h"
 #include "platform/DoEvents.h"
 #include "platform/TickCount.h"
@@ -65,7 +66,7 @@ void frmMain::mnuRunPlay_Click()
     stepping::EventPump pump = TargetMode == SimulatorMode ? stepping::EventPump(64, SimulatorEventMs)
                                                            : stepping::EventPump(1, 0);
     while (!RunStopped) {
-        if (!PlayFirstStep && stepping::BreakpointHit(CpuRegisters.PC)) {
+        if (!PlayFirstStep && HasBreakpoint(CpuRegisters.PC)) {
             RunStopped = true;
             PlayActive = false;
         }
@@ -100,7 +101,7 @@ void frmMain::mnuRunAnimate_Click()
 {
     BeginRun(false);
     while (!RunStopped) {
-        if (!PlayFirstStep && stepping::BreakpointHit(CpuRegisters.PC)) {
+        if (!PlayFirstStep && HasBreakpoint(CpuRegisters.PC)) {
             RunStopped = true;
             AnimateActive = false;
         }

@@ -71,14 +71,6 @@ std::int32_t TargetWord(std::int32_t address)
     return TargetMemory[address & 0xFFFF] * 256 + TargetMemory[(address + 1) & 0xFFFF];
 }
 
-bool BreakpointHit(std::int32_t pc)
-{
-    bool hit = false;
-    for (int i = 0; i < BreakpointCount; ++i)
-        hit |= BreakpointTable[i] == pc;
-    return hit;
-}
-
 bool OutsideProgramBuffer(std::int32_t pc)
 {
     // 251 is 256 less the longest instruction of 5 bytes.

@@ -1,7 +1,7 @@
 // The host's side of a step that needs no window: which kind of step the
 // flags ask for, the four code bytes that the board's code buffer gets for
 // it, where PC stands afterwards, the bytes the simulator is handed, and the
-// breakpoint walk of the Play and Animate loops.
+// event pass of the Play loop.
 #pragma once
 
 #include "core/TargetState.h"
@@ -40,10 +40,6 @@ std::array<std::uint8_t, 5> SimulatorStepBytes(std::int32_t pc, int length);
 
 // The word at address in TargetMemory, high byte first, wrapping at 65,536.
 std::int32_t TargetWord(std::int32_t address);
-
-// True when any entry of BreakpointTable equals pc. The whole table is
-// walked: a temporary entry may equal a user's.
-bool BreakpointHit(std::int32_t pc);
 
 // PC has left the 252 bytes of ProgramBuffer that hold a whole instruction.
 bool OutsideProgramBuffer(std::int32_t pc);

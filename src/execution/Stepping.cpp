@@ -5,6 +5,7 @@
 #include "code/Asm.h"
 #include "code/ProgramBufferAccess.h"
 #include "core/TargetState.h"
+#include "execution/Breakpoints.h"
 #include "execution/StepPlan.h"
 #include "target/MonitorFrames.h"
 #include "workspace/frmMain.h"
@@ -186,10 +187,11 @@ void frmMain::mnuRunRunTo_Click()
 
 void frmMain::PlayToTemporaryBreakpoint(std::int32_t address)
 {
-    BreakpointTable[BreakpointCount] = address;
-    ++BreakpointCount;
+    // The caller has made sure there is room; the entry taken off is the last one.
+    AddBreakpoint(address);
     mnuRunPlay_Click();
-    --BreakpointCount;
+    std::int32_t temporary = 0;
+    TakeLastBreakpoint(temporary);
     Refresh();
 }
 
