@@ -118,6 +118,17 @@ private:
         QCOMPARE(form.PanelText(4), QString("Clock= %1").arg(ClockCount, 8, 10, QChar('0')));
     }
 
+    // With ORVANE_SCREENSHOT set to a folder, the simulator's pass saves the
+    // main window there (run under a real display for its fonts).
+    void SaveScreenshot(frmMain& form, const char* name)
+    {
+        const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
+        if (folder.isEmpty() || TargetMode != SimulatorMode)
+            return;
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        QVERIFY(form.grab().save(QDir(folder).filePath(QString::fromLatin1(name))));
+    }
+
     void CheckPcRow(frmDisAsm* w, Look expected)
     {
         const int row = RowOf(w, CpuRegisters.PC);
@@ -211,9 +222,11 @@ private:
         Snap(stops, "animate paused", form);
 
         // Run to the cursor: a breakpoint on the current row for one Play.
-        w->Label_DblClick(static_cast<std::int16_t>(doneRow));   // the old breakpoint goes
         const int spinRow = RowOf(w, 0x2011);
         w->Label_Click(static_cast<std::int16_t>(spinRow));
+        SaveScreenshot(form, "disassembler-stepping.png");
+        w->Label_DblClick(static_cast<std::int16_t>(doneRow));   // the old breakpoint goes
+        QCOMPARE(LookOf(w, spinRow), Look::Current);
         form.Menu("mnuRunRunTo")->trigger();
         QCOMPARE(CpuRegisters.PC, 0x2011);
         QCOMPARE(BreakpointCount, std::int16_t(0));
