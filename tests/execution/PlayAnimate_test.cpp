@@ -5,11 +5,10 @@
 
 #include "core/TargetState.h"
 #include "execution/Breakpoints.h"
-#include "platform/DoEvents.h"
 #include "platform/SettingsStore.h"
 #include "platform/TickCount.h"
-#include "support/FakeToolWindow.h"
 #include "support/DoEventsAction.h"
+#include "support/FakeToolWindow.h"
 #include "support/MainFormFixture.h"
 #include "support/ScriptedMonitor.h"
 

@@ -4,11 +4,10 @@
 #include <QtTest>
 
 #include "core/TargetState.h"
-#include "support/DoEventsAction.h"
 #include "execution/Breakpoints.h"
-#include "platform/DoEvents.h"
 #include "platform/SettingsStore.h"
 #include "platform/TickCount.h"
+#include "support/DoEventsAction.h"
 #include "support/MainFormFixture.h"
 #include "support/ScriptedMonitor.h"
 #include "target/MonitorFrames.h"
@@ -60,42 +59,6 @@ class SteppingTest : public QObject {
     Q_OBJECT
 private slots:
     // ---- Simulator ----------------------------------------------------------
-
-    void callAndReturnUseTheProcessorsStackLayout()
-    {
-        MainFormFixture f;
-        frmMain& form = StartSimulator(f);
-        Poke(TargetMemory, 0x2000, {0x8E, 0x01, 0xFF,    // LDS  #$01FF
-                                    0x8D, 0x03,          // BSR  $2008
-                                    0x01, 0x01, 0x01,    // NOPs
-                                    0x86, 0x80,          // LDAA #$80
-                                    0x39});              // RTS
-        form.mnuRunStepInto_Click();
-        QCOMPARE(CpuRegisters.SP, 0x01FF);
-        QCOMPARE(TargetMemory[6], 0x01);   // the save area follows every simulated step
-        QCOMPARE(TargetMemory[7], 0xFF);
-
-        form.mnuRunStepInto_Click();   // BSR
-        QCOMPARE(CpuRegisters.PC, 0x2008);
-        QCOMPARE(CpuRegisters.SP, 0x01FD);
-        QCOMPARE(TargetMemory[0x01FE], 0x20);   // high byte at the lower address
-        QCOMPARE(TargetMemory[0x01FF], 0x05);
-        QCOMPARE(TargetMemory[7], 0xFD);
-
-        form.mnuRunStepInto_Click();   // LDAA
-        QCOMPARE(CpuRegisters.A, 0x80);
-        QVERIFY(CpuRegisters.FlagN);
-        QCOMPARE(TargetMemory[0], 0x80);
-
-        form.mnuRunStepInto_Click();   // RTS
-        QCOMPARE(CpuRegisters.PC, 0x2005);
-        QCOMPARE(CpuRegisters.SP, 0x01FF);
-        QCOMPARE(TargetMemory[7], 0xFF);
-        // LDS 3, BSR 6, LDAA 2, RTS 5.
-        QCOMPARE(ClockCount, 16);
-        QCOMPARE(form.PanelText(4), QString("Clock= 00000016"));
-        QVERIFY(f.boxes.boxes.isEmpty());
-    }
 
     void branchesMoveOnlyThePc()
     {
@@ -208,7 +171,7 @@ private slots:
         QVERIFY(f.boxes.boxes.isEmpty());
     }
 
-    void stepOverAndOutOnTheBoardWaitFrozen()
+    void stepOverOnTheBoardCallsTheComputedAddressFrozen()
     {
         MainFormFixture f;
         ScriptedMonitor board(f.line);
@@ -227,16 +190,6 @@ private slots:
         QCOMPARE(CpuRegisters.PC, 0x2002);
         QVERIFY(!form.Menu("mnuRunPause")->isEnabled());
         QVERIFY(form.Menu("mnuViewRegCPU")->isEnabled());
-
-        // Step Out: the return address on the stack becomes the monitor's return point.
-        CpuRegisters.PC = 0x3010;
-        CpuRegisters.SP = 0x01FD;
-        Poke(board.memory, 0x01FE, {0x20, 0x02});
-        form.mnuRunStepOut_Click();
-        QCOMPARE(board.memory[0x01FE], 0x00);
-        QCOMPARE(board.memory[0x01FF], 0x0D);
-        QCOMPARE(Code(board.steps.last()), QByteArray("\x7E\x30\x10\x01", 4));
-        QCOMPARE(CpuRegisters.PC, 0x2002);
         QCOMPARE(ClockCount, 0);   // what ran on the board is not counted
         QVERIFY(f.boxes.boxes.isEmpty());
     }
