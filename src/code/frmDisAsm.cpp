@@ -72,7 +72,7 @@ frmDisAsm::frmDisAsm(QWidget* parent) : QWidget(parent)
     setAutoFillBackground(true);
 
     const QScreen* screen = QGuiApplication::primaryScreen();
-    const int screenWidth = screen ? screen->size().width() : 1024;
+    const int screenWidth = screen ? screen->virtualSize().width() : 1024;
     for (int i = 1; i <= PageRowCount; ++i) {
         auto* label = new QLabel(this);
         label->setObjectName(QStringLiteral("Label%1").arg(i));
@@ -314,8 +314,13 @@ void frmDisAsm::Form_Resize()
         VisibleRows = static_cast<std::int16_t>(clientHeight / RowHeight());
     }
     VisibleRows = std::min<std::int16_t>(VisibleRows, PageRowCount);
-    for (int i = 1; i <= PageRowCount; ++i)
+    // Rows are as wide as the screen, or as the window where that spans more.
+    const int rowWidth = std::max(Label[1]->width(), clientWidth);
+    for (int i = 1; i <= PageRowCount; ++i) {
+        if (Label[i]->width() != rowWidth)
+            Label[i]->resize(rowWidth, RowHeight());
         Label[i]->setVisible(i <= VisibleRows);
+    }
 }
 
 void frmDisAsm::resizeEvent(QResizeEvent* event)
@@ -360,6 +365,19 @@ bool frmDisAsm::ReadPage()
     return true;
 }
 
+void frmDisAsm::ShowPageAtBase()
+{
+    Menus();
+    if (!BoardConnected) {
+        ClearScreen();
+        return;
+    }
+    TopAddress = ProgramBase;
+    DisAsmPage();
+    std::int16_t first = 1;
+    SetCurRow(first);
+}
+
 void frmDisAsm::mnuGoToAddress()
 {
     EntryAccepted = false;
@@ -373,15 +391,7 @@ void frmDisAsm::mnuGoToAddress()
         ReadProgramPC();
     if (BoardConnected)
         MainForm->InProgram();
-    Menus();
-    if (!BoardConnected) {
-        ClearScreen();
-        return;
-    }
-    TopAddress = ProgramBase;
-    DisAsmPage();
-    std::int16_t first = 1;
-    SetCurRow(first);
+    ShowPageAtBase();
 }
 
 void frmDisAsm::mnuGoToPCAddress()
@@ -405,15 +415,7 @@ void frmDisAsm::mnuGoToPCAddress()
         ProgramBase = CpuRegisters.PC;
         MainForm->InProgram();
     }
-    Menus();
-    if (!BoardConnected) {
-        ClearScreen();
-        return;
-    }
-    TopAddress = ProgramBase;
-    DisAsmPage();
-    std::int16_t first = 1;
-    SetCurRow(first);
+    ShowPageAtBase();
 }
 
 void frmDisAsm::mnuRefresh()
@@ -432,20 +434,13 @@ void frmDisAsm::mnuRefresh()
     }
     if (BoardConnected)
         MainForm->InProgram();
-    Menus();
-    if (!BoardConnected) {
-        ClearScreen();
+    if (CurRow != 0 && BoardConnected) {
+        // The page stays where it is, on the fresh bytes.
+        Menus();
+        PageRedraw();
         return;
     }
-    if (CurRow != 0) {
-        DisAsmPage();
-        SetCurRow(CurRow);
-        return;
-    }
-    TopAddress = ProgramBase;
-    DisAsmPage();
-    std::int16_t first = 1;
-    SetCurRow(first);
+    ShowPageAtBase();
 }
 
 void frmDisAsm::mnuSetNewPC()

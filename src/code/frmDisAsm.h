@@ -100,6 +100,9 @@ private:
     // Read for the page keys: InProgram at ProgramBase under PageBusy, then
     // Menus; false (and the screen cleared) when the read failed.
     bool ReadPage();
+    // After a read: Menus, then the page from ProgramBase with row 1 current,
+    // or the screen cleared when the read failed.
+    void ShowPageAtBase();
     void ScrollUpOne();
     void PageUp();
     void SetLook(int row, const QColor& text, const QColor& background);

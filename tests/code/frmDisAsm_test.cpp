@@ -4,7 +4,10 @@
 // the Debug popup, horizontal scrolling, breakpoints and unloading.
 #include <QtTest>
 
+#include "code/ListingReader.h"
 #include "code/SymbolTable.h"
+#include "source/hc11/Assembler.h"
+#include "support/S19Image.h"
 #include "code/frmDisAsm.h"
 #include "core/TargetState.h"
 #include "execution/Breakpoints.h"
@@ -15,6 +18,8 @@
 #include "support/ModalPlayer.h"
 #include "views/EntryFields.h"
 
+#include <QBuffer>
+#include <QDir>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -398,6 +403,58 @@ private slots:
         f->form->Menu("mnuDebugGoToPCAddress")->trigger();
         QVERIFY(frmDisAsm::Instance());
         QCOMPARE(frmDisAsm::Instance()->TopAddress, 0xE003);
+    }
+
+    void screenshotOfAProgramBeingStepped()
+    {
+        // The LED counter example, assembled and loaded with its listing, with
+        // PC on a branch back, a breakpoint and the current row elsewhere.
+        // With ORVANE_SCREENSHOT set to a folder the window is saved there as
+        // disassembler.png (run under a real display for its fonts).
+        QFile file(QFINDTESTDATA("../../examples/ledcount.asm"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const auto result = hc11::as11::AssembleSource(file.readAll().toStdString(), "ledcount");
+        QVERIFY(result.errors.empty());
+        for (const auto& [address, byte] : asmtest::ReadS19(result.s19).bytes)
+            TargetMemory[address] = byte;
+        QByteArray listing = QByteArray::fromStdString(result.listing);
+        QBuffer device(&listing);
+        QVERIFY(device.open(QIODevice::ReadOnly));
+        ReadSymbols(device, [] {});
+        f->form->Menu("mnuDebugCodeOn")->setChecked(true);
+        f->form->Menu("mnuDebugIncludeSym")->setChecked(true);
+        Poke(0x0000, {0, 0, 0x13, 0x88, 0, 0, 0, 0xFF, 0});   // IX = 5000, SP = $00FF, Z clear
+        CpuRegisters.PC = 0xE000;
+
+        frmDisAsm* w = frmDisAsm::Open();
+        auto* frame = qobject_cast<QMdiSubWindow*>(w->parentWidget());
+        frame->resize(820, frame->height());
+        SetRows(w, 20);
+        Activate(w);
+        const int wloop = 15;   // DEX, then BNE WLOOP
+        QVERIFY(w->PageRows[wloop].RowText.mid(25).startsWith("WLOOP   DEX"));
+        CpuRegisters.PC = w->PageRows[wloop + 1].RowAddress;   // BNE WLOOP, taken
+        w->Label_DblClick(wloop + 3);                          // a breakpoint on PULX
+        w->mnuGoToPCAddress();
+        QCOMPARE(w->CurRow, std::int16_t(wloop + 2));
+        w->Label_Click(9);
+        QCOMPARE(w->RowCaption(wloop + 2).at(23), QChar('-'));
+        QVERIFY(w->RowBold(wloop + 2));
+        QCOMPARE(LookOf(w, wloop + 3), Look::Breakpoint);
+        QCOMPARE(LookOf(w, 9), Look::Current);
+
+        QVERIFY(QTest::qWaitForWindowExposed(f->form.get()));
+        const QImage shot = frame->grab().toImage();
+        const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
+        if (!folder.isEmpty())
+            QVERIFY(shot.save(QDir(folder).filePath("disassembler.png")));
+        // The colours that record the rows' states are the ones on the screen.
+        const auto colourAt = [&](int row) {   // right of the text, inside the row
+            return shot.pixelColor(w->Label[row]->mapTo(frame, QPoint(w->width() - 6, w->Label[row]->height() / 2)));
+        };
+        QCOMPARE(colourAt(9), frmDisAsm::CurrentColour);
+        QCOMPARE(colourAt(wloop + 3), frmDisAsm::BreakpointColour);
+        QCOMPARE(colourAt(2), w->WindowColour());
     }
 
 private:
