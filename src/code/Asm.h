@@ -11,6 +11,9 @@
 // that wraps past $FFFF reads from the start of the buffer.
 void DisAsmLine(std::int32_t& Address, std::int16_t& Length, std::string& Text);
 
+// The Length that DisAsmLine gives, without the text.
+std::int16_t InstructionLength(std::int32_t Address);
+
 // True when all bytes of the instruction at Address lie inside ProgramBuffer.
 bool InstructionInBuffer(std::int32_t Address);
 

@@ -52,8 +52,8 @@ void DisAsmLine(std::int32_t& Address, std::int16_t& Length, std::string& Text)
     Text.append(6 - name.size(), ' ');
     const std::int32_t p = index + op.opcodeBytes;
     const std::uint8_t b0 = BufferByte(p), b1 = BufferByte(p + 1), b2 = BufferByte(p + 2);
-    const std::int32_t after = Address + op.opcodeBytes + hc11::OperandBytes(mode);
-    Length = static_cast<std::int16_t>(op.opcodeBytes + hc11::OperandBytes(mode));
+    const std::int32_t after = Address + LengthOf(op);
+    Length = static_cast<std::int16_t>(LengthOf(op));
 
     switch (mode) {
     case Mode::Immediate8: Text += '#'; AppendByte(Text, b0); break;
@@ -93,6 +93,11 @@ bool InstructionInBuffer(std::int32_t Address)
     const Opcode op = OpcodeAt(index);
     const int length = op.row ? op.row->length : op.opcodeBytes;
     return index + length <= BufferSize;
+}
+
+std::int16_t InstructionLength(std::int32_t Address)
+{
+    return static_cast<std::int16_t>(LengthOf(OpcodeAt(Unwrapped(Address) - ProgramBase)));
 }
 
 std::uint8_t ClockCycles(std::int32_t& Address)

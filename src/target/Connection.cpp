@@ -17,8 +17,12 @@ void frmMain::BoardStatus()
 {
     if (TargetMode == SimulatorMode) {
         SetPanelText(1, QStringLiteral("Simulator mode"));
-        // A free run exists only on the board.
-        Menu("mnuRunRun")->setEnabled(false);
+        // A free run exists only on the board. Every simulated target
+        // operation ends here, Play's emulated calls and returns among them:
+        // the entry is looked up once.
+        if (!runEntry_)
+            runEntry_ = Menu(QStringLiteral("mnuRunRun"));
+        runEntry_->setEnabled(false);
         Button(23)->setEnabled(false);
         return;
     }

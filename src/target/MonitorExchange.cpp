@@ -21,7 +21,8 @@ bool ReplyValid(const QByteArray& reply, ReplyCheck check)
 }
 } // namespace
 
-ExchangeResult RunExchange(MSComm& comm, const QByteArray& frame, const ExchangeRules& rules, QByteArray& reply)
+ExchangeResult RunExchange(MSComm& comm, const QByteArray& frame, const ExchangeRules& rules, QByteArray& reply,
+                           const std::function<bool()>& abandoned)
 {
     reply.clear();
     comm.SetInBufferCount(0);
@@ -32,8 +33,11 @@ ExchangeResult RunExchange(MSComm& comm, const QByteArray& frame, const Exchange
             break;
         if (rules.timeoutMs && GetTickCount() - start >= *rules.timeoutMs)
             return ExchangeResult::NoResponse;
-        if (rules.pumpEvents)
+        if (rules.pumpEvents) {
             DoEvents();
+            if (abandoned && abandoned())
+                return ExchangeResult::Abandoned;
+        }
         std::this_thread::sleep_for(PollPause);
     }
     reply = comm.Input();

@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 #include <cstdint>
+#include <functional>
 #include <optional>
 
 class MSComm;
@@ -25,11 +26,14 @@ struct ExchangeRules {
     bool pumpEvents = false;
 };
 
-enum class ExchangeResult { Valid, NoResponse, InvalidData };
+// Abandoned: the caller's abandoned() ended the wait; nothing was read.
+enum class ExchangeResult { Valid, NoResponse, InvalidData, Abandoned };
 
 // Runs the exchange; reply holds what was read (also when it is invalid),
-// or nothing when the expected size never came.
-ExchangeResult RunExchange(MSComm& comm, const QByteArray& frame, const ExchangeRules& rules, QByteArray& reply);
+// or nothing when the expected size never came. abandoned, if given, is asked
+// after each event pass of a pumped poll: true gives the wait up.
+ExchangeResult RunExchange(MSComm& comm, const QByteArray& frame, const ExchangeRules& rules, QByteArray& reply,
+                           const std::function<bool()>& abandoned = {});
 
 // The standard time-outs of the operations, in milliseconds.
 namespace exchange_timeout {

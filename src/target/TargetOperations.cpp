@@ -25,13 +25,17 @@ bool CountFits(int count, std::size_t available, int most)
 
 // ---- The exchange and its report --------------------------------------------
 
-bool frmMain::Exchange(const QByteArray& frame, const ExchangeRules& rules, QByteArray& reply)
+bool frmMain::Exchange(const QByteArray& frame, const ExchangeRules& rules, QByteArray& reply,
+                       const std::function<bool()>& abandoned)
 {
-    const ExchangeResult result = RunExchange(MSComm, frame, rules, reply);
+    const ExchangeResult result = RunExchange(MSComm, frame, rules, reply, abandoned);
     if (result == ExchangeResult::Valid) {
         BoardConnected = true;
         return true;
     }
+    // The caller gave the wait up itself and says what that means.
+    if (result == ExchangeResult::Abandoned)
+        return false;
     BoardConnected = false;
     BoardStatus();
     MsgBox(result == ExchangeResult::NoResponse ? NoResponseText : InvalidDataText, MbOkOnly | MbExclamation,

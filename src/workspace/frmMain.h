@@ -98,9 +98,11 @@ public:
     // One exchange with the monitor, for every frame: empties the receive
     // buffer, sends, waits for the reply and checks it. On failure it sets
     // BoardConnected false, calls BoardStatus and shows the message of the
-    // failure; on success it sets BoardConnected true. RThreshold is the
-    // caller's to restore.
-    bool Exchange(const QByteArray& frame, const ExchangeRules& rules, QByteArray& reply);
+    // failure; on success it sets BoardConnected true. A pumped wait that
+    // abandoned() gives up returns false and reports nothing. RThreshold is
+    // the caller's to restore.
+    bool Exchange(const QByteArray& frame, const ExchangeRules& rules, QByteArray& reply,
+                  const std::function<bool()>& abandoned = {});
 
     // The input-output unit's window while it is loaded, else nullptr. Host
     // writes to $6000-$6003 and the simulator's accesses are told to it.
@@ -126,6 +128,27 @@ public:
     void FreezeDisplay();
     void ThawDisplay();
     void tmrRefresh_Timer();
+
+    // ---- Run, step, Play and Animate (execution/) -----------------------------
+    // Free run on the board until its reset report (FreeRun.cpp).
+    void mnuRunRun_Click();
+    void RunHC11();
+    // The step commands do jumps, calls and returns on the host and hand
+    // straight-line instructions to MakeStep, which runs them on the board
+    // ("S" frame) or on Velmar1 as the step flags say (Stepping.cpp).
+    void mnuRunStepInto_Click();
+    void mnuRunStepOver_Click();
+    void mnuRunStepOut_Click();
+    void mnuRunRunTo_Click();
+    void MakeStep();
+    // Host loops over Step Into that stop at breakpoints or on Pause; they
+    // return when the run has ended (PlayAnimate.cpp).
+    void mnuRunPlay_Click();
+    void mnuRunAnimate_Click();
+    void mnuRunPause_Click();
+    // True until a Play or Animate loop has made its first step: no
+    // breakpoint is tested before it, so a run can leave the one it stands on.
+    bool PlayFirstStep = false;
 
     // ---- Child windows (workspace/ToolWindows.cpp) ---------------------------
     // A tool window is open while its View entry is checked; see ToolWindows.h.
@@ -225,6 +248,37 @@ private:
     // Restores RThreshold after a read on the board, then BoardStatus.
     void EndRead();
     void TellIoUnit(std::int32_t address, std::uint8_t data);
+    QAction* runEntry_ = nullptr;   // mnuRunRun, which BoardStatus keeps off in simulator mode
+
+    // Execution helpers (execution/).
+    // The board has taken the CPU: display frozen, Pause off, panel "Running ...".
+    void EnterFreeRun();
+    // RTS on the host: PC from the stack copy, SP two up in the save area.
+    // False if a target operation failed.
+    bool EmulatedReturn();
+    // Writes SP to the save area; false if the write failed.
+    bool WriteSaveAreaSP();
+    // Simulator Step Over and Step Out: Play until the temporary breakpoint
+    // at address, which a full table cannot take.
+    void PlayToTemporaryBreakpoint(std::int32_t address);
+    // The board's Step Over and Step Out: the wait for the routine's return.
+    void StepOnBoardFrozen();
+    // MakeStep's two back-ends; false when the step failed.
+    bool StepOnBoard(std::int32_t target, std::int16_t length);
+    void StepOnSimulator(std::int16_t length);
+    // The run loops' start and end: the timers' states noted at the start.
+    void BeginRun(bool play);
+    void EndRun();
+    // The event pass of the Play loop, with the clock panel brought up to date first.
+    void LetEventsRun();
+    // mnuViewRegCPU's check: the CPU window is open.
+    bool CpuWindowOpen();
+    QAction* viewRegCpu_ = nullptr;
+    bool clockPanelStale_ = false;
+    bool stepWaitAbandoned_ = false;   // Pause during the board's Step Over or Step Out wait
+    bool stepWaitRunning_ = false;
+    bool tmrCommWasOn_ = false;
+    bool tmrRefreshWasOn_ = false;
 
     void BuildMenus();
     void BuildToolbar();

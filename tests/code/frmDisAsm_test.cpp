@@ -13,6 +13,7 @@
 #include "execution/Breakpoints.h"
 #include "platform/PopupMenu.h"
 #include "platform/SettingsStore.h"
+#include "support/DisAsmLooks.h"
 #include "support/MainFormFixture.h"
 #include "support/ModalPlayer.h"
 #include "views/EntryFields.h"
@@ -37,22 +38,6 @@ void Poke(std::int32_t address, std::initializer_list<int> bytes)
         TargetMemory[address++ & 0xFFFF] = static_cast<std::uint8_t>(b);
 }
 
-enum class Look { Plain, Breakpoint, Current, CurrentBreakpoint };
-
-Look LookOf(const frmDisAsm* w, int row)
-{
-    const QColor back = w->RowBackground(row);
-    const QColor text = w->RowTextColour(row);
-    if (back == frmDisAsm::CurrentColour && text == Qt::white)
-        return Look::Current;
-    if (back == frmDisAsm::CurrentBreakColour && text == Qt::black)
-        return Look::CurrentBreakpoint;
-    if (back == frmDisAsm::BreakpointColour && text == Qt::black)
-        return Look::Breakpoint;
-    if (back == w->WindowColour() && text == Qt::black)
-        return Look::Plain;
-    qFatal("row %d has a colour that records no state", row);
-}
 }  // namespace
 
 class frmDisAsmTest : public QObject {

@@ -1,0 +1,132 @@
+// Play and Animate: host loops over Step Into that test the breakpoints
+// before each step but the first, let events run so that Pause can reach
+// them, and stop at the first failed exchange rather than repeat its
+// message at every step. Play keeps the windows still; Animate redraws
+// everything and takes at least 100 ms a step.
+#include "core/TargetState.h"
+#include "execution/Breakpoints.h"
+#include "execution/StepPlan.h"
+#include "platform/DoEvents.h"
+#include "platform/TickCount.h"
+#include "workspace/frmMain.h"
+
+#include <QAction>
+#include <chrono>
+#include <thread>
+
+namespace {
+constexpr int PauseButton = 26;
+constexpr std::uint32_t AnimateStepMs = 100;
+constexpr std::uint32_t SimulatorEventMs = 10;
+}  // namespace
+
+void frmMain::BeginRun(bool play)
+{
+    RunStopped = false;
+    PlayActive = play;
+    AnimateActive = !play;
+    PlayFirstStep = true;
+    Menu("mnuRunPause")->setEnabled(true);
+    Button(PauseButton)->setEnabled(true);
+    CallWindow(Window(QStringLiteral("frmDisAsm")), "mnuGoToPCAddress");
+    tmrCommWasOn_ = tmrComm.isActive();
+    tmrRefreshWasOn_ = tmrRefresh.isActive();
+    tmrComm.stop();
+    tmrRefresh.stop();
+    FreezeDisplay();
+}
+
+void frmMain::EndRun()
+{
+    Menu("mnuRunPause")->setEnabled(false);
+    Button(PauseButton)->setEnabled(false);
+    if (tmrCommWasOn_)
+        tmrComm.start();
+    if (tmrRefreshWasOn_)
+        tmrRefresh.start();
+    if (clockPanelStale_)
+        ClockCountUpdate();
+    clockPanelStale_ = false;
+}
+
+void frmMain::LetEventsRun()
+{
+    if (clockPanelStale_)
+        ClockCountUpdate();
+    clockPanelStale_ = false;
+    DoEvents();
+}
+
+void frmMain::mnuRunPlay_Click()
+{
+    BeginRun(true);
+    // A board's step takes milliseconds: events run after each. Simulated
+    // steps are let through to the events about as often as a screen shows a
+    // new picture, which is as often as Pause or the clock panel can be seen.
+    stepping::EventPump pump = TargetMode == SimulatorMode ? stepping::EventPump(64, SimulatorEventMs)
+                                                           : stepping::EventPump(1, 0);
+    while (!RunStopped) {
+        if (!PlayFirstStep && HasBreakpoint(CpuRegisters.PC)) {
+            RunStopped = true;
+            PlayActive = false;
+        }
+        if (RunStopped) {
+            LetEventsRun();
+            continue;
+        }
+        if (stepping::OutsideProgramBuffer(CpuRegisters.PC)) {
+            ProgramBase = CpuRegisters.PC;
+            InProgram();
+        }
+        if (BoardConnected)
+            mnuRunStepInto_Click();
+        PlayFirstStep = false;
+        // A lost board has shown its message once; the loop would show it at every step.
+        if (!BoardConnected)
+            RunStopped = true;
+        else if (pump.Due())
+            LetEventsRun();
+    }
+    QWidget* disAsm = Window(QStringLiteral("frmDisAsm"));
+    if (IsOpen(QStringLiteral("frmDisAsm"))) {
+        CallWindow(disAsm, "mnuRefresh");
+        CallWindow(disAsm, "mnuGoToPCAddress");
+    }
+    ThawDisplay();
+    PlayActive = false;
+    EndRun();
+}
+
+void frmMain::mnuRunAnimate_Click()
+{
+    BeginRun(false);
+    while (!RunStopped) {
+        if (!PlayFirstStep && HasBreakpoint(CpuRegisters.PC)) {
+            RunStopped = true;
+            AnimateActive = false;
+        }
+        if (!RunStopped) {
+            const std::uint32_t start = GetTickCount();
+            // MakeStep refreshes every open window while AnimateActive is set.
+            mnuRunStepInto_Click();
+            // The rest of the step's 100 ms passes without events: Pause waits for it.
+            while (GetTickCount() - start < AnimateStepMs)
+                std::this_thread::sleep_for(std::chrono::microseconds(500));
+            PlayFirstStep = false;
+            if (!BoardConnected)
+                RunStopped = true;
+        }
+        DoEvents();
+    }
+    ThawDisplay();
+    AnimateActive = false;
+    EndRun();
+}
+
+void frmMain::mnuRunPause_Click()
+{
+    RunStopped = true;
+    // The board's Step Over and Step Out wait too: the board keeps the routine.
+    if (stepWaitRunning_)
+        stepWaitAbandoned_ = true;
+}

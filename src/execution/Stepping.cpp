@@ -1,0 +1,322 @@
+// Stepping. Neither back-end knows a PC or follows control flow: the step
+// commands work out from the instruction at PC what will happen, do jumps,
+// taken branches, calls and returns themselves through the target's stack
+// and save area, and leave only straight-line code to MakeStep.
+#include "code/Asm.h"
+#include "code/ProgramBufferAccess.h"
+#include "core/TargetState.h"
+#include "execution/Breakpoints.h"
+#include "execution/StepPlan.h"
+#include "target/MonitorFrames.h"
+#include "workspace/frmMain.h"
+
+#include <QAction>
+#include <QPointer>
+
+using stepping::StepKind;
+
+namespace {
+constexpr int ReceiveThreshold = 6;
+constexpr std::int32_t SaveAreaSP = 6;
+
+// The flow of the instruction at PC.
+struct Flow {
+    std::int32_t next = 0;     // the address behind it, or a taken jump's
+    std::int32_t target = 0;   // the same with calls followed
+    bool jump = false, call = false, ret = false;
+};
+
+// NextAddress with calls followed gives the target and the flags. Only for a
+// call does the address behind it differ; elsewhere the second analysis, and
+// a bit branch's second read of the target, are saved. False if a bit branch
+// could not read its byte.
+bool FlowAtPC(Flow& flow)
+{
+    std::int32_t pc = CpuRegisters.PC;
+    bool follow = true;
+    if (!NextAddress(pc, follow, flow.target, flow.jump, flow.call, flow.ret))
+        return false;
+    flow.next = flow.target;
+    if (!flow.call)
+        return true;
+    follow = false;
+    bool jump = false, call = false, ret = false;
+    return NextAddress(pc, follow, flow.next, jump, call, ret);
+}
+
+std::vector<std::uint8_t> Word(std::int32_t value)
+{
+    return {static_cast<std::uint8_t>((value >> 8) & 0xFF), static_cast<std::uint8_t>(value & 0xFF)};
+}
+}  // namespace
+
+// ---- Shared pieces ----------------------------------------------------------
+
+bool frmMain::WriteSaveAreaSP()
+{
+    std::int32_t address = SaveAreaSP;
+    OutBytes(address, Word(CpuRegisters.SP), 2);
+    return BoardConnected;
+}
+
+bool frmMain::EmulatedReturn()
+{
+    InStack();
+    if (!BoardConnected)
+        return false;
+    CpuRegisters.SP = (CpuRegisters.SP + 2) & 0xFFFF;
+    if (!WriteSaveAreaSP())
+        return false;
+    CpuRegisters.PC = StackBuffer[1] * 256 + StackBuffer[2];
+    StepExecute = false;
+    return true;
+}
+
+// The decoder reads ProgramBuffer only: a PC outside it is read in first.
+static bool ProgramBufferAtPC(frmMain& form)
+{
+    if (stepping::OutsideProgramBuffer(CpuRegisters.PC)) {
+        ProgramBase = CpuRegisters.PC;
+        form.InProgram();
+    }
+    return BoardConnected;
+}
+
+// ---- The commands -------------------------------------------------------------
+
+void frmMain::mnuRunStepInto_Click()
+{
+    if (!ProgramBufferAtPC(*this))
+        return;
+    // Every instruction counts, whether the target or the host runs it.
+    ClockCount += ClockCycles(CpuRegisters.PC);
+    Flow flow;
+    if (!FlowAtPC(flow))
+        return;
+    if (flow.ret) {
+        if (!EmulatedReturn())
+            return;
+    } else if (flow.call) {
+        // The return address goes high byte first to SP - 1, as the processor pushes it.
+        CpuRegisters.PC = flow.target;
+        CpuRegisters.SP = (CpuRegisters.SP - 1) & 0xFFFF;
+        std::int32_t at = CpuRegisters.SP;
+        OutBytes(at, Word(flow.next), 2);
+        if (!BoardConnected)
+            return;
+        CpuRegisters.SP = (CpuRegisters.SP - 1) & 0xFFFF;
+        if (!WriteSaveAreaSP())
+            return;
+        StepExecute = false;
+    } else if (flow.jump) {
+        CpuRegisters.PC = flow.target;
+        StepExecute = false;
+    } else {
+        // Branches not taken, RTI, SWI, WAI and STOP run on the target as they are.
+        StepExecute = true;
+    }
+    StepPlain = true;
+    StepOverActive = StepOutActive = false;
+    MakeStep();
+}
+
+void frmMain::mnuRunStepOver_Click()
+{
+    StepExecute = StepPlain = true;
+    StepOverActive = StepOutActive = false;
+    if (TargetMode == BoardMode) {
+        if (!ProgramBufferAtPC(*this))
+            return;
+        Flow flow;
+        if (!FlowAtPC(flow))
+            return;
+        RunToAddress = flow.target;
+        if (flow.ret) {
+            if (!EmulatedReturn())
+                return;
+        } else if (flow.call) {
+            StepOverActive = true;
+            StepPlain = false;
+        } else if (flow.jump) {
+            StepExecute = false;
+            CpuRegisters.PC = RunToAddress;
+        }
+        StepOnBoardFrozen();
+    } else if (TargetMode == SimulatorMode) {
+        // With a full table there is no room for the stop: the command does nothing.
+        if (BreakpointCount >= MaxBreakpoints || !ProgramBufferAtPC(*this))
+            return;
+        Flow flow;
+        if (!FlowAtPC(flow))
+            return;
+        const std::int32_t end = flow.ret ? stepping::TargetWord(CpuRegisters.SP + 1) : flow.next;
+        PlayToTemporaryBreakpoint(end);
+    }
+}
+
+void frmMain::mnuRunStepOut_Click()
+{
+    if (TargetMode == BoardMode) {
+        InStack();
+        if (!BoardConnected)
+            return;
+        // The routine now returns to the monitor instead of to its caller.
+        std::int32_t at = (CpuRegisters.SP + 1) & 0xFFFF;
+        OutBytes(at, Word(ReturnPointAddress), 2);
+        if (!BoardConnected)
+            return;
+        CallWindow(Window(QStringLiteral("frmDisAsm")), "mnuGoToPCAddress");
+        StepOutActive = StepExecute = true;
+        StepPlain = StepOverActive = false;
+        StepOnBoardFrozen();
+    } else if (TargetMode == SimulatorMode) {
+        if (BreakpointCount < MaxBreakpoints)
+            PlayToTemporaryBreakpoint(stepping::TargetWord(CpuRegisters.SP + 1));
+    }
+}
+
+void frmMain::mnuRunRunTo_Click()
+{
+    // A breakpoint on the current row for the length of one Play.
+    CallWindow(Window(QStringLiteral("frmDisAsm")), "mnuToggleBreakpoint");
+    CallWindow(Window(QStringLiteral("frmDisAsm")), "mnuGoToPCAddress");
+    mnuRunPlay_Click();
+    // After a Pause elsewhere this acts on the row where the run stopped.
+    CallWindow(Window(QStringLiteral("frmDisAsm")), "mnuToggleBreakpoint");
+}
+
+void frmMain::PlayToTemporaryBreakpoint(std::int32_t address)
+{
+    // The caller has made sure there is room; the entry taken off is the last one.
+    AddBreakpoint(address);
+    mnuRunPlay_Click();
+    std::int32_t temporary = 0;
+    TakeLastBreakpoint(temporary);
+    Refresh();
+}
+
+void frmMain::StepOnBoardFrozen()
+{
+    FreezeDisplay();
+    MakeStep();
+    if (BoardRunning) {
+        // Paused in the wait: the board goes on with the routine until its reset.
+        BoardStatus();
+        if (IsOpen(QStringLiteral("frmDisAsm")))
+            DisAsmMenus();
+        return;
+    }
+    ThawDisplay();
+}
+
+// ---- MakeStep -------------------------------------------------------------------
+
+bool frmMain::CpuWindowOpen()
+{
+    // Asked at every step of Play: the entry is looked up once.
+    if (!viewRegCpu_)
+        viewRegCpu_ = Menu(QStringLiteral("mnuViewRegCPU"));
+    return viewRegCpu_->isChecked();
+}
+
+void frmMain::MakeStep()
+{
+    FindBoard();
+    if (!BoardConnected)
+        return;
+    bool stepped = true;
+    if (StepExecute) {
+        // Only a call stepped over on the board needs the called address.
+        Flow flow;
+        if (TargetMode == BoardMode && stepping::CurrentStepKind() == StepKind::OverCall)
+            stepped = FlowAtPC(flow);
+        const std::int16_t length = InstructionLength(CpuRegisters.PC);
+        if (stepped && TargetMode == BoardMode)
+            stepped = StepOnBoard(flow.target, length);
+        else if (stepped && TargetMode == SimulatorMode)
+            StepOnSimulator(length);
+    }
+    if (stepped) {
+        if (TargetMode == BoardMode) {
+            if (RunStopped || AnimateActive) {
+                Refresh();
+            } else if (PlayActive) {
+                // During Play only the CPU window follows each step.
+                if (stepping::OutsideProgramBuffer(CpuRegisters.PC)) {
+                    ProgramBase = CpuRegisters.PC;
+                    InProgram();
+                }
+                if (CpuWindowOpen())
+                    CallWindow(Window(QStringLiteral("frmRegCPU")), "Redraw");
+            }
+        } else if (PlayActive) {
+            if (CpuWindowOpen())
+                CallWindow(Window(QStringLiteral("frmRegCPU")), "mnuRefresh");
+        } else {
+            Refresh();
+        }
+    }
+    // Play's event pass brings the panel up to date: nothing is painted in between.
+    if (PlayActive)
+        clockPanelStale_ = true;
+    else
+        ClockCountUpdate();
+    MSComm.SetRThreshold(ReceiveThreshold);
+}
+
+bool frmMain::StepOnBoard(std::int32_t target, std::int16_t length)
+{
+    const StepKind kind = stepping::CurrentStepKind();
+    std::array<std::uint8_t, 5> instruction{};
+    const std::int32_t index = program_buffer::Unwrapped(CpuRegisters.PC) - ProgramBase;
+    for (int i = 0; i < length; ++i)
+        instruction[i] = program_buffer::BufferByte(index + i);
+    const stepping::BoardStep plan =
+        stepping::PlanBoardStep(kind, CpuRegisters.PC, std::span(instruction).first(length), target,
+                                StackBuffer[1] * 256 + StackBuffer[2]);
+    const QByteArray frame = monitor::StepFrame(CpuRegisters, plan.code);
+    CpuRegisters.PC = plan.pc;
+
+    ExchangeRules rules{monitor::StepReplySize, ReplyCheck::Checksum, exchange_timeout::Step, false};
+    if (kind != StepKind::Plain) {
+        // A called routine may run for any time: events run, and Pause gives the wait up.
+        rules.timeoutMs.reset();
+        rules.pumpEvents = true;
+    }
+    stepWaitAbandoned_ = false;
+    stepWaitRunning_ = rules.pumpEvents;
+    QByteArray reply;
+    const bool valid = Exchange(frame, rules, reply, [this] { return stepWaitAbandoned_; });
+    stepWaitRunning_ = false;
+    if (valid) {
+        monitor::RegistersFromSaveArea(
+            std::span<const std::uint8_t, SaveAreaSize>(reinterpret_cast<const std::uint8_t*>(reply.constData()) + 1,
+                                                        SaveAreaSize),
+            CpuRegisters);
+        SplitCCR();
+        return true;
+    }
+    if (stepWaitAbandoned_)
+        EnterFreeRun();
+    return false;
+}
+
+void frmMain::StepOnSimulator(std::int16_t length)
+{
+    const std::array<std::uint8_t, 5> code = stepping::SimulatorStepBytes(CpuRegisters.PC, length);
+    CpuRegisterRecord& r = CpuRegisters;
+    std::int16_t a = r.A, b = r.B, ccr = r.CCR;
+    std::int32_t ix = r.IX, iy = r.IY, sp = r.SP;
+    Velmar1.ExecuteInstruction(a, b, ix, iy, sp, ccr, code[0], code[1], code[2], code[3], code[4]);
+    r.A = static_cast<std::uint8_t>(a);
+    r.B = static_cast<std::uint8_t>(b);
+    r.CCR = static_cast<std::uint8_t>(ccr);
+    r.IX = ix & 0xFFFF;
+    r.IY = iy & 0xFFFF;
+    r.SP = sp & 0xFFFF;
+    // The save area is where InCPU takes the registers back from, as on the board.
+    const monitor::SaveAreaBytes saved = monitor::SaveAreaOf(r);
+    std::copy(saved.begin(), saved.end(), TargetMemory.begin() + SaveAreaAddress);
+    SplitCCR();
+    r.PC = (r.PC + length) % 65536;
+}

@@ -1,0 +1,240 @@
+// The debugger from end to end on the real main window and disassembly
+// window, once in simulator mode and once against the board emulator on a
+// pseudo-terminal: a small program is assembled and written to the target,
+// then stepped into a BSR and out again, over a JSR, played to a breakpoint
+// past a taken branch backwards, animated and paused, and run to the cursor.
+// Both back-ends must leave the same registers and stack at every stop.
+#include <QtTest>
+
+#include "code/frmDisAsm.h"
+#include "core/TargetState.h"
+#include "platform/DoEvents.h"
+#include "platform/SettingsStore.h"
+#include "source/hc11/Assembler.h"
+#include "support/BoardProcess.h"
+#include "support/DisAsmLooks.h"
+#include "support/MainFormFixture.h"
+#include "support/S19Image.h"
+#include "target/MonitorFrames.h"
+
+#include <QMdiArea>
+#include <QMdiSubWindow>
+
+namespace {
+const char* const Source =
+    "        ORG   $2000\n"
+    "START   LDAA  #$10\n"        // 2000
+    "        BSR   SUB1\n"        // 2002
+    "        LDX   #$3000\n"      // 2004
+    "        JSR   SUB2\n"        // 2007
+    "        CLRB\n"              // 200A
+    "LOOP    INCB\n"              // 200B
+    "        CMPB  #5\n"          // 200C
+    "        BNE   LOOP\n"        // 200E
+    "DONE    NOP\n"               // 2010
+    "SPIN    INCA\n"              // 2011
+    "        BRA   SPIN\n"        // 2012
+    "SUB1    INCA\n"              // 2014
+    "        PSHA\n"
+    "        PULA\n"
+    "        RTS\n"
+    "SUB2    LDAB  #3\n"          // 2018
+    "        ABA\n"
+    "        RTS\n";
+
+struct Stop {
+    QString where;
+    std::int32_t pc, sp, ix;
+    int a, b, ccr;
+    // The return address while a routine runs. Once it has returned the bytes
+    // are dead, and differ: Step Out on the board has put the monitor's
+    // return point there.
+    QByteArray stack;
+    bool operator==(const Stop&) const = default;
+};
+
+char* toString(const Stop& s)
+{
+    return qstrdup(QString("%1: PC %2 SP %3 IX %4 A %5 B %6 CCR %7 stack %8")
+                       .arg(s.where)
+                       .arg(s.pc, 4, 16)
+                       .arg(s.sp, 4, 16)
+                       .arg(s.ix, 4, 16)
+                       .arg(s.a, 2, 16)
+                       .arg(s.b, 2, 16)
+                       .arg(s.ccr, 2, 16)
+                       .arg(QString(s.stack.toHex()))
+                       .toUtf8()
+                       .constData());
+}
+
+
+int RowOf(const frmDisAsm* w, std::int32_t address)
+{
+    for (int row = 1; row <= w->VisibleRows; ++row)
+        if (w->PageRows[row - 1].RowAddress == address)
+            return row;
+    return 0;
+}
+}  // namespace
+
+class DebuggerEndToEndTest : public QObject {
+    Q_OBJECT
+private slots:
+    void bothBackEndsStopWithTheSameRegisters()
+    {
+        QList<Stop> simulator, board;
+        {
+            MainFormFixture f;
+            SaveSetting("Settings", "SimEnabled", "True");
+            RunScenario(f.Start(), f, simulator);
+            if (QTest::currentTestFailed())
+                return;
+        }
+        {
+            BoardProcess emulator;
+            QVERIFY(!emulator.DevicePath().isEmpty());
+            MainFormFixture f;
+            RunScenario(f.StartOn(emulator.DevicePath()), f, board);
+            if (QTest::currentTestFailed())
+                return;
+        }
+        QCOMPARE(board, simulator);
+    }
+
+private:
+    void Snap(QList<Stop>& stops, const QString& where, frmMain& form)
+    {
+        QByteArray stack;
+        if (CpuRegisters.SP < 0x01FF) {
+            std::int32_t address = CpuRegisters.SP + 1;
+            std::vector<std::uint8_t> bytes;
+            form.InBytes(address, bytes, 2);
+            stack = QByteArray(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size()));
+        }
+        const CpuRegisterRecord& r = CpuRegisters;
+        stops << Stop{where, r.PC, r.SP, r.IX, r.A, r.B, r.CCR, stack};
+        // The clock panel shows the count at every stop.
+        QCOMPARE(form.PanelText(4), QString("Clock= %1").arg(ClockCount, 8, 10, QChar('0')));
+    }
+
+    // With ORVANE_SCREENSHOT set to a folder, the simulator's pass saves the
+    // main window there (run under a real display for its fonts).
+    void SaveScreenshot(frmMain& form, const char* name)
+    {
+        const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
+        if (folder.isEmpty() || TargetMode != SimulatorMode)
+            return;
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        QVERIFY(form.grab().save(QDir(folder).filePath(QString::fromLatin1(name))));
+    }
+
+    void CheckPcRow(frmDisAsm* w, Look expected)
+    {
+        const int row = RowOf(w, CpuRegisters.PC);
+        QVERIFY(row != 0);
+        QVERIFY(w->RowBold(row));
+        QCOMPARE(w->CurRow, std::int16_t(row));
+        QCOMPARE(LookOf(w, row), expected);
+    }
+
+    void RunScenario(frmMain& form, MainFormFixture& f, QList<Stop>& stops)
+    {
+        form.showNormal();
+        form.resize(1000, 900);
+        const auto assembled = hc11::as11::AssembleSource(Source, "E2E");
+        QVERIFY(assembled.errors.empty());
+        const asmtest::S19Image image = asmtest::ReadS19(assembled.s19);
+        std::vector<std::uint8_t> program;
+        for (const auto& [address, byte] : image.bytes)
+            program.push_back(byte);
+        QCOMPARE(image.bytes.begin()->first, 0x2000);
+        std::int32_t at = 0x2000;
+        form.OutBytes(at, program, static_cast<std::int16_t>(program.size()));
+        // The save area: A, B, IX, IY zero, SP $01FF, CCR with S, X and I set.
+        CpuRegisterRecord start;
+        start.SP = 0x01FF;
+        start.CCR = 0xD0;
+        const monitor::SaveAreaBytes saved = monitor::SaveAreaOf(start);
+        at = SaveAreaAddress;
+        form.OutBytes(at, std::vector<std::uint8_t>(saved.begin(), saved.end()), SaveAreaSize);
+        at = 0x01FE;
+        form.OutBytes(at, {0, 0}, 2);
+        CpuRegisters.PC = 0x2000;
+        QVERIFY(BoardConnected);
+
+        frmDisAsm* w = frmDisAsm::Open();
+        QVERIFY(w);
+        form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(w->parentWidget()));
+        QCoreApplication::processEvents();
+        QCOMPARE(CpuRegisters.SP, 0x01FF);   // the window opened at PC with the target's registers
+        CheckPcRow(w, Look::Current);
+        QVERIFY(form.Menu("mnuRunStepInto")->isEnabled());
+
+        form.Menu("mnuRunStepInto")->trigger();   // LDAA #$10
+        form.Menu("mnuRunStepInto")->trigger();   // BSR SUB1
+        QCOMPARE(CpuRegisters.PC, 0x2014);
+        QCOMPARE(CpuRegisters.SP, 0x01FD);
+        CheckPcRow(w, Look::Current);
+        Snap(stops, "into BSR", form);
+        QCOMPARE(stops.last().stack, QByteArray("\x20\x04", 2));
+        QCOMPARE(ClockCount, 2 + 6);
+
+        form.Menu("mnuRunStepInto")->trigger();   // INCA
+        form.Menu("mnuRunStepOut")->trigger();
+        QCOMPARE(CpuRegisters.PC, 0x2004);
+        QCOMPARE(CpuRegisters.SP, 0x01FF);
+        CheckPcRow(w, Look::Current);
+        Snap(stops, "out of SUB1", form);
+
+        form.Menu("mnuRunStepInto")->trigger();   // LDX
+        form.Menu("mnuRunStepOver")->trigger();   // JSR SUB2
+        QCOMPARE(CpuRegisters.PC, 0x200A);
+        QCOMPARE(CpuRegisters.B, 3);
+        CheckPcRow(w, Look::Current);
+        Snap(stops, "over JSR", form);
+
+        // A breakpoint behind the loop, which branches back four times.
+        const int doneRow = RowOf(w, 0x2010);
+        QVERIFY(doneRow != 0);
+        w->Label_DblClick(static_cast<std::int16_t>(doneRow));
+        QCOMPARE(BreakpointCount, std::int16_t(1));
+        form.Menu("mnuRunPlay")->trigger();
+        QCOMPARE(CpuRegisters.PC, 0x2010);
+        QCOMPARE(CpuRegisters.B, 5);
+        CheckPcRow(w, Look::CurrentBreakpoint);
+        QVERIFY(form.Menu("mnuRunPlay")->isEnabled());
+        QVERIFY(!form.Menu("mnuRunPause")->isEnabled());
+        Snap(stops, "play to breakpoint", form);
+
+        // Animate off the breakpoint; Pause once A has counted up twice.
+        SetDoEventsHook([&form] {
+            if (CpuRegisters.A >= 0x16 && AnimateActive)
+                form.Menu("mnuRunPause")->trigger();
+            QCoreApplication::processEvents();
+        });
+        form.Menu("mnuRunAnimate")->trigger();
+        SetDoEventsHook({});
+        QCOMPARE(CpuRegisters.PC, 0x2012);
+        QCOMPARE(CpuRegisters.A, 0x16);
+        CheckPcRow(w, Look::Current);
+        QCOMPARE(LookOf(w, doneRow), Look::Breakpoint);
+        Snap(stops, "animate paused", form);
+
+        // Run to the cursor: a breakpoint on the current row for one Play.
+        const int spinRow = RowOf(w, 0x2011);
+        w->Label_Click(static_cast<std::int16_t>(spinRow));
+        SaveScreenshot(form, "disassembler-stepping.png");
+        w->Label_DblClick(static_cast<std::int16_t>(doneRow));   // the old breakpoint goes
+        QCOMPARE(LookOf(w, spinRow), Look::Current);
+        form.Menu("mnuRunRunTo")->trigger();
+        QCOMPARE(CpuRegisters.PC, 0x2011);
+        QCOMPARE(BreakpointCount, std::int16_t(0));
+        CheckPcRow(w, Look::Current);
+        Snap(stops, "run to cursor", form);
+        QVERIFY(f.boxes.boxes.isEmpty());
+    }
+};
+
+QTEST_MAIN(DebuggerEndToEndTest)
+#include "DebuggerEndToEnd_test.moc"

@@ -1,0 +1,64 @@
+// The step plans at their edges: the board's code bytes and PC at the top of
+// memory and for a five-byte instruction, the simulator's bytes there, and
+// when the Play loop lets events run.
+#include <QtTest>
+
+#include "core/TargetState.h"
+#include "execution/StepPlan.h"
+#include "platform/TickCount.h"
+
+using namespace stepping;
+using Code = std::array<std::uint8_t, 4>;
+
+class StepPlanTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init() { ResetTargetState(); }
+
+    void boardCodeAtTheEdges()
+    {
+        // An instruction at the top of memory moves PC round to $0000.
+        const std::uint8_t ldx[] = {0xCE, 0x12, 0x34};
+        const BoardStep wrapped = PlanBoardStep(StepKind::Plain, 0xFFFD, ldx, 0, 0);
+        QCOMPARE(wrapped.code, (Code{0xCE, 0x12, 0x34, 0x01}));
+        QCOMPARE(wrapped.pc, 0x0000);
+
+        // Five bytes do not fit the code buffer: the last is lost, PC still moves by five.
+        const std::uint8_t brsetY[] = {0x18, 0x1E, 0x05, 0x80, 0xF0};
+        const BoardStep plain = PlanBoardStep(StepKind::Plain, 0x3000, brsetY, 0, 0);
+        QCOMPARE(plain.code, (Code{0x18, 0x1E, 0x05, 0x80}));
+        QCOMPARE(plain.pc, 0x3005);
+    }
+
+    void simulatorBytesAndWordsWrapAtTheTopOfMemory()
+    {
+        TargetMemory[0xFFFE] = 0xCE;
+        TargetMemory[0xFFFF] = 0x12;
+        TargetMemory[0x0000] = 0x34;
+        TargetMemory[0x0001] = 0x99;
+        QCOMPARE(SimulatorStepBytes(0xFFFE, 3), (std::array<std::uint8_t, 5>{0xCE, 0x12, 0x34, 0x01, 0x01}));
+        QCOMPARE(TargetWord(0xFFFF), 0x1234);
+    }
+
+    void eventPumpAtMostOncePerInterval()
+    {
+        std::uint32_t now = 1000;
+        const auto previous = SetTickCountSource([&now] { return now; });
+        EventPump pump(4, 10);
+        QVERIFY(pump.Due());   // the first call lets events run
+        int due = 0;
+        for (int i = 0; i < 100; ++i)
+            due += pump.Due();
+        QCOMPARE(due, 0);      // the clock stood still
+        now += 10;
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(!pump.Due());   // the clock is only read every fourth call
+        QVERIFY(pump.Due());
+        EventPump always(1, 0);
+        QVERIFY(always.Due() && always.Due());
+        SetTickCountSource(previous);
+    }
+};
+
+QTEST_APPLESS_MAIN(StepPlanTest)
+#include "StepPlan_test.moc"
