@@ -62,6 +62,7 @@ int BoardLoop::Run()
     while (!quit_) {
         SteadyClock::time_point now = SteadyClock::now();
         monitor_.Service(Milliseconds(now));
+        DeliverInput(now);
         RunProgram(now);
         QueueOutput(now);
         WriteOutput(now);
@@ -117,6 +118,8 @@ long long BoardLoop::PollTimeoutNs(SteadyClock::time_point now) const
         atMost(options_.fast ? 0 : RunSliceNs);
     if (options_.paced && !output_.empty() && dueBytes_ == 0)
         atMost(std::chrono::duration_cast<std::chrono::nanoseconds>(pacer_.NextDue() - now).count());
+    if (!input_.empty())
+        atMost(std::chrono::duration_cast<std::chrono::nanoseconds>(inputPacer_.NextDue() - now).count());
     if (const std::optional<std::uint64_t> deadline = monitor_.NextDeadlineMs()) {
         const auto at = started_ + std::chrono::milliseconds(*deadline);
         atMost(std::chrono::duration_cast<std::chrono::nanoseconds>(at - now).count());
@@ -147,6 +150,7 @@ void BoardLoop::HostGone()
     std::fprintf(stderr, "hc11board: host closed %s, waiting for the next\n", line_.Path().c_str());
     hostPresent_ = false;
     output_.clear();
+    input_.clear();
     dueBytes_ = 0;
     monitor_.LineDropped();
 }
@@ -157,7 +161,16 @@ bool BoardLoop::ReadLine()
     for (;;) {
         const ssize_t n = read(line_.Fd(), buffer, sizeof buffer);
         if (n > 0) {
-            monitor_.Receive(buffer, std::size_t(n), Milliseconds(SteadyClock::now()));
+            const SteadyClock::time_point now = SteadyClock::now();
+            if (!options_.paced) {
+                monitor_.Receive(buffer, std::size_t(n), Milliseconds(now));
+                continue;
+            }
+            // Paced, what the host wrote reaches the board a byte at a time,
+            // each once its ten bits have gone by on the wire.
+            if (input_.empty())
+                inputPacer_.Start(now);
+            input_.insert(input_.end(), buffer, buffer + n);
             continue;
         }
         if (n < 0 && errno == EINTR)
@@ -166,6 +179,18 @@ bool BoardLoop::ReadLine()
             return true;
         return false;   // end of file, or EIO once the host side is closed
     }
+}
+
+void BoardLoop::DeliverInput(SteadyClock::time_point now)
+{
+    if (input_.empty())
+        return;
+    const std::size_t due = inputPacer_.Due(now, input_.size());
+    if (due == 0)
+        return;
+    const std::vector<std::uint8_t> bytes(input_.begin(), input_.begin() + std::ptrdiff_t(due));
+    input_.erase(input_.begin(), input_.begin() + std::ptrdiff_t(due));
+    monitor_.Receive(bytes.data(), bytes.size(), Milliseconds(now));
 }
 
 void BoardLoop::HandleSignals()

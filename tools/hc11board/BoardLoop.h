@@ -35,6 +35,8 @@ private:
     void HostGone();
     long long PollTimeoutNs(SteadyClock::time_point now) const;
     void RunProgram(SteadyClock::time_point now);
+    // Paced: hands the monitor the bytes from the host whose wire time is over.
+    void DeliverInput(SteadyClock::time_point now);
     void QueueOutput(SteadyClock::time_point now);
     void WriteOutput(SteadyClock::time_point now);
     std::uint64_t Milliseconds(SteadyClock::time_point now) const;
@@ -43,10 +45,12 @@ private:
     const Options options_;
     SerialLine& line_;
     Monitor monitor_;
-    WirePacer pacer_;
+    WirePacer pacer_;        // board to host
+    WirePacer inputPacer_;   // host to board
     EClock eclock_;
     SteadyClock::time_point started_ = SteadyClock::now();
     std::deque<std::uint8_t> output_;
+    std::deque<std::uint8_t> input_;   // paced bytes from the host still on the wire
     std::size_t dueBytes_ = 0;   // paced bytes whose time has come
     std::string stdinText_;
     int signalFd_ = -1;

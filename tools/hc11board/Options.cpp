@@ -81,7 +81,7 @@ std::string Usage()
            "resets the board; SIGTERM ends it.\n"
            "\n"
            "  --device PATH       serve this serial device instead of a pseudo-terminal\n"
-           "  --paced             send at the wire's speed, 38400 bit/s\n"
+           "  --paced             send and receive at the wire's speed, 38400 bit/s\n"
            "  --fast              run programs as fast as possible, not at the 2 MHz E clock\n"
            "  --stay              keep serving when the host closes the line\n"
            "  --step-budget N     E-cycles a step may take before it is given up (10000000)\n"

@@ -1,4 +1,4 @@
-// The two clocks of the program: the wire, which lets a byte reach the host
+// The two clocks of the program: the wire, which lets a byte reach the other side
 // only when its ten bits at 38400 bit/s have gone by, and the E clock, which
 // holds a free run to the 2 MHz of a real board.
 #pragma once
