@@ -1,7 +1,8 @@
 // Play as the simulator's run mode: simulated E-cycles per wall second, as a
 // multiple of the board's 2 MHz E clock, on a loop that never ends by itself
 // (straight-line code, a taken branch, a call and a return each round), with
-// Pause from a timer after two seconds.
+// Pause from a timer after two seconds. Once with no tool window open, once
+// with the CPU window, which follows every step.
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
@@ -32,6 +33,19 @@ const std::vector<std::uint8_t> Routine = {
 };
 constexpr int RunMs = 2000;
 constexpr double EClockHz = 2'000'000.0;
+
+// Plays the loop from its start for RunMs; simulated E clock over wall time.
+double PlayRealtime(frmMain& window)
+{
+    CpuRegisters.PC = 0x2000;
+    ClockCount = 0;
+    QElapsedTimer clock;
+    QTimer::singleShot(RunMs, &window, [&window] { window.mnuRunPause_Click(); });
+    clock.start();
+    window.mnuRunPlay_Click();
+    const double seconds = clock.nsecsElapsed() / 1e9;
+    return ClockCount / seconds / EClockHz;
+}
 }  // namespace
 
 int main(int argc, char* argv[])
@@ -47,13 +61,12 @@ int main(int argc, char* argv[])
 
     std::copy(LoopProgram.begin(), LoopProgram.end(), TargetMemory.begin() + 0x2000);
     std::copy(Routine.begin(), Routine.end(), TargetMemory.begin() + 0x2020);
-    CpuRegisters.PC = 0x2000;
-    ClockCount = 0;
-    QElapsedTimer clock;
-    QTimer::singleShot(RunMs, &window, [&window] { window.mnuRunPause_Click(); });
-    clock.start();
-    window.mnuRunPlay_Click();
-    const double seconds = clock.nsecsElapsed() / 1e9;
-    std::printf("play_realtime: %.1f x\n", ClockCount / seconds / EClockHz);
+    std::printf("play_realtime: %.1f x\n", PlayRealtime(window));
+    window.Menu("mnuViewRegCPU")->trigger();
+    if (!window.IsOpen("frmRegCPU")) {
+        std::fprintf(stderr, "play: the CPU window did not open\n");
+        return 1;
+    }
+    std::printf("play_cpu_window_realtime: %.1f x\n", PlayRealtime(window));
     return 0;
 }

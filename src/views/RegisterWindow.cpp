@@ -124,12 +124,29 @@ void RegisterWindow::closeEvent(QCloseEvent* event)
 
 void RegisterWindow::Redraw()
 {
+    // Play redraws the CPU window at every step, but nothing is painted
+    // between the loop's event passes: the cells are written once a pass,
+    // with the values of the last step.
+    if (!PlayActive) {
+        WriteCells();
+        return;
+    }
+    if (cellsPending_)
+        return;
+    cellsPending_ = true;
+    QMetaObject::invokeMethod(
+        this, [this] { if (cellsPending_) WriteCells(); }, Qt::QueuedConnection);
+}
+
+void RegisterWindow::WriteCells()
+{
+    cellsPending_ = false;
     const QFontMetrics metrics(ListView->font());
     int widest = 0;
     for (int i = 0; i < static_cast<int>(kind_.rows.size()); ++i) {
         const RegisterRow& row = kind_.rows[i];
         const QString text = CellText(row, kind_.value(row, i), RowFormat[i]);
-        // Only changed cells are written: the Play loop redraws at every step.
+        // Only changed cells are written.
         QTreeWidgetItem* item = ListView->topLevelItem(i);
         if (item->text(1) != text)
             item->setText(1, text);
@@ -143,6 +160,7 @@ void RegisterWindow::Redraw()
 
 void RegisterWindow::ClearScreen()
 {
+    cellsPending_ = false;
     for (int i = 0; i < ListView->topLevelItemCount(); ++i)
         ListView->topLevelItem(i)->setText(1, QString());
     ListView->setColumnWidth(1, 0);

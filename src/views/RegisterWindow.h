@@ -72,6 +72,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void WriteCells();
     void SetFormat(char format);
     void Form_Activate();
     void Form_Deactivate();
@@ -80,4 +81,5 @@ private:
 
     const RegisterWindowKind& kind_;
     bool active_ = false;
+    bool cellsPending_ = false;   // Play's redraws wait for the next event pass
 };
