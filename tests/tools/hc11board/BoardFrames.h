@@ -59,30 +59,18 @@ inline Bytes StepReply(const CpuRegisterRecord& r)
 // A program at $2000 that sends the zero-terminated text at $2020 through
 // the SCI, waiting for TDRE before each byte, then loops on itself.
 inline const Bytes PrintProgram = {
-    0xCE, 0x20, 0x20,         // LDX  #$2020
-    0xA6, 0x00,               // LDAA 0,X
-    0x27, 0x0D,               // BEQ  done
-    0xF6, 0x10, 0x2E,         // LDAB SCSR
-    0xC5, 0x80,               // BITB #TDRE
-    0x27, 0xF9,               // BEQ  *-5
-    0xB7, 0x10, 0x2F,         // STAA SCDR
-    0x08,                     // INX
-    0x20, 0xEF,               // BRA  next byte
-    0x20, 0xFE,               // done: BRA *
+    0xCE, 0x20, 0x20, 0xA6, 0x00, 0x27, 0x0D,   //       LDX #$2020; next: LDAA 0,X; BEQ done
+    0xF6, 0x10, 0x2E, 0xC5, 0x80, 0x27, 0xF9,   // wait: LDAB SCSR; BITB #TDRE; BEQ wait
+    0xB7, 0x10, 0x2F, 0x08, 0x20, 0xEF,         //       STAA SCDR; INX; BRA next
+    0x20, 0xFE,                                 // done: BRA *
 };
 
 // A program at $2100 that answers every received byte with that byte + 1.
 inline const Bytes EchoProgram = {
-    0xF6, 0x10, 0x2E,         // LDAB SCSR
-    0xC5, 0x20,               // BITB #RDRF
-    0x27, 0xF9,               // BEQ  *-5
-    0xB6, 0x10, 0x2F,         // LDAA SCDR
-    0x4C,                     // INCA
-    0xF6, 0x10, 0x2E,         // LDAB SCSR
-    0xC5, 0x80,               // BITB #TDRE
-    0x27, 0xF9,               // BEQ  *-5
-    0xB7, 0x10, 0x2F,         // STAA SCDR
-    0x20, 0xE9,               // BRA  start
+    0xF6, 0x10, 0x2E, 0xC5, 0x20, 0x27, 0xF9,   // start: LDAB SCSR; BITB #RDRF; BEQ start
+    0xB6, 0x10, 0x2F, 0x4C,                     //        LDAA SCDR; INCA
+    0xF6, 0x10, 0x2E, 0xC5, 0x80, 0x27, 0xF9,   // wait:  LDAB SCSR; BITB #TDRE; BEQ wait
+    0xB7, 0x10, 0x2F, 0x20, 0xE9,               //        STAA SCDR; BRA start
 };
 
 } // namespace boardtest

@@ -130,22 +130,6 @@ private slots:
         QCOMPARE(sci.ReceivedData(), std::uint8_t('b'));
     }
 
-    void transmitterHoldsOneByteBehindTheShifter()
-    {
-        Sci sci;
-        sci.Advance(1000);
-        QCOMPARE(sci.Status(), std::uint8_t(scsr::TDRE | scsr::TC));
-        sci.WriteData('1');
-        QCOMPARE(sci.Status(), scsr::TDRE);   // shifting, data register free
-        sci.WriteData('2');
-        QCOMPARE(sci.Status(), std::uint8_t(0));
-        QCOMPARE(sci.lineOutput, Bytes{'1'});
-        sci.Advance(1000 + CyclesPerCharacter);
-        QCOMPARE(sci.lineOutput, (Bytes{'1', '2'}));
-        sci.Advance(1000 + 2 * CyclesPerCharacter);
-        QCOMPARE(sci.Status(), std::uint8_t(scsr::TDRE | scsr::TC));
-    }
-
     void monitorAccessHasNoSciSideEffects()
     {
         Monitor monitor;

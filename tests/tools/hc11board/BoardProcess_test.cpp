@@ -1,6 +1,6 @@
 // The real hc11board program on a pseudo-terminal: its first line, frames
-// over the line, the free run and a reset from standard input, pacing, and
-// how it ends. The IDE's own tests drive it through the serial control.
+// over the line, the free run and a reset from standard input, and how it
+// ends. The IDE's own tests drive it through the serial control.
 #include <QtTest>
 
 #include "BoardFrames.h"
@@ -122,15 +122,6 @@ private slots:
         QCOMPARE(board.Exchange(ReadFrame(0x2100, 1), 3), (Bytes{6, 0xF6, 0x0A}));
         board.Command("  reset \r\n");
         QCOMPARE(ReadBytes(board.fd, Report.size()), Report);
-    }
-
-    void pacedOutputArrivesWhole()
-    {
-        Board board({"--paced"});
-        QVERIFY(board.Connect());
-        const Bytes page = board.Exchange(ReadFrame(0xE000, 256), 258);
-        QCOMPARE(page.size(), std::size_t(258));
-        QVERIFY(std::all_of(page.begin() + 1, page.end() - 1, [](std::uint8_t b) { return b == 0xFF; }));
     }
 
     void endsWhenTheHostClosesTheLine()
