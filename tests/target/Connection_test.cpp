@@ -4,7 +4,6 @@
 #include <QtTest>
 
 #include "core/TargetState.h"
-#include "platform/SettingsStore.h"
 #include "support/MainFormFixture.h"
 
 namespace {
@@ -35,18 +34,6 @@ private slots:
         }
         QVERIFY(BoardRunning);
         QCOMPARE(form.PanelText(1), QString("HC11 Board: Ready"));
-    }
-
-    void resetReportInSimulatorModeReadsThePcFromTargetMemory()
-    {
-        MainFormFixture f;
-        SaveSetting("Settings", "SimEnabled", "True");
-        frmMain& form = f.Start();
-        TargetMemory[0xFFFE] = 0xE0;
-        TargetMemory[0xFFFF] = 0x10;
-        form.MSComm.SetRThreshold(6);
-        f.line.Arrive("xyzBBB");
-        QTRY_COMPARE(CpuRegisters.PC, 0xE010);
     }
 
     void userOutputIsDroppedWhileTheTerminalIsClosed()
