@@ -1,5 +1,7 @@
 // The monitor in-process: frames in, exact reply bytes out, the flash as real
-// flash behaves, the byte stream's faults, and the code buffer stepped.
+// flash behaves, the byte stream's faults, the code buffer stepped, and the
+// free run: "X" hands the CPU to the user's program, whose SCI talks on the
+// monitor's line, until a reset brings the monitor back.
 #include <QtTest>
 
 #include "BoardFrames.h"
@@ -11,6 +13,7 @@ using namespace hc11board;
 using namespace boardtest;
 
 namespace {
+const Bytes AckOnly{Ack};
 
 Bytes Send(Monitor& monitor, const Bytes& bytes, std::uint64_t nowMs = 0)
 {
@@ -18,161 +21,118 @@ Bytes Send(Monitor& monitor, const Bytes& bytes, std::uint64_t nowMs = 0)
     return monitor.TakeOutput();
 }
 
-Bytes AckOnly() { return {Ack}; }
-
-bool SumsToZero(const Bytes& reply)
+// Runs until the program has sent count bytes (or a generous limit passes).
+Bytes RunUntilOutput(Monitor& monitor, std::size_t count)
 {
-    std::uint8_t sum = 0;
-    for (std::size_t i = 1; i < reply.size(); ++i)
-        sum = std::uint8_t(sum + reply[i]);
-    return sum == 0;
+    Bytes out;
+    for (int slice = 0; slice < 200 && out.size() < count; ++slice) {
+        monitor.Run(10000);
+        const Bytes more = monitor.TakeOutput();
+        out.insert(out.end(), more.begin(), more.end());
+    }
+    return out;
 }
 
+// A monitor with PrintProgram and its text loaded, started by "X".
+void StartPrinting(Monitor& monitor, const std::string& text, const CpuRegisterRecord& regs = Regs())
+{
+    Bytes zeroTerminated(text.begin(), text.end());
+    zeroTerminated.push_back(0);
+    Send(monitor, WriteFrame(0x2000, PrintProgram));
+    Send(monitor, WriteFrame(0x2020, zeroTerminated));
+    // Only the ACK comes back with the frame: the program has not run yet.
+    QCOMPARE(Send(monitor, ExecuteFrame(regs, 0x2000)), Bytes{Ack});
+}
 } // namespace
 
 class BoardMonitorTest : public QObject {
     Q_OBJECT
 private slots:
-    void readRepliesWithDataAndChecksum()
+    void readsReplyWithDataAndChecksumAndWrapAtTheTop()
     {
         Monitor monitor;
         monitor.Memory().Poke(0x2000, 0x12);
         monitor.Memory().Poke(0x2001, 0xF0);
         QCOMPARE(Send(monitor, ReadFrame(0x2000, 2)), (Bytes{6, 0x12, 0xF0, 0xFE}));
-
-        // The host's own example: one byte at $1000 is 52 10 00 01 EF.
-        QCOMPARE(ReadFrame(0x1000, 1), (Bytes{0x52, 0x10, 0x00, 0x01, 0xEF}));
-        const Bytes reply = Send(monitor, {0x52, 0x10, 0x00, 0x01, 0xEF});
-        QCOMPARE(reply.size(), std::size_t(3));
-        QVERIFY(SumsToZero(reply));
-    }
-
-    void readOfCountZeroIsAPageAndWrapsAtTheTop()
-    {
-        Monitor monitor;
-        monitor.Memory().Poke(0x0000, 0xAB);   // lands behind $FFFF
-        const Bytes reply = Send(monitor, ReadFrame(0xFF80, 0));
-        QCOMPARE(reply.size(), std::size_t(258));
-        QVERIFY(SumsToZero(reply));
-        QCOMPARE(reply[1], std::uint8_t(0xFF));            // erased flash at $FF80
-        QCOMPARE(reply[1 + 0x80], std::uint8_t(0xAB));     // $0000
-    }
-
-    void saveAreaHoldsTheResetRegisters()
-    {
-        Monitor monitor;
-        const Bytes reply = Send(monitor, ReadFrame(0x0000, 9));
-        QCOMPARE(reply, StepReply(Regs{0, 0, 0, 0, ResetStackPointer, 0xD0}));
+        monitor.Memory().Poke(0x0000, 0xAB);
+        const Bytes page = Send(monitor, ReadFrame(0xFF80, 256));   // count 0
+        QCOMPARE(page.size(), std::size_t(258));
+        QCOMPARE(page[1], std::uint8_t(0xFF));            // erased flash at $FF80
+        QCOMPARE(page[1 + 0x80], std::uint8_t(0xAB));     // $0000
+        QCOMPARE(page.back(), Reply(Bytes(page.begin() + 1, page.end() - 1)).back());
     }
 
     void writeChangesRamRegistersAndPiaButNotFlash()
     {
         Monitor monitor;
-        QCOMPARE(Send(monitor, DataFrame('W', 0x4000, {1, 2, 3})), AckOnly());
-        QCOMPARE(Send(monitor, DataFrame('W', 0x1004, {0x5A})), AckOnly());
-        QCOMPARE(Send(monitor, DataFrame('W', 0x1809, {0x77})), AckOnly());
-        QCOMPARE(Send(monitor, DataFrame('W', 0xDFFF, {0x11, 0x22})), AckOnly());   // RAM, then flash
-        QCOMPARE(Send(monitor, ReadFrame(0x4000, 3)), (Bytes{6, 1, 2, 3, 0xFA}));
-        BoardMemory& memory = monitor.Memory();
-        QCOMPARE(memory.Peek(0x1004), std::uint8_t(0x5A));
-        QCOMPARE(memory.Peek(0x1809), std::uint8_t(0x77));
-        QCOMPARE(memory.Peek(0xDFFF), std::uint8_t(0x11));
-        QCOMPARE(memory.Peek(0xE000), std::uint8_t(0xFF));
-
-        // A write of no bytes is still a frame, and acknowledged.
-        QCOMPARE(Send(monitor, DataFrame('W', 0x4000, {})), AckOnly());
+        QCOMPARE(Send(monitor, WriteFrame(0x1004, {0x5A})), AckOnly);
+        QCOMPARE(Send(monitor, WriteFrame(0x1809, {0x77})), AckOnly);
+        QCOMPARE(Send(monitor, WriteFrame(0xDFFF, {0x11, 0x22})), AckOnly);   // RAM, then flash
+        const BoardMemory& memory = monitor.Memory();
+        QVERIFY(memory.Peek(0x1004) == 0x5A && memory.Peek(0x1809) == 0x77);
+        QVERIFY(memory.Peek(0xDFFF) == 0x11 && memory.Peek(0xE000) == 0xFF);
     }
 
     void programOnlyClearsFlashBitsAndEraseSetsThemAgain()
     {
         Monitor monitor;
         BoardMemory& memory = monitor.Memory();
-        QCOMPARE(Send(monitor, DataFrame('P', 0xFFFE, {0xE0, 0x00})), AckOnly());
-        QCOMPARE(memory.Peek(0xFFFE), std::uint8_t(0xE0));
-        // Programming again can only clear: $E0 AND $0F is 0, not $0F.
-        QCOMPARE(Send(monitor, DataFrame('P', 0xFFFE, {0x0F})), AckOnly());
+        QCOMPARE(Send(monitor, ProgramFrame(0xFFFE, {0xE0, 0x00})), AckOnly);
+        QCOMPARE(Send(monitor, ProgramFrame(0xFFFE, {0x0F})), AckOnly);
+        QCOMPARE(memory.Peek(0xFFFE), std::uint8_t(0x00));   // $E0 AND $0F
+        memory.Poke(0x3000, 0x0F);
+        QCOMPARE(Send(monitor, ProgramFrame(0x3000, {0xF0})), AckOnly);   // outside: a plain write
+        QCOMPARE(memory.Peek(0x3000), std::uint8_t(0xF0));
+        // A store of the CPU reaches the flash and changes nothing.
+        Send(monitor, StepFrame(Regs(0xFF), {0xB7, 0xFF, 0xFE}));   // STAA $FFFE
         QCOMPARE(memory.Peek(0xFFFE), std::uint8_t(0x00));
 
-        // Outside the flash "P" is a plain write, in both directions.
-        memory.Poke(0x3000, 0x0F);
-        QCOMPARE(Send(monitor, DataFrame('P', 0x3000, {0xF0})), AckOnly());
-        QCOMPARE(memory.Peek(0x3000), std::uint8_t(0xF0));
-
         memory.Poke(0xDFFF, 0x42);
-        QCOMPARE(Send(monitor, EraseFrame()), AckOnly());
-        QCOMPARE(memory.Peek(0xE000), std::uint8_t(0xFF));
-        QCOMPARE(memory.Peek(0xFFFE), std::uint8_t(0xFF));
-        QCOMPARE(memory.Peek(0xFFFF), std::uint8_t(0xFF));
-        QCOMPARE(memory.Peek(0xDFFF), std::uint8_t(0x42));
-        QCOMPARE(memory.Peek(0x3000), std::uint8_t(0xF0));
-    }
-
-    void programStoreCannotChangeFlashEither()
-    {
-        Monitor monitor;
-        Send(monitor, DataFrame('P', 0xE000, {0x00}));
-        Regs r;
-        // STAA $E000 with A = $FF: the store reaches flash and changes nothing.
-        r.a = 0xFF;
-        Send(monitor, StepFrame(r, {0xB7, 0xE0, 0x00}));
-        QCOMPARE(monitor.Memory().Peek(0xE000), std::uint8_t(0x00));
+        QCOMPARE(Send(monitor, ToBytes(monitor::EraseFrame())), AckOnly);
+        QVERIFY(memory.Peek(0xE000) == 0xFF && memory.Peek(0xFFFE) == 0xFF && memory.Peek(0xFFFF) == 0xFF);
+        QVERIFY(memory.Peek(0xDFFF) == 0x42 && memory.Peek(0x3000) == 0xF0);
     }
 
     void failingEraseAnswersNakAndKeepsTheFlash()
     {
         Monitor monitor(MonitorSettings{.eraseFails = true});
-        Send(monitor, DataFrame('P', 0xE100, {0x12}));
-        QCOMPARE(Send(monitor, EraseFrame()), (Bytes{Nak}));
+        Send(monitor, ProgramFrame(0xE100, {0x12}));
+        QCOMPARE(Send(monitor, ToBytes(monitor::EraseFrame())), (Bytes{Nak}));
         QCOMPARE(monitor.Memory().Peek(0xE100), std::uint8_t(0x12));
     }
 
     void slowEraseAnswersWhenDoneAndIgnoresBytesMeanwhile()
     {
         Monitor monitor(MonitorSettings{.eraseMs = 2900});
-        QVERIFY(Send(monitor, EraseFrame(), 1000).empty());
+        QVERIFY(Send(monitor, ToBytes(monitor::EraseFrame()), 1000).empty());
         QCOMPARE(monitor.NextDeadlineMs().value_or(0), std::uint64_t(3900));
         QVERIFY(Send(monitor, ReadFrame(0x0000, 1), 2000).empty());   // busy: lost
         monitor.Service(3899);
         QVERIFY(monitor.TakeOutput().empty());
         monitor.Service(3900);
-        QCOMPARE(monitor.TakeOutput(), AckOnly());
+        QCOMPARE(monitor.TakeOutput(), AckOnly);
         QVERIFY(!monitor.NextDeadlineMs());
         QCOMPARE(Send(monitor, ReadFrame(0xE000, 1), 4000), (Bytes{6, 0xFF, 0x01}));
     }
 
-    void malformedFramesGetNoReplyAndTheNextFrameIsAnswered()
-    {
-        Monitor monitor;
-        const Bytes good = ReadFrame(0xE000, 1);
-        const Bytes goodReply{6, 0xFF, 0x01};
-
-        Bytes badSum = ReadFrame(0xE000, 1);
-        badSum.back() ^= 0x01;
-        QVERIFY(Send(monitor, badSum).empty());
-        QCOMPARE(Send(monitor, good), goodReply);
-
-        // Noise between frames: not command letters, so nothing starts.
-        QVERIFY(Send(monitor, {0x00, 0xFF, 'r', 0x0D, 0x0A}).empty());
-        QCOMPARE(Send(monitor, good), goodReply);
-
-        // An erase frame with the right sum but not "EEE" is no erase.
-        Send(monitor, DataFrame('P', 0xE000, {0x00}));
-        QVERIFY(Send(monitor, {'E', 'E', 'D', 0x77}).empty());
-        QCOMPARE(monitor.Memory().Peek(0xE000), std::uint8_t(0x00));
-        QVERIFY(monitor.Parser().Rejected() >= 2);
-    }
-
-    void incompleteFrameIsDroppedAfterSilence()
+    void malformedAndIncompleteFramesGetNoReply()
     {
         Monitor monitor;
         const Bytes good = ReadFrame(0x4000, 1);
+        const Bytes goodReply{6, 0, 0};
+        Bytes badSum = good;
+        badSum.back() ^= 0x01;
+        QVERIFY(Send(monitor, badSum).empty());
+        QCOMPARE(Send(monitor, good), goodReply);
+        QVERIFY(Send(monitor, {0x00, 0xFF, 'r', 0x0D, 0x0A}).empty());   // noise: no command letters
+        QCOMPARE(Send(monitor, good), goodReply);
+        QVERIFY(Send(monitor, {'E', 'E', 'D', 0x77}).empty());   // right sum, but not "EEE"
+        QVERIFY(monitor.Parser().Rejected() >= 2);
+
         // Half a write, then a pause: the next bytes start afresh.
         QVERIFY(Send(monitor, {'W', 0x40, 0x00, 0x05, 0xAA}, 100).empty());
-        QCOMPARE(Send(monitor, good, 100 + FrameParser::SilenceMs + 1), (Bytes{6, 0, 0}));
-        QCOMPARE(monitor.Memory().Peek(0x4000), std::uint8_t(0));
-
-        // Without the pause the same bytes are data of the frame: no reply
-        // until its checksum, and the read's bytes were swallowed.
+        QCOMPARE(Send(monitor, good, 100 + FrameParser::SilenceMs + 1), goodReply);
+        // Without the pause the same bytes are data of the frame.
         QVERIFY(Send(monitor, {'W', 0x40, 0x00, 0x05}, 500).empty());
         QVERIFY(Send(monitor, good, 500 + FrameParser::SilenceMs).empty());
         QVERIFY(monitor.Parser().InFrame());
@@ -181,10 +141,8 @@ private slots:
     void randomByteStreamsNeverBreakTheMonitor()
     {
         std::mt19937 random(20261123);
-        MonitorSettings settings;
-        settings.stepBudget = 20000;
         for (int round = 0; round < 200; ++round) {
-            Monitor monitor(settings);
+            Monitor monitor(MonitorSettings{.stepBudget = 20000});
             std::uint64_t now = 0;
             // Streams rich in command letters, so that many frames start.
             const std::uint8_t letters[] = {'R', 'W', 'P', 'E', 'S', 'X'};
@@ -195,13 +153,12 @@ private slots:
                 if (monitor.CurrentMode() == Monitor::Mode::Running)
                     monitor.Run(5000);
             }
-            monitor.TakeOutput();
             if (monitor.CurrentMode() == Monitor::Mode::Running)
                 monitor.Reset();
-            monitor.Service(now + 1000);
-            monitor.TakeOutput();
             now += 1000;
-            QCOMPARE(Send(monitor, DataFrame('W', 0x7000, {0x5A, 0xA5}), now), AckOnly());
+            monitor.Service(now);
+            monitor.TakeOutput();
+            QCOMPARE(Send(monitor, WriteFrame(0x7000, {0x5A, 0xA5}), now), AckOnly);
             QCOMPARE(Send(monitor, ReadFrame(0x7000, 2), now), (Bytes{6, 0x5A, 0xA5, 0x01}));
         }
     }
@@ -209,79 +166,143 @@ private slots:
     void stepRunsTheCodeBufferAndRepliesWithTheRegisters()
     {
         Monitor monitor;
-        Regs r{0x11, 0x22, 0x3344, 0x5566, 0x01FF, 0xD0};
-        // LDAA #$80: A becomes $80, N set, Z and V clear.
-        Regs after = r;
-        after.a = 0x80;
-        after.ccr = 0xD8;
-        QCOMPARE(Send(monitor, StepFrame(r, {0x86, 0x80})), StepReply(after));
+        // LDAA #$80: N set, Z and V clear.
+        QCOMPARE(Send(monitor, StepFrame(Regs(0x11, 0x22, 0x3344, 0x5566), {0x86, 0x80})),
+                 StepReply(Regs(0x80, 0x22, 0x3344, 0x5566, 0x01FF, 0xD8)));
         // The save area and the code buffer hold what the frame and the step left.
         QCOMPARE(Send(monitor, ReadFrame(0x0000, 13)),
-                 WithChecksum({6, 0x80, 0x22, 0x33, 0x44, 0x55, 0x66, 0x01, 0xFF, 0xD8, 0x86, 0x80, 0x01, 0x01}));
-    }
-
-    void stepStoresThroughTheBusAndKeepsThePrefixedForms()
-    {
-        Monitor monitor;
-        Regs r;
-        r.a = 0x9C;
-        r.iy = 0x4000;
-        Send(monitor, StepFrame(r, {0x18, 0xA7, 0x05}));   // STAA 5,Y
+                 Reply({0x80, 0x22, 0x33, 0x44, 0x55, 0x66, 0x01, 0xFF, 0xD8, 0x86, 0x80, 0x01, 0x01}));
+        // A store through the bus with a prefixed form.
+        Send(monitor, StepFrame(Regs(0x9C, 0, 0, 0x4000), {0x18, 0xA7, 0x05}));   // STAA 5,Y
         QCOMPARE(monitor.Memory().Peek(0x4005), std::uint8_t(0x9C));
-    }
-
-    void stepOverACallReturnsThroughTheNopAtTheEnd()
-    {
-        Monitor monitor;
-        // $3000: LDAB #7, INCB, RTS
-        Send(monitor, DataFrame('W', 0x3000, {0xC6, 0x07, 0x5C, 0x39}));
-        Regs r;
-        r.sp = 0x01FF;
-        Regs after = r;
-        after.b = 0x08;
-        after.ccr = 0xD0;
-        QCOMPARE(Send(monitor, StepFrame(r, {0xBD, 0x30, 0x00, 0x01})), StepReply(after));
-        // The return address the JSR pushed is $000C, behind the three bytes.
-        QCOMPARE(monitor.Memory().Peek(0x01FE), std::uint8_t(0x00));
-        QCOMPARE(monitor.Memory().Peek(0x01FF), std::uint8_t(0x0C));
+        // A call returns through the NOP at the end: $3000 is LDAB #7, INCB, RTS.
+        Send(monitor, WriteFrame(0x3000, {0xC6, 0x07, 0x5C, 0x39}));
+        QCOMPARE(Send(monitor, StepFrame(Regs(), {0xBD, 0x30, 0x00})), StepReply(Regs(0, 0x08)));
+        QCOMPARE(monitor.Memory().Peek(0x01FF), std::uint8_t(0x0C));   // pushed: $000C
+        // Output of a step goes out before its reply.
+        Bytes expected{'k'};
+        const Bytes reply = StepReply(Regs('k'));
+        expected.insert(expected.end(), reply.begin(), reply.end());
+        QCOMPARE(Send(monitor, StepFrame(Regs('k'), {0xB7, 0x10, 0x2F})), expected);   // STAA SCDR
     }
 
     void runawayStepIsGivenUpAndTheMonitorListensAgain()
     {
-        MonitorSettings settings;
-        settings.stepBudget = 100000;
-        Monitor monitor(settings);
-        Regs r;
-        QVERIFY(Send(monitor, StepFrame(r, {0x20, 0xFE})).empty());   // BRA *
+        Monitor monitor(MonitorSettings{.stepBudget = 100000});
+        QVERIFY(Send(monitor, StepFrame(Regs(), {0x20, 0xFE})).empty());   // BRA *
         QCOMPARE(monitor.AbandonedSteps(), 1);
-        QVERIFY(monitor.Cpu().cycles >= settings.stepBudget);
-
+        QVERIFY(monitor.Cpu().cycles >= 100000);
         // A walk through illegal opcodes counts cycles too, so it ends as well.
         Bytes illegal(203, 0x41);
         illegal[200] = 0x7E;   // and round again: JMP $5000
         illegal[201] = 0x50;
         illegal[202] = 0x00;
-        Send(monitor, DataFrame('W', 0x5000, illegal));
-        QVERIFY(Send(monitor, StepFrame(r, {0x7E, 0x50, 0x00})).empty());
-        QCOMPARE(monitor.AbandonedSteps(), 2);
-
-        // WAI with nothing to wake it waits out the budget.
-        QVERIFY(Send(monitor, StepFrame(r, {0x3E})).empty());
+        Send(monitor, WriteFrame(0x5000, illegal));
+        QVERIFY(Send(monitor, StepFrame(Regs(), {0x7E, 0x50, 0x00})).empty());
+        QVERIFY(Send(monitor, StepFrame(Regs(), {0x3E})).empty());   // WAI with nothing to wake it
         QCOMPARE(monitor.AbandonedSteps(), 3);
         QCOMPARE(Send(monitor, ReadFrame(0x5000, 1)), (Bytes{6, 0x41, 0xBF}));
     }
 
-    void stepThatPrintsSendsItsOutputBeforeTheReply()
+    void executeRunsTheProgramAtTheSpeedOfTheWire()
     {
         Monitor monitor;
-        Regs r;
-        r.a = 'k';
-        Regs after = r;
-        after.ccr = 0xD0;
-        Bytes expected{'k'};
-        const Bytes reply = StepReply(after);
-        expected.insert(expected.end(), reply.begin(), reply.end());
-        QCOMPARE(Send(monitor, StepFrame(r, {0xB7, 0x10, 0x2F})), expected);   // STAA SCDR
+        const std::string text = "0123456789";
+        StartPrinting(monitor, text);
+        QCOMPARE(monitor.CurrentMode(), Monitor::Mode::Running);
+        const std::uint64_t start = monitor.Cpu().cycles;
+        QCOMPARE(RunUntilOutput(monitor, text.size()), Bytes(text.begin(), text.end()));
+        // Each byte waits for the one before to leave the shifter.
+        QVERIFY(monitor.Cpu().cycles - start >= (text.size() - 1) * CyclesPerCharacter);
+        // The code buffer held the jump, and the registers came from the frame.
+        QCOMPARE(monitor.Memory().Peek(0x0009), std::uint8_t(0x7E));
+        QCOMPARE(monitor.Cpu().regs.sp, std::uint16_t(0x01FF));
+    }
+
+    void framesDuringARunAreTheProgramsInput()
+    {
+        Monitor monitor;
+        Send(monitor, WriteFrame(0x2100, EchoProgram));
+        Send(monitor, ExecuteFrame(Regs(), 0x2100));
+        // A read frame is not answered: its bytes reach the program one by one.
+        const Bytes frame = ReadFrame(0x0000, 1);
+        monitor.Receive(frame, 0);
+        Bytes expected;
+        for (std::uint8_t byte : frame)
+            expected.push_back(std::uint8_t(byte + 1));
+        QCOMPARE(RunUntilOutput(monitor, frame.size()), expected);
+    }
+
+    void resetEndsTheRunAndTheMonitorAnswersAgain()
+    {
+        Monitor monitor;
+        StartPrinting(monitor, "x", Regs(0x55, 0x66, 0x1234, 0x5678, 0x0180, 0xC0));
+        RunUntilOutput(monitor, 1);
+        monitor.Reset();
+        QCOMPARE(monitor.TakeOutput(), Bytes(ResetReport.begin(), ResetReport.end()));
+        QCOMPARE(monitor.CurrentMode(), Monitor::Mode::Listening);
+        QCOMPARE(monitor.Run(1000), std::uint64_t(0));
+        // RAM survives a reset; the monitor starts its save area afresh.
+        QCOMPARE(Send(monitor, ReadFrame(0x2000, 1)), Reply({PrintProgram[0]}));
+        QCOMPARE(Send(monitor, ReadFrame(0x0000, 9)), StepReply(Regs(0, 0, 0, 0, ResetStackPointer)));
+    }
+
+    void runThatReachesTheReturnPointRepliesAsAStep()
+    {
+        Monitor monitor;
+        Send(monitor, WriteFrame(0x2000, {0x86, 0x31, 0x7E, 0x00, 0x0D}));   // LDAA #$31, JMP $000D
+        Send(monitor, ExecuteFrame(Regs(), 0x2000));
+        monitor.Run(1000);
+        QCOMPARE(monitor.TakeOutput(), StepReply(Regs(0x31)));
+        QCOMPARE(monitor.CurrentMode(), Monitor::Mode::Listening);
+    }
+
+    void receiveInterruptRunsTheHandlerThroughTheSciVector()
+    {
+        Monitor monitor;
+        // Handler at $2200: LDAA SCSR, LDAA SCDR, STAA $50, RTI. Main at $2300: CLI, BRA *.
+        Send(monitor, WriteFrame(0x2200, {0xB6, 0x10, 0x2E, 0xB6, 0x10, 0x2F, 0x97, 0x50, 0x3B}));
+        Send(monitor, WriteFrame(0x2300, {0x0E, 0x20, 0xFE}));
+        Send(monitor, ProgramFrame(SciVector, {0x22, 0x00}));
+        Send(monitor, WriteFrame(Sccr2Address, {0x2C}));   // RIE, TE, RE
+        Send(monitor, ExecuteFrame(Regs(), 0x2300));
+        monitor.Run(1000);
+        QCOMPARE(monitor.Memory().Peek(0x0050), std::uint8_t(0));
+        monitor.Receive(Bytes{'z'}, 0);
+        monitor.Run(1000);
+        QCOMPARE(monitor.Memory().Peek(0x0050), std::uint8_t('z'));
+        QCOMPARE(monitor.Memory().Peek(ScsrAddress) & scsr::RDRF, 0);   // the handler cleared it
+    }
+
+    void receivedByteStaysUntilStatusThenDataAreRead()
+    {
+        Sci sci;
+        sci.Receive('a');
+        sci.Receive('b');
+        sci.Advance(100);
+        QCOMPARE(sci.ReadData(), std::uint8_t('a'));   // data alone does not clear RDRF
+        QVERIFY(sci.Status() & scsr::RDRF);
+        QVERIFY(sci.ReadStatus() & scsr::RDRF);
+        QCOMPARE(sci.ReadData(), std::uint8_t('a'));
+        QVERIFY(!(sci.Status() & scsr::RDRF));
+        // The next byte follows a character time behind the first.
+        sci.Advance(100 + CyclesPerCharacter - 1);
+        QVERIFY(!(sci.Status() & scsr::RDRF));
+        sci.Advance(100 + CyclesPerCharacter);
+        QCOMPARE(sci.ReceivedData(), std::uint8_t('b'));
+    }
+
+    void monitorAccessHasNoSciSideEffects()
+    {
+        Monitor monitor;
+        monitor.Memory().sci.Receive('q');
+        monitor.Memory().sci.Advance(0);
+        // The host reads status and data (a register window's refresh) ...
+        QCOMPARE(Send(monitor, ReadFrame(ScsrAddress, 2)), Reply({scsr::TDRE | scsr::TC | scsr::RDRF, 'q'}));
+        // ... and the program still finds its byte; a host write to SCDR sends nothing.
+        QVERIFY(monitor.Memory().Peek(ScsrAddress) & scsr::RDRF);
+        QCOMPARE(Send(monitor, WriteFrame(ScdrAddress, {'!'})), Bytes{Ack});
+        QCOMPARE(monitor.Memory().Peek(ScdrAddress), std::uint8_t('q'));
     }
 };
 

@@ -8,17 +8,6 @@ using namespace hc11board;
 class BoardOptionsTest : public QObject {
     Q_OBJECT
 private slots:
-    void defaultsServeAPseudoTerminalAtRealTime()
-    {
-        const ParsedOptions parsed = ParseOptions({});
-        QVERIFY(parsed.error.empty());
-        QVERIFY(parsed.options.device.empty());
-        QVERIFY(!parsed.options.paced && !parsed.options.fast && !parsed.options.stay);
-        QVERIFY(!parsed.options.monitor.eraseFails);
-        QCOMPARE(parsed.options.monitor.eraseMs, std::uint64_t(0));
-        QVERIFY(parsed.options.monitor.stepBudget > 0);
-    }
-
     void everyOptionReachesItsSetting()
     {
         const ParsedOptions parsed = ParseOptions({"--device", "/dev/ttyS1", "--paced", "--fast", "--stay",
@@ -51,14 +40,6 @@ private slots:
         for (const QString& a : arguments)
             args.push_back(a.toStdString());
         QCOMPARE(QString::fromStdString(ParseOptions(args).error), reason);
-    }
-
-    void usageNamesEveryOption()
-    {
-        const std::string usage = Usage();
-        for (const char* option : {"--device", "--paced", "--fast", "--stay", "--step-budget", "--erase-ms",
-                                   "--erase-fails", "--help"})
-            QVERIFY2(usage.find(option) != std::string::npos, option);
     }
 };
 
