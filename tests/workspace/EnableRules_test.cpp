@@ -27,8 +27,8 @@ const QStringList RunFrozen = {"mnuDebugAddWatch", "mnuFileDownload", "mnuRunRun
                                "mnuViewMemory", "mnuViewRegCPU", "mnuViewRegBlock", "mnuViewStack", "mnuViewWatch",
                                "mnuViewDisassembler"};
 
-// The entries and toolbar positions whose enabled state is not `on`.
-QStringList Wrong(frmMain& form, bool on, const QStringList& names, const QList<int>& buttons = {})
+// The entries and toolbar positions whose enabled state is not `on`, named for the failure message.
+QString Wrong(frmMain& form, bool on, const QStringList& names, const QList<int>& buttons = {})
 {
     QStringList wrong;
     for (const QString& name : names)
@@ -37,10 +37,10 @@ QStringList Wrong(frmMain& form, bool on, const QStringList& names, const QList<
     for (int button : buttons)
         if (form.Button(button)->isEnabled() != on)
             wrong << QString::number(button);
-    return wrong;
+    return wrong.join(' ');
 }
-#define EXPECT_ON(...) QCOMPARE(Wrong(form, true, __VA_ARGS__), QStringList())
-#define EXPECT_OFF(...) QCOMPARE(Wrong(form, false, __VA_ARGS__), QStringList())
+#define EXPECT_ON(...) QCOMPARE(Wrong(form, true, __VA_ARGS__), QString())
+#define EXPECT_OFF(...) QCOMPARE(Wrong(form, false, __VA_ARGS__), QString())
 
 // A target ready for stepping, with the disassembly window open and its rules applied.
 QWidget* OpenDisAsmOnReadyTarget(frmMain& form)
@@ -228,7 +228,7 @@ private slots:
             form.SetEditWatchCommand(on);
             BreakpointCount = on ? 1 : 0;
             form.BreakpointCountChanged();
-            QCOMPARE(Wrong(form, on, {"mnuDebugEditWatch", "mnuDebugClearAllBreakpoints"}), QStringList());
+            QCOMPARE(Wrong(form, on, {"mnuDebugEditWatch", "mnuDebugClearAllBreakpoints"}), QString());
         }
         QMenu* menu = form.MenuOf("mnuWindow");
         emit menu->aboutToShow();
