@@ -78,7 +78,7 @@ private slots:
         }
     }
 
-    void barsAndSeparatorsSitWhereTheyBelong()
+    void barsSeparatorsAndPanels()
     {
         MainFormFixture f;
         frmMain& form = f.Start();
@@ -97,12 +97,6 @@ private slots:
         QCOMPARE(form.Panel(7)->text(), QString("INS"));
         for (int panel = 1; panel <= 7; ++panel)
             QCOMPARE(form.Panel(panel)->isVisible(), panel <= 4);
-    }
-
-    void resetCounterRewritesTheClockPanel()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
         ClockCount = 123456789;
         form.ClockCountUpdate();
         QCOMPARE(form.PanelText(4), QString("Clock= 123456789"));   // wider than its eight digits

@@ -145,7 +145,7 @@ private slots:
         EXPECT_ON({"mnuRunAnimate", "mnuViewIOunit"});
     }
 
-    void editMenuOpensFromTheActiveEditorOrWithEverythingOff()
+    void editMenuAndEditorRules()
     {
         MainFormFixture f;
         frmMain& form = f.Start();
@@ -178,12 +178,8 @@ private slots:
         emit form.MenuOf("mnuEdit")->aboutToShow();
         EXPECT_ON({"mnuEditCut", "mnuEditCopy", "mnuEditDelete", "mnuEditFindNext"});
         EXPECT_OFF({"mnuEditPaste"});
-    }
 
-    void editorActivationAndDeactivation()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
+        // The editor's activation and deactivation set the File entries and the editing buttons.
         const QStringList file = {"mnuFileClose", "mnuFileSaveAs", "mnuFilePrint", "mnuFileSave"};
         EditorActive = true;
         frmMain::EditorCommandState state;

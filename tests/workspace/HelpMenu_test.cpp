@@ -45,13 +45,18 @@ private slots:
         QCOMPARE(calls, (QList<std::array<int, 2>>{{3, 0}, {4, 0}, {1, 999}, {1, 38}, {1, 25}}));
     }
 
-    void everyContextLeadsToItsAnchor()
+    void everyContextLeadsToItsAnchorAndTheSymbolsTopicListsTheRegisterBlock()
     {
         QCOMPARE(HelpTopicUrl(3, 0), QUrl("qrc:/help/index.html"));
         QCOMPARE(HelpTopicUrl(4, 0), QUrl("qrc:/help/usinghelp.html"));
         QCOMPARE(HelpTopicUrl(1, 500), QUrl("qrc:/help/index.html"));
+        ShowHelp("Orvane.HLP", 1, 999);
+        QVERIFY(HelpViewer::Instance());
+        const QString text = HelpViewer::Instance()->TopicText();
+        for (int offset = 0; offset < 64; ++offset)   // one row an address, $1000 to $103F
+            QVERIFY(text.contains(QStringLiteral("$%1\n").arg(0x1000 + offset, 4, 16, QLatin1Char('0')).toUpper()));
+        QVERIFY(text.contains("$1000\nPORTA") && text.contains("$103F\nCONFIG"));
         // A topic the program can ask for must exist, or the user sees the page top.
-        HelpViewer::Show(HelpTopicUrl(3, 0));   // loads the pages
         for (int context = 1; context <= 99; ++context) {
             const QUrl topic = HelpTopicUrl(1, context);
             QFile page(QStringLiteral(":") + topic.path());
@@ -59,17 +64,6 @@ private slots:
             QVERIFY2(page.readAll().contains(QStringLiteral("name=\"c%1\"").arg(context).toLatin1()),
                      qPrintable(topic.toString()));
         }
-        HelpViewer::CloseAll();
-    }
-
-    void theSymbolsTopicListsTheRegisterBlock()
-    {
-        ShowHelp("Orvane.HLP", 1, 999);
-        QVERIFY(HelpViewer::Instance());
-        const QString text = HelpViewer::Instance()->TopicText();
-        for (int offset = 0; offset < 64; ++offset)   // one row an address, $1000 to $103F
-            QVERIFY(text.contains(QStringLiteral("$%1\n").arg(0x1000 + offset, 4, 16, QLatin1Char('0')).toUpper()));
-        QVERIFY(text.contains("$1000\nPORTA") && text.contains("$103F\nCONFIG"));
         ShowHelp("Orvane.HLP", 2, 0);
         QTRY_VERIFY(!HelpViewer::Instance());
     }
@@ -93,28 +87,7 @@ private slots:
         QCOMPARE(parent, &form);
     }
 
-    void everyButtonHasItsOwnPicture()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        QSet<qint64> pictures;
-        for (QAction* button : form.tbToolbar->actions()) {
-            if (button->isSeparator() || !button->isVisible())
-                continue;
-            const QImage image = button->icon().pixmap(16, 16).toImage();
-            // Something is drawn, and not the same as another button's.
-            int drawn = 0;
-            for (int y = 0; y < 16; ++y)
-                for (int x = 0; x < 16; ++x)
-                    drawn += qAlpha(image.pixel(x, y)) > 0;
-            QVERIFY2(drawn > 20, qPrintable(button->toolTip()));
-            pictures.insert(qHashBits(image.constBits(), image.sizeInBytes()));
-        }
-        QCOMPARE(pictures.size(), 24);
-        QVERIFY(!form.windowIcon().isNull());
-    }
-
-    void screenshotOfTheMainWindow()
+    void buttonPicturesAndScreenshotOfTheMainWindow()
     {
         // With ORVANE_SCREENSHOT set to a folder, the main window is saved there
         // as main-window.png and with its View menu open as main-window-view-menu.png
@@ -126,6 +99,21 @@ private slots:
         QVERIFY(QTest::qWaitForWindowExposed(&form));
         QImage shot = form.grab().toImage();
         QVERIFY(shot.width() >= 1000);
+        // Every button has a picture of its own: something drawn, unlike any other's.
+        QSet<qint64> pictures;
+        for (QAction* button : form.tbToolbar->actions()) {
+            if (button->isSeparator() || !button->isVisible())
+                continue;
+            const QImage image = button->icon().pixmap(16, 16).toImage();
+            int drawn = 0;
+            for (int y = 0; y < 16; ++y)
+                for (int x = 0; x < 16; ++x)
+                    drawn += qAlpha(image.pixel(x, y)) > 0;
+            QVERIFY2(drawn > 20, qPrintable(button->toolTip()));
+            pictures.insert(qHashBits(image.constBits(), image.sizeInBytes()));
+        }
+        QCOMPARE(pictures.size(), 24);
+        QVERIFY(!form.windowIcon().isNull());
         const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
         if (folder.isEmpty())
             return;
