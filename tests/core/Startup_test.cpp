@@ -8,7 +8,6 @@
 #include "support/PseudoTerminal.h"
 
 #include <QCloseEvent>
-#include <QDir>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QStatusBar>
@@ -20,40 +19,14 @@ class RefusingChild : public QWidget {
 protected:
     void closeEvent(QCloseEvent* event) override { event->ignore(); }
 };
+
+const QString PortError = "HC11 Board: Communication Port Error !";
 }  // namespace
 
 class StartupTest : public QObject {
     Q_OBJECT
 private slots:
     void firstStartWithAnEmptyStore()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        QVERIFY(form.windowState() & Qt::WindowMaximized);
-        QCOMPARE(int(COMPort), 2);
-        QCOMPARE(f.line.LastPort(), 2);
-        QCOMPARE(ScreenFont.Name, QString("Fixedsys"));
-        QCOMPARE(ScreenFont.Size, 9.0f);
-        QCOMPARE(int(TargetMode), int(BoardMode));
-        QVERIFY(RunStopped);
-        QCOMPARE(form.MSComm.RThreshold(), 6);
-        QVERIFY(form.Menu("mnuViewToolbar")->isChecked());
-        QVERIFY(form.Menu("mnuViewStatusBar")->isChecked());
-        QVERIFY(form.Menu("mnuDebugCodeOn")->isChecked());
-        QVERIFY(!form.Menu("mnuDebugIncludeSym")->isChecked());
-        QVERIFY(!form.Menu("mnuPopupSerialHex")->isChecked());
-        QVERIFY(form.Menu("mnuPopupSerialAscii")->isChecked());
-        QCOMPARE(form.PanelText(4), QString("Clock= 00000000"));
-        QCOMPARE(form.PanelText(2), QString("Program: <None>"));
-        QCOMPARE(form.PanelText(3), QString("Symbols: <None>"));
-        QVERIFY(f.boxes.boxes.isEmpty());
-        QVERIFY(form.tmrComm.isActive());
-        QCOMPARE(form.tmrComm.interval(), 50);
-        QVERIFY(!form.tmrRefresh.isActive());
-        QCOMPARE(form.tmrRefresh.interval(), 100);
-    }
-
-    void programFolderBecomesTheCurrentFolder()
     {
         QTemporaryDir folder;
         SetProgramFolder(folder.path());
@@ -62,72 +35,57 @@ private slots:
         SetProgramFolder({});
         QCOMPARE(QDir::current().canonicalPath(), QDir(folder.path()).canonicalPath());
         QCOMPARE(form.HelpFile, QDir(folder.path()).filePath("Orvane.HLP"));
+        QVERIFY(form.windowState() & Qt::WindowMaximized);
+        QCOMPARE(f.line.LastPort(), 2);
+        QVERIFY(RunStopped);
+        QCOMPARE(form.MSComm.RThreshold(), 6);
+        QCOMPARE(form.PanelText(2), QString("Program: <None>"));
+        QCOMPARE(form.PanelText(3), QString("Symbols: <None>"));
+        QVERIFY(form.tmrComm.isActive() && form.tmrComm.interval() == 50);
+        QVERIFY(!form.tmrRefresh.isActive() && form.tmrRefresh.interval() == 100);
     }
 
-    // The four start cases, on the scripted line.
-    void portOpensBoardPresent()
+    // The four start cases on the scripted line; no message box in any of them
+    // (an absent board is told at the first target operation).
+    void fourStartCases()
     {
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        QCOMPARE(form.PanelText(1), QString("HC11 Board: Ready"));
-        QVERIFY(BoardConnected);
+        const struct { const char* simEnabled; bool cts; bool fails; QString panel; } rows[] = {
+            {"False", true, false, "HC11 Board: Ready"},
+            {"False", false, false, "HC11 Board: Not Connected !"},
+            {"True", true, false, "Simulator mode"},
+            {"False", true, true, PortError},
+            {"True", true, true, PortError},
+        };
+        for (const auto& row : rows) {
+            MainFormFixture f;
+            SaveSetting("Settings", "SimEnabled", row.simEnabled);
+            f.line.SetCTS(row.cts);
+            if (row.fails)
+                f.line.FailOpen("Device or resource busy");
+            frmMain& form = f.Start();
+            QCOMPARE(form.PanelText(1), row.panel);
+            QCOMPARE(bool(BoardConnected), !row.fails);
+            QCOMPARE(f.line.IsOpen(), !row.fails);   // the port opens in simulator mode too
+            QVERIFY(f.boxes.boxes.isEmpty());
+        }
     }
 
-    void portOpensBoardAbsent()
-    {
-        MainFormFixture f;
-        f.line.SetCTS(false);
-        frmMain& form = f.Start();
-        QCOMPARE(form.PanelText(1), QString("HC11 Board: Not Connected !"));
-        QVERIFY(f.boxes.boxes.isEmpty());   // no message until the first target operation
-    }
-
-    void portOpensSimulatorOn()
-    {
-        MainFormFixture f;
-        SaveSetting("Settings", "SimEnabled", "True");
-        frmMain& form = f.Start();
-        QCOMPARE(int(TargetMode), int(SimulatorMode));
-        QVERIFY(f.line.IsOpen());   // the port opens in simulator mode too
-        QCOMPARE(form.PanelText(1), QString("Simulator mode"));
-        QVERIFY(!form.Menu("mnuRunRun")->isEnabled());
-        QVERIFY(!form.Button(23)->isEnabled());
-    }
-
-    void portFailsInEitherMode_data()
-    {
-        QTest::addColumn<QString>("simEnabled");
-        QTest::newRow("board") << "False";
-        QTest::newRow("simulator") << "True";
-    }
-    void portFailsInEitherMode()
-    {
-        QFETCH(QString, simEnabled);
-        MainFormFixture f;
-        SaveSetting("Settings", "SimEnabled", simEnabled);
-        f.line.FailOpen("Device or resource busy");
-        frmMain& form = f.Start();
-        QCOMPARE(form.PanelText(1), QString("HC11 Board: Communication Port Error !"));
-        QVERIFY(!BoardConnected);
-        QVERIFY(f.boxes.boxes.isEmpty());
-    }
-
-    // The same cases on a real serial device: a pseudo-terminal.
-    void pseudoTerminalBoardReady()
+    // The same cases on a real serial device: a pseudo-terminal, or none at all.
+    void startCasesOnADevice()
     {
         PseudoTerminal pty;
         QVERIFY(pty.IsValid());
-        MainFormFixture f;
-        frmMain& form = f.StartOn(pty.DevicePath());
-        QCOMPARE(form.PanelText(1), QString("HC11 Board: Ready"));
-    }
-
-    void missingDeviceGivesThePortError()
-    {
-        MainFormFixture f;
-        frmMain& form = f.StartOn("/dev/orvane-no-such-port");
-        QCOMPARE(form.PanelText(1), QString("HC11 Board: Communication Port Error !"));
-        QVERIFY(f.boxes.boxes.isEmpty());
+        const struct { QString path; const char* simEnabled; QString panel; } rows[] = {
+            {pty.DevicePath(), "False", "HC11 Board: Ready"},
+            {pty.DevicePath(), "True", "Simulator mode"},
+            {"/dev/orvane-no-such-port", "False", PortError},
+        };
+        for (const auto& row : rows) {
+            MainFormFixture f;
+            SaveSetting("Settings", "SimEnabled", row.simEnabled);
+            QCOMPARE(f.StartOn(row.path).PanelText(1), row.panel);
+            QVERIFY(f.boxes.boxes.isEmpty());
+        }
     }
 
     void settingsRoundTripThroughAStartAndAnEnd()
@@ -141,7 +99,6 @@ private slots:
         form.show();
         QVERIFY(form.Menu("mnuPopupSerialHex")->isChecked());
         QVERIFY(!form.Menu("mnuPopupSerialAscii")->isChecked());
-        QVERIFY(!form.Menu("mnuViewToolbar")->isChecked());
         QVERIFY(!form.tbToolbar->isVisible());
         QCOMPARE(f.line.LastPort(), 3);
 
@@ -151,36 +108,13 @@ private slots:
         TargetMode = SimulatorMode;
         form.close();
 
-        QCOMPARE(GetSetting("Settings", "StatusBar"), QString("False"));
-        QCOMPARE(GetSetting("Settings", "Toolbar"), QString("False"));
-        QCOMPARE(GetSetting("Settings", "IncludeSym"), QString("True"));
-        QCOMPARE(GetSetting("Settings", "CodeOn"), QString("True"));
-        QCOMPARE(GetSetting("Settings", "HexTerminal"), QString("True"));
-        QCOMPARE(GetSetting("Settings", "SimEnabled"), QString("True"));
-        QCOMPARE(GetSetting("Settings", "COMPort"), QString("3"));
-        QCOMPARE(GetSetting("Settings", "ScreenFontName"), QString("Courier New"));
-        QCOMPARE(GetSetting("Settings", "PrintFontSize"), QString("8"));
-        QCOMPARE(GetSetting("Settings", "PortDevice2"), QString("/dev/ttyUSB0"));
+        const char* saved[][2] = {{"StatusBar", "False"}, {"Toolbar", "False"}, {"IncludeSym", "True"},
+                                  {"CodeOn", "True"}, {"HexTerminal", "True"}, {"SimEnabled", "True"},
+                                  {"COMPort", "3"}, {"ScreenFontName", "Courier New"}, {"PrintFontSize", "8"},
+                                  {"PortDevice2", "/dev/ttyUSB0"}};
+        for (const auto& [key, value] : saved)
+            QCOMPARE(GetSetting("Settings", key), QString(value));
         QCOMPARE(GetSetting("Windows", "MainState"), QString("2"));
-    }
-
-    void maximisedMainWindowComesBackMaximisedWithItsNormalPlacement()
-    {
-        MainFormFixture f;
-        SaveSetting("Windows", "MainState", "0");
-        SaveSetting("Windows", "MainLeft", "300");
-        SaveSetting("Windows", "MainTop", "450");
-        SaveSetting("Windows", "MainWidth", "9000");
-        SaveSetting("Windows", "MainHeight", "6000");
-        frmMain& form = f.Start();
-        form.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&form));
-        QCOMPARE(form.width(), TwipsToPixelsX(9000));
-        form.showMaximized();
-        QTRY_VERIFY(form.isMaximized());
-        form.close();
-        QCOMPARE(GetSetting("Windows", "MainState"), QString("2"));
-        QCOMPARE(GetSetting("Windows", "MainWidth"), QString("9000"));
     }
 
     void cancelledChildKeepsTheProgramAndTheSettings()

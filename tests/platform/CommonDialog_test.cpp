@@ -18,11 +18,11 @@ class CommonDialogTest : public QObject {
 private slots:
     void filtersBecomeQtFilters()
     {
-        QCOMPARE(QtFileFilter("Assembler Files (*.asm)|*.asm|All Files (*.*)|*.*"),
-                 QString("Assembler Files (*.asm);;All Files (*.*)"));
-        QCOMPARE(QtFileFilter("Listings|*.lst;*.txt"), QString("Listings (*.lst *.txt)"));
-        QCOMPARE(QtFileFilter(""), QString());
-        QCOMPARE(QtFileFilter("Dangling|"), QString("Dangling ()"));
+        const char* const rows[][2] = {
+            {"Assembler Files (*.asm)|*.asm|All Files (*.*)|*.*", "Assembler Files (*.asm);;All Files (*.*)"},
+            {"Listings|*.lst;*.txt", "Listings (*.lst *.txt)"}, {"", ""}, {"Dangling|", "Dangling ()"}};
+        for (const auto& [filter, qt] : rows)
+            QCOMPARE(QtFileFilter(filter), QString(qt));
     }
 
     void chosenFileMovesTheCurrentFolder()

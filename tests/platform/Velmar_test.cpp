@@ -16,12 +16,13 @@ struct Access {
     std::int16_t data;
     bool operator==(const Access&) const = default;
 };
+using Log = std::vector<Access>;
 
 // A Velmar wired to 64 KB of memory that logs every event.
 struct Rig {
     Velmar velmar;
     std::array<std::int16_t, 65536> memory{};
-    std::vector<Access> log;
+    Log log;
     std::int16_t A = 0, B = 0, CCR = 0;
     std::int32_t IX = 0, IY = 0, SP = 0x01FF;
 
@@ -40,9 +41,8 @@ struct Rig {
     void Run(const std::vector<int>& bytes)
     {
         std::int16_t b[5] = {1, 1, 1, 1, 1};
-        int i = 0;
-        for (int v : bytes)
-            b[i++] = std::int16_t(v);
+        for (std::size_t i = 0; i < bytes.size(); ++i)
+            b[i] = std::int16_t(bytes[i]);
         log.clear();
         velmar.ExecuteInstruction(A, B, IX, IY, SP, CCR, b[0], b[1], b[2], b[3], b[4]);
     }
@@ -56,62 +56,42 @@ private slots:
     void dataAccessesArriveAsEventsInOrder()
     {
         Rig r;
-        r.A = 0x12;
-        r.B = 0x34;
+        r.A = 0x12, r.B = 0x34;
         r.Run({0xDD, 0x40});                                  // STD $40
-        QCOMPARE(r.log, (std::vector<Access>{{true, 0x40, 0x12}, {true, 0x41, 0x34}}));
-
+        QCOMPARE(r.log, (Log{{true, 0x40, 0x12}, {true, 0x41, 0x34}}));
         r.memory[0x1234] = 0x80;
         r.Run({0xB6, 0x12, 0x34});                            // LDAA $1234: no fetch events
-        QCOMPARE(r.log, (std::vector<Access>{{false, 0x1234, 0x80}}));
-        QCOMPARE(r.A, std::int16_t(0x80));
-        QCOMPARE(r.CCR, std::int16_t(0x08));                  // N
-
+        QCOMPARE(r.log, (Log{{false, 0x1234, 0x80}}));
+        QVERIFY(r.A == 0x80 && r.CCR == 0x08);                // N
         r.IY = 0xFFF0;
         r.Run({0x18, 0x6C, 0x20});                            // INC $20,Y wraps to $0010
-        QCOMPARE(r.log, (std::vector<Access>{{false, 0x10, 0x00}, {true, 0x10, 0x01}}));
+        QCOMPARE(r.log, (Log{{false, 0x10, 0x00}, {true, 0x10, 0x01}}));
     }
 
     void registersComeBackInRangeWhateverGoesIn()
     {
         Rig r;
-        r.A = 300;                                            // counts as $2C
-        r.B = -1;
-        r.IX = -5;
-        r.IY = 70000;
-        r.SP = -1;
+        r.A = 300, r.B = -1, r.IX = -5, r.IY = 70000, r.SP = -1;
         r.CCR = 0x144;                                        // X and Z, bit 8 dropped
-        r.Run({0x4C});                                        // INCA
-        QCOMPARE(r.A, std::int16_t(0x2D));
-        QCOMPARE(r.B, std::int16_t(0xFF));
-        QCOMPARE(r.IX, 0xFFFB);
-        QCOMPARE(r.IY, 70000 - 65536);
-        QCOMPARE(r.SP, 0xFFFF);
+        r.Run({0x4C});                                        // INCA: 300 counts as $2C
+        QVERIFY(r.A == 0x2D && r.B == 0xFF && r.IX == 0xFFFB && r.IY == 70000 - 65536 && r.SP == 0xFFFF);
         QCOMPARE(r.CCR, std::int16_t(0x40));
-
         r.Run({0x01 + 0x100});                                // opcode bytes are reduced too: NOP
         QCOMPARE(r.A, std::int16_t(0x2D));
         r.velmar.disconnect();
-        QObject::connect(&r.velmar, &Velmar::ReadRequest,
-                         [](std::int32_t, std::int16_t& data) { data = 0x1F0; });
+        QObject::connect(&r.velmar, &Velmar::ReadRequest, [](std::int32_t, std::int16_t& data) { data = 0x1F0; });
         r.Run({0x96, 0x00});                                  // a handler's stray high bits
         QCOMPARE(r.A, std::int16_t(0xF0));
     }
 
     void hostWorkAndIllegalOpcodesChangeNothing()
     {
+        // Calls, jumps and branches are the host's (there is no PC here); a
+        // branch not taken and an illegal opcode are no instruction at all.
         const std::vector<std::vector<int>> cases = {
-            {0xBD, 0x20, 0x00},          // JSR: call and stack are the host's
-            {0x8D, 0x10},                // BSR
-            {0x39},                      // RTS
-            {0x18, 0xAD, 0x00},          // JSR 0,Y
-            {0x7E, 0x20, 0x00},          // JMP
-            {0x20, 0x10},                // BRA
-            {0x27, 0x10},                // BEQ, taken with Z set
-            {0x26, 0x10},                // BNE, not taken
-            {0x41},                      // illegal
-            {0x18, 0x12, 0x34},          // illegal behind a prefix
-        };
+            {0xBD, 0x20, 0x00}, {0x8D, 0x10}, {0x39}, {0x18, 0xAD, 0x00}, {0x7E, 0x20, 0x00},
+            {0x20, 0x10}, {0x27, 0x10} /* BEQ taken */, {0x26, 0x10} /* BNE not taken */,
+            {0x41}, {0x18, 0x12, 0x34} /* illegal behind a prefix */};
         for (const auto& bytes : cases) {
             Rig r;
             r.A = 1, r.B = 2, r.IX = 3, r.IY = 4, r.SP = 0x0100, r.CCR = 0x04;
@@ -121,34 +101,25 @@ private slots:
         }
     }
 
-    void swiAndRtiMoveTheirFrameThroughEvents()
+    void swiRtiAndWaiMoveTheirFrameThroughEvents()
     {
         Rig r;
         r.A = 0x11, r.B = 0x22, r.IX = 0x3344, r.IY = 0x5566, r.CCR = 0xC1;
         r.memory[0xFFF6] = 0xE0;
-        r.Run({0x3F});                                        // SWI
-        // No PC: the return address is the instruction's length.
-        const std::vector<Access> pushes = {
-            {true, 0x1FF, 0x01}, {true, 0x1FE, 0x00}, {true, 0x1FD, 0x66}, {true, 0x1FC, 0x55},
-            {true, 0x1FB, 0x44}, {true, 0x1FA, 0x33}, {true, 0x1F9, 0x11}, {true, 0x1F8, 0x22},
-            {true, 0x1F7, 0xC1}, {false, 0xFFF6, 0xE0}, {false, 0xFFF7, 0x00}};
-        QCOMPARE(r.log, pushes);
-        QCOMPARE(r.SP, 0x01F6);
-        QCOMPARE(r.CCR, std::int16_t(0xD1));
-
+        r.Run({0x3F});                                        // SWI: the return address is its length
+        QCOMPARE(r.log, (Log{{true, 0x1FF, 0x01}, {true, 0x1FE, 0x00}, {true, 0x1FD, 0x66}, {true, 0x1FC, 0x55},
+                             {true, 0x1FB, 0x44}, {true, 0x1FA, 0x33}, {true, 0x1F9, 0x11}, {true, 0x1F8, 0x22},
+                             {true, 0x1F7, 0xC1}, {false, 0xFFF6, 0xE0}, {false, 0xFFF7, 0x00}}));
+        QVERIFY(r.SP == 0x01F6 && r.CCR == 0xD1);
         r.A = r.B = 0;
         r.IX = r.IY = 0;
         r.Run({0x3B});                                        // RTI
         QCOMPARE(int(r.log.size()), 9);
         QVERIFY(r.A == 0x11 && r.B == 0x22 && r.IX == 0x3344 && r.IY == 0x5566 && r.SP == 0x01FF && r.CCR == 0xC1);
-    }
 
-    void waitDoesNotCarryOverToTheNextCall()
-    {
-        Rig r;
         r.Run({0x3E});                                        // WAI stacks, then returns
         QCOMPARE(r.SP, 0x01F6);
-        r.Run({0x86, 0x05});                                  // the next instruction runs
+        r.Run({0x86, 0x05});                                  // and does not carry over to the next call
         QCOMPARE(r.A, std::int16_t(5));
     }
 };

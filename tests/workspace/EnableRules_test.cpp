@@ -17,28 +17,35 @@
 #include <QMenu>
 
 namespace {
-const char* const RunEntries[] = {"mnuRunRun", "mnuRunPlay", "mnuRunAnimate", "mnuRunStepInto",
-                                  "mnuRunStepOver", "mnuRunStepOut", "mnuRunRunTo"};
-const char* const DebugEntries[] = {"mnuDebugCodeOn", "mnuDebugIncludeSym", "mnuDebugToggleBreakpoint",
-                                    "mnuDebugSetNewPC", "mnuDebugGetResVec", "mnuDebugGoToPCAddress",
-                                    "mnuDebugGoToAddress"};
-const char* const EditEntries[] = {"mnuEditUndo", "mnuEditRedo", "mnuEditCut", "mnuEditCopy", "mnuEditPaste",
-                                   "mnuEditDelete", "mnuEditSelectAll", "mnuEditFind", "mnuEditFindNext",
-                                   "mnuEditReplace", "mnuEditGoToLine"};
-const char* const RegisterBlockEntries[] = {"mnuViewRegOther", "mnuViewRegPIA", "mnuViewRegPorts",
-                                            "mnuViewRegPulseAcc", "mnuViewRegSPI", "mnuViewRegSCI",
-                                            "mnuViewRegTimer", "mnuViewRegAD"};
+const QStringList RunEntries = {"mnuRunRun", "mnuRunPlay", "mnuRunAnimate", "mnuRunStepInto",
+                                "mnuRunStepOver", "mnuRunStepOut", "mnuRunRunTo"};
+const QStringList DebugEntries = {"mnuDebugCodeOn", "mnuDebugIncludeSym", "mnuDebugToggleBreakpoint",
+                                  "mnuDebugSetNewPC", "mnuDebugGetResVec", "mnuDebugGoToPCAddress",
+                                  "mnuDebugGoToAddress"};
+// What a run takes away and its end gives back (on the board).
+const QStringList RunFrozen = {"mnuDebugAddWatch", "mnuFileDownload", "mnuRunRun", "mnuRunPlay", "mnuRunAnimate",
+                               "mnuViewMemory", "mnuViewRegCPU", "mnuViewRegBlock", "mnuViewStack", "mnuViewWatch",
+                               "mnuViewDisassembler"};
 
-bool On(frmMain& form, const char* name)
+// The entries and toolbar positions whose enabled state is not `on`, named for the failure message.
+QString Wrong(frmMain& form, bool on, const QStringList& names, const QList<int>& buttons = {})
 {
-    return form.Menu(QString::fromLatin1(name))->isEnabled();
+    QStringList wrong;
+    for (const QString& name : names)
+        if (form.Menu(name)->isEnabled() != on)
+            wrong << name;
+    for (int button : buttons)
+        if (form.Button(button)->isEnabled() != on)
+            wrong << QString::number(button);
+    return wrong.join(' ');
 }
+#define EXPECT_ON(...) QCOMPARE(Wrong(form, true, __VA_ARGS__), QString())
+#define EXPECT_OFF(...) QCOMPARE(Wrong(form, false, __VA_ARGS__), QString())
 
 // A target ready for stepping, with the disassembly window open and its rules applied.
 QWidget* OpenDisAsmOnReadyTarget(frmMain& form)
 {
-    BoardConnected = true;
-    RunStopped = true;
+    BoardConnected = RunStopped = true;
     QWidget* disAsm = form.LoadWindow("frmDisAsm");
     form.DisAsmMenus();
     return disAsm;
@@ -54,141 +61,73 @@ private slots:
         EditorCount = 0;
     }
 
-    void disAsmMenusFollowTheTarget()
+    void disAsmMenusFollowTheTargetAndTheWindow()
     {
         MainFormFixture f;
         PluggedWindows plugged({"frmDisAsm"});
         frmMain& form = f.Start();
         OpenDisAsmOnReadyTarget(form);
-        for (const char* name : RunEntries)
-            QVERIFY2(On(form, name), name);
-        for (const char* name : DebugEntries)
-            QVERIFY2(On(form, name), name);
-        for (int button : {23, 24, 25, 28, 29, 30, 31, 33})
-            QVERIFY(form.Button(button)->isEnabled());
-        QVERIFY(!On(form, "mnuDebugClearAllBreakpoints"));
-
+        EXPECT_ON(RunEntries + DebugEntries, {23, 24, 25, 28, 29, 30, 31, 33});
+        EXPECT_OFF({"mnuDebugClearAllBreakpoints"});
         // A run in progress: only stepping waits; the debug entries stay.
         RunStopped = false;
         form.DisAsmMenus();
-        for (const char* name : RunEntries)
-            QVERIFY2(!On(form, name), name);
-        QVERIFY(On(form, "mnuDebugGoToPCAddress"));
-
+        EXPECT_OFF(RunEntries);
+        EXPECT_ON({"mnuDebugGoToPCAddress"});
         // A board gone: everything off, Pause too.
         RunStopped = true;
         form.FreezeDisplay();
-        QVERIFY(On(form, "mnuRunPause"));
         BoardConnected = false;
         form.DisAsmMenus();
-        for (const char* name : RunEntries)
-            QVERIFY2(!On(form, name), name);
-        for (const char* name : DebugEntries)
-            QVERIFY2(!On(form, name), name);
-        QVERIFY(!On(form, "mnuRunPause"));
-        QVERIFY(!form.Button(26)->isEnabled());
-        QVERIFY(!form.Button(33)->isEnabled());
-    }
+        EXPECT_OFF(RunEntries + DebugEntries + QStringList{"mnuRunPause"}, {26, 33});
 
-    void deactivationTakesTheDebugEntriesAndUnloadTheRunEntries()
-    {
-        MainFormFixture f;
-        PluggedWindows plugged({"frmDisAsm"});
-        frmMain& form = f.Start();
-        OpenDisAsmOnReadyTarget(form);
+        // An editor becomes active: Debug entries off, Run entries stay; unloading takes them.
+        BoardConnected = true;
         BreakpointCount = 1;
         form.DisAsmMenus();
-        QVERIFY(On(form, "mnuDebugClearAllBreakpoints"));
-
-        // An editor becomes active: Debug entries off, Run entries stay.
         form.DisAsmDeactivated();
-        for (const char* name : DebugEntries)
-            QVERIFY2(!On(form, name), name);
-        QVERIFY(!On(form, "mnuDebugClearAllBreakpoints"));
-        QVERIFY(!form.Button(33)->isEnabled());
-        for (const char* name : RunEntries)
-            QVERIFY2(On(form, name), name);
-
+        EXPECT_OFF(DebugEntries + QStringList{"mnuDebugClearAllBreakpoints"}, {33});
+        EXPECT_ON(RunEntries);
         form.DisAsmUnloaded();
-        for (const char* name : RunEntries)
-            QVERIFY2(!On(form, name), name);
-        QVERIFY(!On(form, "mnuRunPause"));
-        for (int button : {23, 24, 25, 26, 28, 29, 30, 31})
-            QVERIFY(!form.Button(button)->isEnabled());
+        EXPECT_OFF(RunEntries + QStringList{"mnuRunPause"}, {23, 24, 25, 26, 28, 29, 30, 31});
+        BreakpointCount = 0;
     }
 
     void freezeAndThawAroundARun()
     {
         MainFormFixture f;
-        PluggedWindows plugged({"frmDisAsm", "frmRegCPU", "frmStack", "frmWatch", "frmMemory", "frmRegTimer"});
+        const QStringList names = {"frmDisAsm", "frmRegCPU", "frmStack", "frmWatch", "frmMemory", "frmRegTimer"};
+        PluggedWindows plugged(names);
         frmMain& form = f.Start();
         QWidget* disAsm = OpenDisAsmOnReadyTarget(form);
-        QWidget* cpu = form.LoadWindow("frmRegCPU");
-        QWidget* stack = form.LoadWindow("frmStack");
-        QWidget* watch = form.LoadWindow("frmWatch");
-        QWidget* memory = form.LoadWindow("frmMemory");
-        QWidget* timer = form.LoadWindow("frmRegTimer");
+        QList<QWidget*> windows;
+        for (const QString& name : names)
+            windows << form.LoadWindow(name);
         FakeToolWindow::Log().clear();
 
         form.FreezeDisplay();
-        QVERIFY(On(form, "mnuRunPause"));
-        QVERIFY(form.Button(26)->isEnabled());
-        for (const char* name : {"mnuDebugAddWatch", "mnuFileDownload", "mnuRunRun", "mnuRunPlay", "mnuRunAnimate",
-                                 "mnuViewMemory", "mnuViewRegCPU", "mnuViewRegBlock", "mnuViewRegPIA",
-                                 "mnuViewStack", "mnuViewWatch", "mnuViewDisassembler", "mnuViewIOunit"})
-            QVERIFY2(!On(form, name), name);
-        for (int button : {21, 23, 24, 25, 34})
-            QVERIFY(!form.Button(button)->isEnabled());
-        for (QWidget* window : {disAsm, cpu, stack, watch, memory, timer}) {
-            QVERIFY2(!window->isEnabled(), qPrintable(window->objectName()));
-            QVERIFY(window->isVisibleTo(&form));
-        }
+        EXPECT_ON({"mnuRunPause"}, {26});
+        EXPECT_OFF(RunFrozen + QStringList{"mnuViewRegPIA", "mnuViewIOunit"}, {21, 23, 24, 25, 34});
+        for (QWidget* window : windows)
+            QVERIFY2(!window->isEnabled() && window->isVisibleTo(&form), qPrintable(window->objectName()));
         QCOMPARE(FakeToolWindow::Log(), QStringList({"frmDisAsm.ClearMarks", "frmStack.ClearMarks"}));
 
         // The run ends on the board.
         FakeToolWindow::Log().clear();
-        RunStopped = true;
         form.ThawDisplay();
-        QVERIFY(!On(form, "mnuRunPause"));
-        QVERIFY(!form.Button(26)->isEnabled());
-        for (const char* name : {"mnuDebugAddWatch", "mnuFileDownload", "mnuRunRun", "mnuRunPlay", "mnuRunAnimate",
-                                 "mnuViewMemory", "mnuViewRegCPU", "mnuViewRegBlock", "mnuViewStack",
-                                 "mnuViewWatch", "mnuViewDisassembler"})
-            QVERIFY2(On(form, name), name);
-        QVERIFY2(!On(form, "mnuViewIOunit"), "the input-output unit exists only in the simulator");
-        for (QWidget* window : {disAsm, cpu, stack, watch, memory, timer})
+        EXPECT_OFF({"mnuRunPause", "mnuViewIOunit"}, {26});   // the input-output unit is the simulator's
+        EXPECT_ON(RunFrozen);
+        for (QWidget* window : windows)
             QVERIFY2(window->isEnabled(), qPrintable(window->objectName()));
         QCOMPARE(form.ActiveWindow(), disAsm);
         QCOMPARE(FakeToolWindow::Log(), QStringList({"frmDisAsm.mnuGoToPCAddress"}));
-    }
 
-    void thawWithoutTheDisassemblyWindowKeepsTheRunCommandsOff()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        RunStopped = true;
-        form.FreezeDisplay();
-        form.ThawDisplay();
-        QVERIFY(!On(form, "mnuRunPlay"));
-        QVERIFY(!On(form, "mnuRunRun"));
-        QVERIFY(!form.Button(24)->isEnabled());
-        QVERIFY(On(form, "mnuViewDisassembler"));
-    }
-
-    void thawInTheMiddleOfPlayLeavesPauseOn()
-    {
-        // A reset report during Play: the loop still runs.
-        MainFormFixture f;
-        PluggedWindows plugged({"frmDisAsm"});
-        frmMain& form = f.Start();
-        OpenDisAsmOnReadyTarget(form);
+        // A reset report in the middle of Play thaws while the loop still runs.
         RunStopped = false;
         form.FreezeDisplay();
         form.ThawDisplay();
-        QVERIFY(On(form, "mnuRunPause"));
-        QVERIFY(form.Button(26)->isEnabled());
-        QVERIFY(!On(form, "mnuRunPlay"));
-        QVERIFY(!On(form, "mnuRunRun"));
+        EXPECT_ON({"mnuRunPause"}, {26});
+        EXPECT_OFF({"mnuRunPlay", "mnuRunRun"});
     }
 
     void theSimulatorNeverTurnsRunOn()
@@ -197,55 +136,27 @@ private slots:
         PluggedWindows plugged({"frmDisAsm"});
         frmMain& form = f.Start();
         TargetMode = SimulatorMode;
-        form.BoardStatus();
-        QCOMPARE(form.PanelText(1), QString("Simulator mode"));
-        QVERIFY(!On(form, "mnuRunRun"));
         OpenDisAsmOnReadyTarget(form);
-        QVERIFY(!On(form, "mnuRunRun"));
-        QVERIFY(!form.Button(23)->isEnabled());
-        QVERIFY(On(form, "mnuRunPlay"));
+        EXPECT_OFF({"mnuRunRun"}, {23});
+        EXPECT_ON({"mnuRunPlay"});
         form.FreezeDisplay();
         form.ThawDisplay();
-        QVERIFY(!On(form, "mnuRunRun"));
-        QVERIFY(!form.Button(23)->isEnabled());
-        QVERIFY(On(form, "mnuRunAnimate"));
-        QVERIFY(On(form, "mnuViewIOunit"));
+        EXPECT_OFF({"mnuRunRun"}, {23});
+        EXPECT_ON({"mnuRunAnimate", "mnuViewIOunit"});
     }
 
-    void targetModeAfterOptions()
+    void editMenuAndEditorRules()
     {
         MainFormFixture f;
         frmMain& form = f.Start();
-        TargetMode = SimulatorMode;
-        form.TargetModeMenus();
-        for (const char* name : RegisterBlockEntries)
-            QVERIFY2(!On(form, name), name);
-        QVERIFY(On(form, "mnuViewIOunit"));
-        QVERIFY2(On(form, "mnuViewRegBlock"), "the submenu itself stays");
-        QVERIFY(On(form, "mnuViewRegCPU"));
-
-        TargetMode = BoardMode;
-        form.TargetModeMenus();
-        for (const char* name : RegisterBlockEntries)
-            QVERIFY2(On(form, name), name);
-        QVERIFY(!On(form, "mnuViewIOunit"));
-    }
-
-    void editMenuOpensWithEverythingOffWithoutAnEditor()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        for (const char* name : EditEntries)
+        const QStringList edit = {"mnuEditUndo", "mnuEditRedo", "mnuEditCut", "mnuEditCopy", "mnuEditPaste",
+                                  "mnuEditDelete", "mnuEditSelectAll", "mnuEditFind", "mnuEditFindNext",
+                                  "mnuEditReplace", "mnuEditGoToLine"};
+        for (const QString& name : edit)
             form.Menu(name)->setEnabled(true);   // stale from an editor that has gone
         emit form.MenuOf("mnuEdit")->aboutToShow();
-        for (const char* name : EditEntries)
-            QVERIFY2(!On(form, name), name);
-    }
+        EXPECT_OFF(edit);
 
-    void editMenuOpensFromTheActiveEditor()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
         auto* editor = new QWidget;
         editor->setProperty("Undo", true);
         editor->setProperty("Redo", false);
@@ -253,16 +164,10 @@ private slots:
         form.mdiArea()->setActiveSubWindow(form.mdiArea()->addSubWindow(editor));
         EditorActive = true;
         QApplication::clipboard()->setText("LDAA #1");
-
         emit form.MenuOf("mnuEdit")->aboutToShow();
-        QVERIFY(On(form, "mnuEditUndo"));
-        QVERIFY(!On(form, "mnuEditRedo"));
-        for (const char* name : {"mnuEditCut", "mnuEditCopy", "mnuEditDelete"})
-            QVERIFY2(!On(form, name), name);
-        QVERIFY(On(form, "mnuEditPaste"));
-        for (const char* name : {"mnuEditSelectAll", "mnuEditFind", "mnuEditReplace", "mnuEditGoToLine"})
-            QVERIFY2(On(form, name), name);
-        QVERIFY2(!On(form, "mnuEditFindNext"), "nothing searched yet");
+        EXPECT_ON({"mnuEditUndo", "mnuEditPaste", "mnuEditSelectAll", "mnuEditFind", "mnuEditReplace",
+                   "mnuEditGoToLine"});
+        EXPECT_OFF({"mnuEditRedo", "mnuEditCut", "mnuEditCopy", "mnuEditDelete", "mnuEditFindNext"});
 
         // A selection, a search in the find list, and an empty clipboard.
         editor->setProperty("SelLength", 3);
@@ -271,80 +176,68 @@ private slots:
         findList->addItem("LOOP");
         QApplication::clipboard()->clear();
         emit form.MenuOf("mnuEdit")->aboutToShow();
-        for (const char* name : {"mnuEditCut", "mnuEditCopy", "mnuEditDelete", "mnuEditFindNext"})
-            QVERIFY2(On(form, name), name);
-        QVERIFY(!On(form, "mnuEditPaste"));
-    }
+        EXPECT_ON({"mnuEditCut", "mnuEditCopy", "mnuEditDelete", "mnuEditFindNext"});
+        EXPECT_OFF({"mnuEditPaste"});
 
-    void editorActivationAndDeactivation()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
+        // The editor's activation and deactivation set the File entries and the editing buttons.
+        const QStringList file = {"mnuFileClose", "mnuFileSaveAs", "mnuFilePrint", "mnuFileSave"};
         EditorActive = true;
         frmMain::EditorCommandState state;
-        state.textChanged = true;
-        state.selection = true;
-        state.undo = true;
-        state.findHistory = true;
+        state.textChanged = state.selection = state.undo = state.findHistory = true;
         form.EditorActivated(state);
-        for (const char* name : {"mnuFileClose", "mnuFileSaveAs", "mnuFilePrint", "mnuFileSave"})
-            QVERIFY2(On(form, name), name);
-        for (int button : {4, 6, 9, 10, 13, 16, 17})
-            QVERIFY(form.Button(button)->isEnabled());
-        QVERIFY(!form.Button(11)->isEnabled());
-        QVERIFY(!form.Button(14)->isEnabled());
-
+        EXPECT_ON(file, {4, 6, 9, 10, 13, 16, 17});
+        EXPECT_OFF({}, {11, 14});
         // Saved: the record of unsaved changes goes, on the menu and the button alike.
         form.SetSaveCommands(false);
-        QVERIFY(!On(form, "mnuFileSave"));
-        QVERIFY(!form.Button(4)->isEnabled());
+        EXPECT_OFF({"mnuFileSave"}, {4});
 
         EditorActive = false;
         form.EditorDeactivated();
-        for (const char* name : {"mnuFileClose", "mnuFileSaveAs", "mnuFilePrint", "mnuFileSave"})
-            QVERIFY2(!On(form, name), name);
-        for (int button : {4, 6, 9, 10, 11, 13, 14, 16, 17})
-            QVERIFY(!form.Button(button)->isEnabled());
-        // A first search with no editor active leaves Find Next off.
-        form.SetFindNextButton(true);
-        QVERIFY(!form.Button(17)->isEnabled());
+        EXPECT_OFF(file, {4, 6, 9, 10, 11, 13, 14, 16, 17});
+        form.SetFindNextButton(true);   // a first search with no editor active
+        EXPECT_OFF({}, {17});
     }
 
-    void watchBreakpointAndWindowMenuRules()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        form.SetEditWatchCommand(true);
-        QVERIFY(On(form, "mnuDebugEditWatch"));
-        form.SetEditWatchCommand(false);
-        QVERIFY(!On(form, "mnuDebugEditWatch"));
-
-        BreakpointCount = 1;
-        form.BreakpointCountChanged();
-        QVERIFY(On(form, "mnuDebugClearAllBreakpoints"));
-        BreakpointCount = 0;
-        form.BreakpointCountChanged();
-        QVERIFY(!On(form, "mnuDebugClearAllBreakpoints"));
-
-        emit form.MenuOf("mnuWindow")->aboutToShow();
-        QVERIFY(!On(form, "mnuWindowCascade"));
-        QVERIFY(On(form, "mnuWindowArrangeDebugger"));
-        EditorCount = 1;
-        emit form.MenuOf("mnuWindow")->aboutToShow();
-        for (const char* name : {"mnuWindowCascade", "mnuWindowTileHorizontal", "mnuWindowTileVertical"})
-            QVERIFY2(On(form, name), name);
-    }
-
-    void windowMenuListsTheOpenWindows()
+    void targetModeWatchBreakpointAndWindowMenuRules()
     {
         MainFormFixture f;
         PluggedWindows plugged({"frmStack"});
         frmMain& form = f.Start();
-        form.LoadWindow("frmStack")->setWindowTitle("Stack");
+        const QStringList registerBlock = {"mnuViewRegOther", "mnuViewRegPIA", "mnuViewRegPorts", "mnuViewRegPulseAcc",
+                                           "mnuViewRegSPI", "mnuViewRegSCI", "mnuViewRegTimer", "mnuViewRegAD"};
+        // After Options: the simulator has no peripherals; the submenu itself stays.
+        TargetMode = SimulatorMode;
+        form.TargetModeMenus();
+        EXPECT_OFF(registerBlock);
+        EXPECT_ON({"mnuViewIOunit", "mnuViewRegBlock", "mnuViewRegCPU"});
+        TargetMode = BoardMode;
+        form.TargetModeMenus();
+        EXPECT_ON(registerBlock);
+        EXPECT_OFF({"mnuViewIOunit"});
+        // A thaw without the disassembly window keeps the run commands off.
+        form.FreezeDisplay();
+        form.ThawDisplay();
+        EXPECT_OFF({"mnuRunPlay", "mnuRunRun"}, {24});
+        EXPECT_ON({"mnuViewDisassembler"});
+
+        for (bool on : {true, false}) {
+            form.SetEditWatchCommand(on);
+            BreakpointCount = on ? 1 : 0;
+            form.BreakpointCountChanged();
+            QCOMPARE(Wrong(form, on, {"mnuDebugEditWatch", "mnuDebugClearAllBreakpoints"}), QString());
+        }
         QMenu* menu = form.MenuOf("mnuWindow");
+        emit menu->aboutToShow();
+        EXPECT_OFF({"mnuWindowCascade"});
+        EXPECT_ON({"mnuWindowArrangeDebugger"});
+        EditorCount = 1;
+        emit menu->aboutToShow();
+        EXPECT_ON({"mnuWindowCascade", "mnuWindowTileHorizontal", "mnuWindowTileVertical"});
+        // The open windows are listed once, however often the menu opens.
+        form.LoadWindow("frmStack")->setWindowTitle("Stack");
         const qsizetype own = menu->actions().size();
         emit menu->aboutToShow();
-        emit menu->aboutToShow();   // opened twice: listed once
+        emit menu->aboutToShow();
         QCOMPARE(menu->actions().size(), own + 2);
         QCOMPARE(menu->actions().last()->text(), QString("&1 Stack"));
     }
@@ -361,10 +254,8 @@ private slots:
         });
         form.ShowDebugPopup(QPoint(10, 10));
         SetPopupMenuHandler(previous);
-
         QCOMPARE(shown.first(), QString("mnuDebugCodeOn"));
-        QVERIFY(!shown.contains("mnuDebugAddWatch"));
-        QVERIFY(!shown.contains("mnuDebugEditWatch"));
+        QVERIFY(!shown.contains("mnuDebugAddWatch") && !shown.contains("mnuDebugEditWatch"));
         QCOMPARE(shown.mid(shown.size() - 3), QStringList({"-", "mnuDebugResetCounter", "mnuDebugRefresh"}));
 
         // The menu bar's Debug menu afterwards: watches back, no Refresh Window.
@@ -372,7 +263,7 @@ private slots:
             QVERIFY2(form.Menu(name)->isVisible(), name);
         for (const char* name : {"mnuDebugBar6", "mnuDebugRefresh"})
             QVERIFY2(!form.Menu(name)->isVisible(), name);
-        QVERIFY2(!form.Menu("mnuDebugEditWatch")->isEnabled(), "hiding and showing kept its state");
+        EXPECT_OFF({"mnuDebugEditWatch"});   // hiding and showing kept its state
     }
 };
 

@@ -7,22 +7,21 @@
 class As11ProgramTest : public QObject {
     Q_OBJECT
 private:
-    QString programDir;
     QTemporaryDir work;
 
-    static void Write(const QString& path, const QByteArray& text)
+    QString In(const QString& name) const { return work.filePath(name); }
+    void Write(const QString& name, const QByteArray& text)
     {
-        QFile f(path);
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write(text);
+        QFile f(In(name));
+        QVERIFY(f.open(QIODevice::WriteOnly) && f.write(text) == text.size());
     }
-    static QByteArray Read(const QString& path)
+    QByteArray Read(const QString& name) const
     {
-        QFile f(path);
+        QFile f(In(name));
         return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
     // Runs a program in the work folder; gives its exit code, -1 on a crash.
-    int Run(const QString& program, const QStringList& arguments, QByteArray* errors = nullptr)
+    int Run(const QString& program, const QStringList& arguments = {}, QByteArray* errors = nullptr)
     {
         QProcess p;
         p.setWorkingDirectory(work.path());
@@ -33,71 +32,61 @@ private:
             *errors = p.readAllStandardError();
         return p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
     }
-    QString InWork(const QString& name) const { return work.filePath(name); }
 
 private slots:
     void initTestCase()
     {
-        programDir = qEnvironmentVariable("ORVANE_PROGRAM_DIR");
+        const QString programDir = qEnvironmentVariable("ORVANE_PROGRAM_DIR");
         QVERIFY2(!programDir.isEmpty(), "ORVANE_PROGRAM_DIR is not set");
-        QVERIFY(QFileInfo(programDir + "/AS11.EXE").isExecutable());
-        QVERIFY(QFileInfo(programDir + "/ASM.BAT").isExecutable());
+        for (const char* name : {"AS11.EXE", "ASM.BAT"})
+            QVERIFY(QFile::copy(programDir + "/" + name, In(name)) && QFileInfo(In(name)).isExecutable());
     }
 
     void standaloneWritesBesideTheSourceAndExitsByOutcome()
     {
-        const QString as11 = programDir + "/AS11.EXE";
-        Write(InWork("foo.bar.asm"), " ORG $E000\nGO LDAA #1\n END GO\n");
-        Write(InWork("foo.bar.err"), "7: stale\n");
-        QCOMPARE(Run(as11, {"foo.bar.asm"}), 0);
-        QVERIFY(Read(InWork("foo.bar.lst")).contains("0002 E000 86 01"));
-        QCOMPARE(asmtest::ReadS19(Read(InWork("foo.bar.s19")).toStdString()).start, 0xE000);
-        QVERIFY(!QFile::exists(InWork("foo.bar.err")));   // a clean run leaves no old errors
+        Write("foo.bar.asm", " ORG $E000\nGO LDAA #1\n END GO\n");
+        Write("foo.bar.err", "7: stale\n");
+        QCOMPARE(Run(In("AS11.EXE"), {"foo.bar.asm"}), 0);
+        QVERIFY(Read("foo.bar.lst").contains("0002 E000 86 01"));
+        QCOMPARE(asmtest::ReadS19(Read("foo.bar.s19").toStdString()).start, 0xE000);
+        QVERIFY(!QFile::exists(In("foo.bar.err")));   // a clean run leaves no old errors
 
-        Write(InWork("bad.asm"), " NOP\n LDAX 1\n BRA NOWHERE\n");
+        Write("bad.asm", " NOP\n LDAX 1\n BRA NOWHERE\n");
         QByteArray errors;
-        QCOMPARE(Run(as11, {"bad.asm"}, &errors), 1);
-        QCOMPARE(Read(InWork("bad.err")), QByteArray("2: unknown mnemonic 'LDAX'\n3: undefined symbol 'NOWHERE'\n"));
+        QCOMPARE(Run(In("AS11.EXE"), {"bad.asm"}, &errors), 1);
+        QCOMPARE(Read("bad.err"), QByteArray("2: unknown mnemonic 'LDAX'\n3: undefined symbol 'NOWHERE'\n"));
         QVERIFY(errors.contains("bad.asm:2: unknown mnemonic 'LDAX'"));
-        QVERIFY(QFile::exists(InWork("bad.lst")) && QFile::exists(InWork("bad.s19")));
+        QVERIFY(QFile::exists(In("bad.lst")) && QFile::exists(In("bad.s19")));
 
-        QCOMPARE(Run(as11, {"missing.asm"}, &errors), 2);
+        QCOMPARE(Run(In("AS11.EXE"), {"missing.asm"}, &errors), 2);
         QVERIFY(errors.contains("cannot read"));
-        QCOMPARE(Run(as11, {}), 2);
+        QCOMPARE(Run(In("AS11.EXE")), 2);
     }
 
-    void launcherLeavesTheFixedFilesAndTheMarkerLast()
+    void launcherLeavesTheFixedFilesAndTheMarkerLastEvenAfterACrash()
     {
-        QVERIFY(QFile::copy(programDir + "/AS11.EXE", InWork("AS11.EXE")));
-        QVERIFY(QFile::copy(programDir + "/ASM.BAT", InWork("ASM.BAT")));
-        QFile::setPermissions(InWork("ASM.BAT"), QFile::permissions(programDir + "/ASM.BAT"));
-
-        Write(InWork("Temp$$$.asm"), " ORG $100\n LDAA #1\n FOO\n");
-        QCOMPARE(Run(InWork("ASM.BAT"), {}), 0);
-        for (const char* name : {"Temp$$$.lst", "Temp$$$.s19", "Temp$$$.err", "Temp$$$.$$$"})
-            QVERIFY2(QFile::exists(InWork(name)), name);
-        QCOMPARE(Read(InWork("Temp$$$.err")), QByteArray("3: unknown mnemonic 'FOO'\n"));
-        const QDateTime marker = QFileInfo(InWork("Temp$$$.$$$")).lastModified();
-        for (const char* name : {"Temp$$$.lst", "Temp$$$.s19", "Temp$$$.err"})
-            QVERIFY(QFileInfo(InWork(name)).lastModified() <= marker);
+        const QStringList outputs = {"Temp$$$.lst", "Temp$$$.s19", "Temp$$$.err", "Temp$$$.$$$"};
+        Write("Temp$$$.asm", " ORG $100\n LDAA #1\n FOO\n");
+        QCOMPARE(Run(In("ASM.BAT")), 0);
+        QCOMPARE(Read("Temp$$$.err"), QByteArray("3: unknown mnemonic 'FOO'\n"));
+        const QDateTime marker = QFileInfo(In("Temp$$$.$$$")).lastModified();
+        for (const QString& name : outputs)
+            QVERIFY2(QFile::exists(In(name)) && QFileInfo(In(name)).lastModified() <= marker, qPrintable(name));
 
         // A clean source gives no error file.
-        for (const char* name : {"Temp$$$.lst", "Temp$$$.s19", "Temp$$$.err", "Temp$$$.$$$"})
-            QFile::remove(InWork(name));
-        Write(InWork("Temp$$$.asm"), " NOP\n");
-        QCOMPARE(Run(InWork("ASM.BAT"), {}), 0);
-        QVERIFY(!QFile::exists(InWork("Temp$$$.err")));
-        QVERIFY(QFile::exists(InWork("Temp$$$.$$$")));
-    }
+        for (const QString& name : outputs)
+            QFile::remove(In(name));
+        Write("Temp$$$.asm", " NOP\n");
+        QCOMPARE(Run(In("ASM.BAT")), 0);
+        QVERIFY(!QFile::exists(In("Temp$$$.err")) && QFile::exists(In("Temp$$$.$$$")));
 
-    void launcherLeavesTheMarkerWhenTheAssemblerCrashes()
-    {
-        QFile::remove(InWork("AS11.EXE"));
-        QFile::remove(InWork("Temp$$$.$$$"));
-        Write(InWork("AS11.EXE"), "#!/bin/sh\nkill -SEGV $$\n");
-        QFile::setPermissions(InWork("AS11.EXE"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        Run(InWork("ASM.BAT"), {});
-        QVERIFY(QFile::exists(InWork("Temp$$$.$$$")));
+        // An assembler that crashes still gets its marker written.
+        QFile::remove(In("AS11.EXE"));
+        QFile::remove(In("Temp$$$.$$$"));
+        Write("AS11.EXE", "#!/bin/sh\nkill -SEGV $$\n");
+        QFile::setPermissions(In("AS11.EXE"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        Run(In("ASM.BAT"));
+        QVERIFY(QFile::exists(In("Temp$$$.$$$")));
     }
 };
 
