@@ -54,12 +54,14 @@ private slots:
         QTEST(record.Data, "data");
     }
 
-    void checksumTakesTheAddressAsTwoBytes()
+    void checksumTakesTheAddressAsTwoBytesAndProgressNeverOverflows()
     {
         QVERIFY(S1ChecksumGood(0x04, 0x1234, {0x00}, 0xFF - 0x04 - 0x12 - 0x34));
         QVERIFY(!S1ChecksumGood(0x04, 0x1234, {0x00}, 0xFF - 0x04 - 0x34));
         // $53 would close a two's-complement sum: one off, and refused.
         QVERIFY(!S1ChecksumGood(0x05, 0xE000, {0x86, 0x42}, 0x53));
+        QCOMPARE(DownloadProgress(299, 300), 99);   // 100 only at the end
+        QCOMPARE(DownloadProgress(qint64(3) << 30, qint64(4) << 30), 75);   // no 32-bit overflow
     }
 
     void assemblerOutputReadsBackByteForByte()
@@ -79,25 +81,6 @@ private slots:
         }
         QVERIFY(image.dataRecords >= 3);
         QVERIFY(read == image.bytes);
-    }
-
-    void recordsEndAtTheTopOfMemory()
-    {
-        S1Record record;
-        record.Address = 0xFF04;   // the largest record, 252 bytes, ends at $FFFF
-        record.Data.assign(252, 0);
-        QVERIFY(S1RecordFits(record));
-        record.Address = 0xFF05;
-        QVERIFY(!S1RecordFits(record));
-    }
-
-    void windowTexts()
-    {
-        QCOMPARE(DownloadAddressText(0x12), QString("Address = $0012"));
-        QCOMPARE(DownloadSizeText(1), QString("1 byte"));
-        QCOMPARE(DownloadSizeText(2), QString("2 bytes"));
-        QCOMPARE(DownloadProgress(299, 300), 99);   // 100 only at the end
-        QCOMPARE(DownloadProgress(qint64(3) << 30, qint64(4) << 30), 75);   // no 32-bit overflow
     }
 };
 
