@@ -73,12 +73,8 @@ private slots:
             DisAsmLine(address, length, text);
             const QString ours = QString::fromStdString(text).section(' ', 0, 0);
             const QString where = QString("%1 %2: ours %3 (%4), objdump %5 (%6)")
-                                      .arg(row.page, 2, 16, QChar('0'))
-                                      .arg(row.opcode, 2, 16, QChar('0'))
-                                      .arg(ours)
-                                      .arg(length)
-                                      .arg(it->second)
-                                      .arg(theirLength);
+                                      .arg(row.page, 2, 16, QChar('0')).arg(row.opcode, 2, 16, QChar('0'))
+                                      .arg(ours).arg(length).arg(it->second).arg(theirLength);
             QVERIFY2(length == theirLength, qPrintable(where));
             QVERIFY2(ours == OurSpelling(it->second), qPrintable(where));
             at += SlotSize;

@@ -72,37 +72,32 @@ private slots:
 
     void callsJumpsAndReturns()
     {
-        Flow f = At(0x1000, {0x8D, 0x10});   // BSR stepped over, then followed
-        QVERIFY(f.next == 0x1002 && f.call && !f.jump);
-        f = At(0x1000, {0x8D, 0x10}, true);
-        QVERIFY(f.next == 0x1012 && f.call && !f.jump);
-        QCOMPARE(At(0x1000, {0x9D, 0x12}, true).next, 0x0012);   // JSR $12
-        f = At(0x1000, {0xBD, 0x12, 0x34});                        // JSR $1234 stepped over
-        QVERIFY(f.next == 0x1003 && f.call);
-
         CpuRegisters.IX = 0xFFFF;
-        f = At(0x1000, {0x6E, 0xFF});   // JMP $FF,X wraps
-        QVERIFY(f.next == 0x00FE && f.jump && !f.call);
         CpuRegisters.IY = 0xFFFF;
-        f = At(0x1000, {0x18, 0xAD, 0xFF}, true);   // JSR $FF,Y
-        QVERIFY(f.next == 0x00FE && f.call);
-
-        StackBuffer[1] = 0x12;   // RTS: the return address from the stack copy
+        StackBuffer[1] = 0x12;   // RTS takes its return address from the stack copy
         StackBuffer[2] = 0x34;
-        f = At(0x1000, {0x39});
-        QVERIFY(f.next == 0x1234 && f.ret && !f.jump);
-
-        // RTI: the frame above SP is CCR, B, A, X, Y, then PC at SP + 8.
-        CpuRegisters.SP = 0x00F0;
+        CpuRegisters.SP = 0x00F0;   // RTI: CCR, B, A, X, Y above SP, then PC at SP + 8
         TargetMemory[0x00F8] = 0xE1;
         TargetMemory[0x00F9] = 0x23;
-        f = At(0x1000, {0x3B});
-        QVERIFY(f.ok && f.next == 0xE123 && !f.ret && !f.jump);
-
-        f = At(0xFFFE, {0x20, 0xFE});   // a branch to itself at the top of memory
-        QVERIFY(f.next == 0xFFFE && f.jump);
-        QCOMPARE(At(0xFFFF, {0x01}).next, 0x0000);         // the next instruction wraps
-        QCOMPARE(At(0x1000, {0x18, 0x12}).next, 0x1002);   // a bad pair is two bytes long
+        // PC, code, calls followed, next, then jump, call, return.
+        using Row = std::tuple<std::int32_t, QList<int>, bool, std::int32_t, QList<bool>>;
+        const Row rows[] = {{0x1000, {0x8D, 0x10}, false, 0x1002, {false, true, false}},         // BSR stepped over
+                            {0x1000, {0x8D, 0x10}, true, 0x1012, {false, true, false}},          // BSR followed
+                            {0x1000, {0x9D, 0x12}, true, 0x0012, {false, true, false}},          // JSR $12
+                            {0x1000, {0xBD, 0x12, 0x34}, false, 0x1003, {false, true, false}},   // JSR $1234
+                            {0x1000, {0x6E, 0xFF}, false, 0x00FE, {true, false, false}},         // JMP $FF,X wraps
+                            {0x1000, {0x18, 0xAD, 0xFF}, true, 0x00FE, {false, true, false}},    // JSR $FF,Y
+                            {0x1000, {0x39}, false, 0x1234, {false, false, true}},               // RTS
+                            {0x1000, {0x3B}, false, 0xE123, {false, false, false}},              // RTI
+                            {0xFFFE, {0x20, 0xFE}, false, 0xFFFE, {true, false, false}},   // BRA to itself at the top
+                            {0xFFFF, {0x01}, false, 0x0000, {false, false, false}},        // the next one wraps
+                            {0x1000, {0x18, 0x12}, false, 0x1002, {false, false, false}}};  // a bad pair: two bytes
+        for (const auto& [pc, bytes, follow, next, jumpCallReturn] : rows) {
+            const Flow f = At(pc, bytes, follow);
+            QVERIFY(f.ok);
+            QCOMPARE(f.next, next);
+            QCOMPARE((QList<bool>{f.jump, f.call, f.ret}), jumpCallReturn);
+        }
     }
 
     void bitBranchesTestTargetMemory()

@@ -56,8 +56,6 @@ private slots:
         QCOMPARE(openAfter, (QList<bool>{true, true, true}));
         QCOMPARE(f.boxes.boxes.size(), 1);
         QCOMPARE(f.boxes.boxes[0].text, QString("Invalid Address !"));
-        QCOMPARE(f.boxes.boxes[0].caption, QString("Orvane - Go To Address"));
-        QCOMPARE(f.boxes.boxes[0].style, int(MbInformation));
         QVERIFY(!EntryAccepted);
     }
 };
