@@ -36,16 +36,13 @@ private slots:
         SymbolCount = 0;
     }
 
-    void rowTextWithAndWithoutTheCodeColumn()
+    void aFiveByteInstructionFillsTheCodeColumn()
     {
-        Buffer(0x1000, {0x01, 0x86, 0x05, 0xB6, 0x12, 0x34, 0x18, 0x1E, 0x10, 0x80, 0xFB});
+        Buffer(0x1000, {0x18, 0x1E, 0x10, 0x80, 0xFB});
         CpuRegisters.PC = 0x4000;   // off the page: no row is bold, no mark
-        QCOMPARE(Page(0x1000)[1].RowText, QString(" $1001:   LDAA  #$05"));
         const PageRowArray rows = Page(0x1000, true);
-        QCOMPARE(rows[0].RowText, QString(" $1000: 01               NOP"));
-        QCOMPARE(rows[1].RowText, QString(" $1001: 86 05" + QString(10, ' ') + "  LDAA  #$05"));
-        QVERIFY(rows[3].RowText.startsWith(" $1006: 18 1E 10 80 FB   BRSET "));
-        QCOMPARE(rows[4].RowAddress, 0x100B);
+        QCOMPARE(rows[0].RowText, QString(" $1000: 18 1E 10 80 FB   BRSET $10,Y $80 $1000"));
+        QCOMPARE(rows[1].RowAddress, 0x1005);
         for (const PageRow& row : rows)
             QVERIFY(!row.AtPC && !row.Breakpoint);
     }

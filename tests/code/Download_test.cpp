@@ -5,10 +5,10 @@
 
 #include "code/frmDownload.h"
 #include "core/TargetState.h"
-#include "platform/DoEvents.h"
 #include "platform/SettingsStore.h"
 #include "platform/TickCount.h"
 #include "source/SourceRecords.h"
+#include "support/DoEventsAction.h"
 #include "support/FakeToolWindow.h"
 #include "support/MainFormFixture.h"
 #include "support/WorkFolder.h"
@@ -19,18 +19,15 @@
 #include <random>
 
 namespace {
-// An S1 line; the reader's own tests check the rule against the assembler.
+// An S1 line with its one's-complement checksum, or one that is off by checksumOffset.
 QByteArray S1(int address, const std::vector<std::uint8_t>& data, int checksumOffset = 0)
 {
-    QByteArray line = QByteArray::number(int(data.size()) + 3, 16).rightJustified(2, '0') +
-                      QByteArray::number(address, 16).rightJustified(4, '0');
-    int sum = int(data.size()) + 3 + (address >> 8) + (address & 0xFF);
-    for (const std::uint8_t byte : data) {
-        line += QByteArray::number(byte, 16).rightJustified(2, '0');
-        sum += byte;
-    }
-    line += QByteArray::number((0xFF - sum + checksumOffset) & 0xFF, 16).rightJustified(2, '0');
-    return "S1" + line.toUpper() + "\n";
+    QByteArray record = QByteArray(1, char(data.size() + 3)) + char(address >> 8) + char(address);
+    record.append(reinterpret_cast<const char*>(data.data()), qsizetype(data.size()));
+    int sum = 0;
+    for (const char byte : record)
+        sum += std::uint8_t(byte);
+    return "S1" + (record + char(0xFF - sum + checksumOffset)).toHex().toUpper() + "\n";
 }
 
 bool HeldOpen(const QString& path)
@@ -41,17 +38,6 @@ bool HeldOpen(const QString& path)
             return true;
     return false;
 }
-
-// Runs act in each event pass of the run (pass 0 before the first line).
-struct DuringRun {
-    std::function<void(frmDownload&, int pass)> act;
-    int passes = 0;
-    std::function<void()> previous = SetDoEventsHook([this] {
-        if (auto* form = MainForm->findChild<frmDownload*>())
-            act(*form, passes++);
-    });
-    ~DuringRun() { SetDoEventsHook(previous); }
-};
 
 // A main window with the CPU, stack and disassembly windows stood in for, whose
 // last program a good run replaces and a failed one keeps; S19File names
@@ -195,12 +181,13 @@ private slots:
     {
         for (const bool escape : {false, true}) {
             Session s(S1(0xFFFE, {0xE0, 0x10}) + S1(0xE010, {0x01}) + S1(0xE011, {0x02}));
-            DuringRun press{[escape](frmDownload& dialog, int pass) {
-                if (pass == 1)   // after the first line
-                    escape ? dialog.reject() : dialog.cmdCancel->click();
-            }};
+            int passes = 0;   // event passes of the run, the first before the first line
+            DoEventsAction press([&] {
+                if (auto* dialog = MainForm->findChild<frmDownload*>(); dialog && passes++ == 1)
+                    escape ? dialog->reject() : dialog->cmdCancel->click();
+            });
             s.form->mnuFileDownload_Click();
-            QCOMPARE(press.passes, 2);
+            QCOMPARE(passes, 2);
             QCOMPARE(TargetMemory[0xE010], std::uint8_t(0xFF));   // erased all the same
             QCOMPARE(CpuRegisters.PC, 0xE010);   // the vector, read after the Cancel
             s.ExpectOldProgramKept();

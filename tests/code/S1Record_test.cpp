@@ -1,13 +1,9 @@
 // The reading of one line of a machine-code file: which lines are records,
 // the fixed columns, the one's-complement checksum, short, lower-case and
-// junk-laden lines, against hand-checked lines and the assembler's output.
+// junk-laden lines, against hand-checked lines.
 #include <QtTest>
 
 #include "code/S1Record.h"
-#include "source/hc11/Assembler.h"
-#include "support/S19Image.h"
-
-#include <sstream>
 
 using Kind = S1Record::Kind;
 using Bytes = std::vector<std::uint8_t>;
@@ -58,25 +54,6 @@ private slots:
     {
         QCOMPARE(DownloadProgress(299, 300), 99);   // 100 only at the end
         QCOMPARE(DownloadProgress(qint64(3) << 30, qint64(4) << 30), 75);   // no 32-bit overflow
-    }
-
-    void assemblerOutputReadsBackByteForByte()
-    {
-        const auto result = hc11::as11::AssembleSource(" ORG $E000\nSTART LDAA #$55\n BRA START\n"
-                                                       " FCC 'a text long enough to need a second record'\n"
-                                                       " ORG $FFFE\n FDB START\n");
-        const asmtest::S19Image image = asmtest::ReadS19(result.s19);
-        QVERIFY2(image.problem.empty(), image.problem.c_str());
-        std::map<int, std::uint8_t> read;
-        std::istringstream lines(result.s19);
-        for (std::string line; std::getline(lines, line);) {
-            const S1Record record = ReadS1Line(QByteArray::fromStdString(line));
-            QVERIFY(record.kind == Kind::Good || record.kind == Kind::NotARecord);
-            for (std::size_t i = 0; i < record.Data.size(); ++i)
-                read[record.Address + int(i)] = record.Data[i];
-        }
-        QVERIFY(image.dataRecords >= 3);
-        QVERIFY(read == image.bytes);
     }
 };
 

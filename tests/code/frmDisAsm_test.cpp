@@ -59,8 +59,6 @@ private slots:
         TargetMode = SimulatorMode;
         BoardConnected = true;
         RunStopped = true;
-        f->form->Menu("mnuDebugCodeOn")->setChecked(false);
-        f->form->Menu("mnuDebugIncludeSym")->setChecked(false);
         // LDS #$00FF; LDAA #5; DECA; BNE back to DECA; JSR $E010; BRA to itself; NOPs; RTS.
         std::int32_t at = 0xE000;
         for (int b : {0x8E, 0x00, 0xFF, 0x86, 0x05, 0x4A, 0x26, 0xFD, 0xBD, 0xE0, 0x10, 0x20, 0xFE, 0x01, 0x01, 0x01, 0x39})
@@ -76,8 +74,8 @@ private slots:
     void rowsAndColoursFollowPCTheCurrentRowAndActivation()
     {
         QCOMPARE(w->TopAddress, 0xE003);
-        QCOMPARE(w->RowCaption(1), QString(" $E003:   LDAA  #$05"));
-        QCOMPARE(w->RowCaption(3), QString(" $E006:   BNE   $E005"));
+        QCOMPARE(w->RowCaption(1), QString(" $E003: 86 05            LDAA  #$05"));
+        QCOMPARE(w->RowCaption(3), QString(" $E006: 26 FD            BNE   $E005"));
         QVERIFY(w->RowBold(1) && !w->RowBold(2));
         QCOMPARE(LookOf(w, 1), Look::Current);
         QCOMPARE(LookOf(w, 2), Look::Plain);
@@ -124,7 +122,7 @@ private slots:
         QCOMPARE(w->CurRow, std::int16_t(5));
         QVERIFY(w->RowBold(5) && !w->RowBold(1));
         QCOMPARE(LookOf(w, 5), Look::Current);
-        QCOMPARE(w->RowCaption(5), QString(" $E00B: ") + QChar(PlusMinusMark) + " BRA   $E00B");
+        QCOMPARE(w->RowCaption(5), QString(" $E00B: 20 FE          ") + QChar(PlusMinusMark) + " BRA   $E00B");
         CpuRegisters.PC = 0xE100;
         w->mnuGoToPCAddress();
         QCOMPARE(w->TopAddress, 0xE100);
@@ -138,7 +136,6 @@ private slots:
             w->mnuGoToAddress();
         }
         QCOMPARE(w->TopAddress, 0xE000);
-
     }
 
     void keysMoveTheRowThenThePageAndWrapAtTheEndsOfMemory()
@@ -153,7 +150,7 @@ private slots:
             QTest::keyClick(w, Qt::Key_Down);   // the last press scrolls by one instruction
         QCOMPARE(w->TopAddress, 0xE003);
         QCOMPARE(w->CurRow, std::int16_t(4));
-        QCOMPARE(w->RowCaption(4), QString(" $E008:   JSR   $E010"));
+        QCOMPARE(w->RowCaption(4), QString(" $E008: BD E0 10         JSR   $E010"));
         QCOMPARE(LookOf(w, 4), Look::Current);
         // Page Down makes the bottom row the top; Page Up brings the old top back as the bottom row.
         QTest::keyClick(w, Qt::Key_PageDown);
@@ -178,7 +175,7 @@ private slots:
         }
         QTest::keyClick(w, Qt::Key_PageUp);
         QCOMPARE(w->TopAddress, 0xFFFD);
-        QCOMPARE(w->RowCaption(2), QString(" $FFFE:   NOP"));
+        QCOMPARE(w->RowCaption(2), QString(" $FFFE: 01               NOP"));
     }
 
     void aFailedReadClearsTheScreenAndARefreshBringsItBack()
