@@ -10,7 +10,6 @@
 #include "support/DisAsmLooks.h"
 #include "support/MainFormFixture.h"
 #include "support/ModalPlayer.h"
-#include "views/EntryFields.h"
 
 #include <QLabel>
 #include <QMdiArea>
