@@ -1,6 +1,6 @@
 // The disassembly page as data: the row text and its marks, source lines from
-// the listing, rows beyond the buffer, the wrap at $FFFF, and the two
-// backward searches of the scroll keys.
+// the listing, rows beyond the buffer, and the two backward searches of the
+// scroll keys (the window's tests take them across $FFFF).
 #include <QtTest>
 
 #include "code/DisAsmPage.h"
@@ -106,17 +106,6 @@ private slots:
         QVERIFY(!rows[32].Breakpoint && !rows[32].AtPC);
     }
 
-    void aPageThatRunsPastFFFFContinuesAtZero()
-    {
-        Buffer(0xFFF0, {0x86, 0x42}, 16);
-        CpuRegisters.PC = 0x0000;
-        const PageRowArray rows = Page(0xFFF0);
-        QCOMPARE(rows[15].RowText, QString(" $FFFF:   NOP"));
-        QCOMPARE(rows[16].RowText, QString(" $0000:   LDAA  #$42"));
-        QVERIFY(rows[16].AtPC);
-        QCOMPARE(rows[17].RowAddress, 0x0002);
-    }
-
     void scrollUpTriesFiveBytesBackFirstAndFallsBackToOne()
     {
         // The five bytes above the old top row and how far back the new top is.
@@ -149,10 +138,6 @@ private slots:
         Buffer(0x1000, {0xFC, 0xCE, 0x86, 0xCC, 0x86});
         QCOMPARE(PageUpTop(0x1000, 0x1005, 2), 0x1004);
         QCOMPARE(PageUpTop(0x1000, 0x1005, 1), 0x1006);
-        // Across the top of memory.
-        Buffer(0xFF80, {});
-        QCOMPARE(PageUpTop(0xFF80, 0x0010, 10), 0x0007);
-        QCOMPARE(Page(0x0007)[9].RowAddress, 0x0010);
     }
 };
 
