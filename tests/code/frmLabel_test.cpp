@@ -3,23 +3,13 @@
 #include "code/LabelList.h"
 #include "code/SymbolTable.h"
 #include "code/frmLabel.h"
-#include "core/AppSettings.h"
 #include "platform/SettingsStore.h"
 #include "support/MainFormFixture.h"
 
-#include <QMdiSubWindow>
 #include <QMenu>
 #include <QTreeWidget>
 
 namespace {
-// Names and values both out of order, one name twice, one entry without a label.
-void LoadTable()
-{
-    SymbolTable = {{0x1010, 1, {0x39}, "delay", "delay RTS"}, {0x0040, 0, {}, "LIMIT", ""},
-                   {0x1000, 1, {0x01}, "", "   NOP"}, {0xE000, 0, {}, "BEGIN", ""}, {0x0040, 0, {}, "LIMIT", ""}};
-    SymbolCount = 5;
-}
-
 QStringList Shown(const frmLabel* form)
 {
     QStringList shown;
@@ -27,79 +17,58 @@ QStringList Shown(const frmLabel* form)
         shown << form->ListView->topLevelItem(i)->text(0) + ' ' + form->ListView->topLevelItem(i)->text(1);
     return shown;
 }
+
+const QStringList Listed{"delay $1010", "LIMIT $0040", "BEGIN $E000", "LIMIT $0040"};
 }  // namespace
 
 class frmLabelTest : public QObject {
     Q_OBJECT
-private slots:
-    void init() { f.Start(); }
+    MainFormFixture f;
 
-    void sortOrders()
+private slots:
+    void init()
     {
-        LoadTable();
+        f.Start();
+        // Names and values both out of order, one name twice, one entry without a label.
+        SymbolTable = {{0x1010, 1, {0x39}, "delay", "delay RTS"}, {0x0040, 0, {}, "LIMIT", ""},
+                       {0x1000, 1, {0x01}, "", "   NOP"}, {0xE000, 0, {}, "BEGIN", ""}, {0x0040, 0, {}, "LIMIT", ""}};
+        SymbolCount = 5;
+    }
+
+    void sortOrdersAndTheirChecks()
+    {
         frmLabel* labels = frmLabel::Open();
-        const QStringList listed{"delay $1010", "LIMIT $0040", "BEGIN $E000", "LIMIT $0040"};
-        QCOMPARE(Shown(labels), listed);
-        f.form->Menu("mnuPopupSortName")->trigger();
-        QCOMPARE(Shown(labels), (QStringList{"BEGIN $E000", "delay $1010", "LIMIT $0040", "LIMIT $0040"}));
-        f.form->Menu("mnuPopupSortValue")->trigger();
-        QCOMPARE(Shown(labels), (QStringList{"LIMIT $0040", "LIMIT $0040", "delay $1010", "BEGIN $E000"}));
-        f.form->Menu("mnuPopupSortNone")->trigger();
-        QCOMPARE(Shown(labels), listed);
+        QCOMPARE(Shown(labels), Listed);
+        const std::pair<const char*, QStringList> orders[] = {
+            {"mnuPopupSortName", {"BEGIN $E000", "delay $1010", "LIMIT $0040", "LIMIT $0040"}},
+            {"mnuPopupSortValue", {"LIMIT $0040", "LIMIT $0040", "delay $1010", "BEGIN $E000"}},
+            {"mnuPopupSortNone", Listed}};
+        for (const auto& [entry, shown] : orders) {
+            f.form->Menu(entry)->trigger();
+            QCOMPARE(Shown(labels), shown);
+            labels->ListView_RightButton(QPoint(10, 10));   // the popup checks the order in use
+            for (const auto& [name, rows] : orders)
+                QCOMPARE(f.form->Menu(name)->isChecked(), name == entry);
+            f.form->MenuOf("mnuPopupSort")->close();
+        }
         SymbolCount = 2;   // only the entries in use count
         QCOMPARE(LabelRows("N").size(), 2);
     }
 
-    void anEmptyWindowShowsTheStoredOrderInItsPopup()
+    void closingStoresTheOrderAndReopeningTakesItBack()
     {
-        SymbolTable.clear();
-        SymbolCount = 0;
-        SaveTextSetting("LabelSort", "V");
         frmLabel* labels = frmLabel::Open();
         QCOMPARE(frmLabel::Open(), labels);   // a second open brings the same window
-        QVERIFY(f.form->Menu("mnuViewLabel")->isChecked());
-        QCOMPARE(labels->ListView->topLevelItemCount(), 0);
-        for (const auto& [mode, entry] : {std::pair{"V", "mnuPopupSortValue"}, {"N", "mnuPopupSortName"},
-                                          {"?", "mnuPopupSortNone"}}) {
-            labels->LabelSortMode = mode;
-            labels->ListView_RightButton(QPoint(10, 10));
-            QVERIFY(f.form->MenuOf("mnuPopupSort")->isVisible());
-            for (const char* name : {"mnuPopupSortName", "mnuPopupSortValue", "mnuPopupSortNone"})
-                QCOMPARE(f.form->Menu(name)->isChecked(), qstrcmp(name, entry) == 0);
-            f.form->MenuOf("mnuPopupSort")->close();
-        }
-    }
-
-    void closingStoresOrderAndPlacementAndClearsTheViewEntry()
-    {
-        f.form->showNormal();
-        f.form->resize(1000, 800);
-        QCoreApplication::processEvents();
-        frmLabel* labels = frmLabel::Open();
-        const WindowPlacement fresh = CurrentPlacement(labels);
-        QVERIFY(qAbs(fresh.Left - 7800) < 20 && qAbs(fresh.Width - 2600) < 20);
-        QVERIFY(qAbs(fresh.Height - f.form->PlacementDefault("Label").Height) < 20);
-
         f.form->Menu("mnuPopupSortName")->trigger();
-        auto* frame = qobject_cast<QMdiSubWindow*>(labels->parentWidget());
-        frame->move(TwipsToPixelsX(1440), 0);
         QPointer<frmLabel> watch = labels;
-        frame->close();
+        labels->parentWidget()->close();
         QTRY_VERIFY(watch.isNull());
-        QVERIFY(!frmLabel::Instance());
         QVERIFY(!f.form->Menu("mnuViewLabel")->isChecked());
         QCOMPARE(GetSetting("Settings", "LabelSort"), QString("N"));
-        QCOMPARE(GetSetting("Windows", "LabelState"), QString("0"));
-
-        LoadTable();
-        labels = frmLabel::Open();   // takes both back
-        QCOMPARE(labels->LabelSortMode, QString("N"));
+        labels = frmLabel::Open();
+        QVERIFY(f.form->Menu("mnuViewLabel")->isChecked());
         QCOMPARE(Shown(labels).first(), QString("BEGIN $E000"));
-        QVERIFY(qAbs(CurrentPlacement(labels).Left - 1440) < 20);
     }
-
-private:
-    MainFormFixture f;
 };
 
 QTEST_MAIN(frmLabelTest)
