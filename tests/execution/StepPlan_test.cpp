@@ -13,11 +13,9 @@ using Code = std::array<std::uint8_t, 4>;
 class StepPlanTest : public QObject {
     Q_OBJECT
 private slots:
-    void init() { ResetTargetState(); }
-
-    void boardCodeAtTheEdges()
+    void codeAndPcWrapAtTheTopOfMemory()
     {
-        // An instruction at the top of memory moves PC round to $0000.
+        ResetTargetState();
         const std::uint8_t ldx[] = {0xCE, 0x12, 0x34};
         const BoardStep wrapped = PlanBoardStep(StepKind::Plain, 0xFFFD, ldx, 0, 0);
         QCOMPARE(wrapped.code, (Code{0xCE, 0x12, 0x34, 0x01}));
@@ -28,10 +26,7 @@ private slots:
         const BoardStep plain = PlanBoardStep(StepKind::Plain, 0x3000, brsetY, 0, 0);
         QCOMPARE(plain.code, (Code{0x18, 0x1E, 0x05, 0x80}));
         QCOMPARE(plain.pc, 0x3005);
-    }
 
-    void simulatorBytesAndWordsWrapAtTheTopOfMemory()
-    {
         TargetMemory[0xFFFE] = 0xCE;
         TargetMemory[0xFFFF] = 0x12;
         TargetMemory[0x0000] = 0x34;
@@ -46,16 +41,12 @@ private slots:
         const auto previous = SetTickCountSource([&now] { return now; });
         EventPump pump(4, 10);
         QVERIFY(pump.Due());   // the first call lets events run
-        int due = 0;
-        for (int i = 0; i < 100; ++i)
-            due += pump.Due();
-        QCOMPARE(due, 0);      // the clock stood still
+        for (int i = 0; i < 8; ++i)
+            QVERIFY(!pump.Due());   // the clock stood still
         now += 10;
         for (int i = 0; i < 3; ++i)
             QVERIFY(!pump.Due());   // the clock is only read every fourth call
         QVERIFY(pump.Due());
-        EventPump always(1, 0);
-        QVERIFY(always.Due() && always.Due());
         SetTickCountSource(previous);
     }
 };

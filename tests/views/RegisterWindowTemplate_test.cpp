@@ -1,7 +1,6 @@
 // The template as a block window uses it (a table of rows over RegisterBlock,
-// with auto refresh): a 16-bit row written high byte first in one write, a
-// read-only row, the refresh of RefreshRun, and the auto-refresh timer across
-// the popup, the dialog, activation and a lost link.
+// with auto refresh): a 16-bit row written high byte first in one write, and
+// the auto-refresh timer across the popup, the dialog, activation and a lost link.
 #include <QtTest>
 
 #include "core/TargetState.h"
@@ -27,23 +26,12 @@ const RegisterRow PortRows[] = {
 const RegisterWindowKind PortsKind = {
     "Port Registers", "RegPorts", "mnuViewRegPorts", PortRows, true, &ReadRegisterBlockSource, &RegisterBlockValue,
 };
-QWidget* CreatePorts(frmMain&)
-{
-    return new RegisterWindow(PortsKind);
-}
-
 // The window under test in the place of the port window.
 struct PluggedPorts {
-    toolwindows::Factory previous = toolwindows::SetFactory("frmRegPorts", &CreatePorts);
+    toolwindows::Factory previous =
+        toolwindows::SetFactory("frmRegPorts", [](frmMain&) -> QWidget* { return new RegisterWindow(PortsKind); });
     ~PluggedPorts() { toolwindows::SetFactory("frmRegPorts", previous); }
 };
-
-void EnterValue(RegisterWindow* w, int row, const QString& text)
-{
-    ModalPlayer player([&](QDialog& dialog) { TypeAndPressOK(dialog, "Text", text); });
-    w->SelectRow(row);
-    w->mnuEnter();
-}
 
 void Activate(frmMain& form, QWidget* window)
 {
@@ -54,7 +42,7 @@ void Activate(frmMain& form, QWidget* window)
 class RegisterWindowTemplateTest : public QObject {
     Q_OBJECT
 private slots:
-    void rowsDrawFromTheBlockAndWordsGoHighByteFirst()
+    void rowsDrawFromTheBlockWordsGoHighByteFirstAndALostLinkEndsAutoRefresh()
     {
         PluggedPorts plugged;
         MainFormFixture f;
@@ -64,30 +52,39 @@ private slots:
         board.memory[0x100A] = 0x81;
         board.memory[0x1027] = 0x07;
         frmMain& form = f.Start();
-        form.Menu("mnuViewRegPorts")->trigger();
-        auto* ports = qobject_cast<RegisterWindow*>(form.Window("frmRegPorts"));
-        QVERIFY(ports);
+        auto* ports = qobject_cast<RegisterWindow*>(form.LoadWindow("frmRegPorts"));
         QCOMPARE(ports->Cell(0), QString("$1234"));
         QCOMPARE(ports->Cell(1), QString("%10000001"));
         QCOMPARE(ports->Cell(2), QString("$07"));
 
         // One write of two bytes, then one read of the block serves the redraw.
         board.frames.clear();
-        EnterValue(ports, 0, "$BEEF");
+        {
+            ModalPlayer player([&](QDialog& dialog) { TypeAndPressOK(dialog, "Text", "$BEEF"); });
+            ports->SelectRow(0);
+            ports->mnuEnter();
+        }
         QCOMPARE(board.Count('W'), 1);
         QCOMPARE(board.frames[0].mid(0, 6), QByteArray::fromHex("57101602BEEF"));
         QCOMPARE(board.Count('R'), 1);
         QCOMPARE(ports->Cell(0), QString("$BEEF"));
 
-        // The read-only row takes no value.
-        int dialogs = 0;
-        {
-            ModalPlayer player([&](QDialog&) { ++dialogs; });
-            ports->SelectRow(1);
-            ports->mnuEnter();
-        }
-        QCOMPARE(dialogs, 0);
-        QVERIFY(f.boxes.boxes.isEmpty());
+        Activate(form, ports);
+        ports->mnuAutoRefresh();
+        std::uint32_t now = 0;
+        auto clock = SetTickCountSource([&] { return now += 50; });
+        board.silent = true;
+        form.tmrRefresh_Timer();
+        SetTickCountSource(clock);
+        QCOMPARE(f.boxes.boxes.size(), 1);
+        QCOMPARE(ports->ValueColumnWidth(), 0);
+        QVERIFY(!ports->AutoRefresh);
+        QVERIFY(!form.tmrRefresh.isActive());
+        // The link returns; the user has to turn it on again.
+        board.silent = false;
+        ports->mnuRefresh();
+        QVERIFY(ports->ValueColumnWidth() > 0);
+        QVERIFY(!form.tmrRefresh.isActive());
     }
 
     void autoRefreshFollowsActivationThePopupAndTheDialog()
@@ -102,27 +99,22 @@ private slots:
         QVERIFY(!form.tmrRefresh.isActive());
 
         ports->mnuAutoRefresh();
-        QVERIFY(ports->AutoRefresh);
         QVERIFY(form.tmrRefresh.isActive());
-        // A tick refreshes the active window from the target.
-        TargetMemory[0x1027] = 0x42;
+        TargetMemory[0x1027] = 0x42;   // a tick refreshes the active window from the target
         form.tmrRefresh_Timer();
         QCOMPARE(ports->Cell(2), QString("$42"));
 
-        // Off while the popup is up, whose Refresh entry is off and Auto Refresh checked.
-        bool timerDuringPopup = true, refreshEnabled = true, autoChecked = false;
+        // Off while the popup is up, whose Refresh entry is off and Auto Refresh checked,
+        // and while the dialog is up; a cancelled dialog writes nothing.
+        bool popupAsExpected = false, timerDuringDialog = true;
         PopupMenuHandler previous = SetPopupMenuHandler([&](QMenu*) {
-            timerDuringPopup = form.tmrRefresh.isActive();
-            refreshEnabled = form.Menu("mnuPopupViewRefresh")->isEnabled();
-            autoChecked = form.Menu("mnuPopupViewAutoRefresh")->isChecked();
+            popupAsExpected = !form.tmrRefresh.isActive() && !form.Menu("mnuPopupViewRefresh")->isEnabled() &&
+                              form.Menu("mnuPopupViewAutoRefresh")->isChecked();
         });
         ports->ListView_RightButton(ports->ListView->visualItemRect(ports->ListView->topLevelItem(2)).center());
         SetPopupMenuHandler(previous);
-        QVERIFY(!timerDuringPopup && !refreshEnabled && autoChecked);
+        QVERIFY(popupAsExpected);
         QVERIFY(form.tmrRefresh.isActive());
-
-        // Off while the dialog is up; a cancelled dialog writes nothing and the refresh goes on.
-        bool timerDuringDialog = true;
         {
             ModalPlayer player([&](QDialog&) { timerDuringDialog = form.tmrRefresh.isActive(); });
             ports->SelectRow(2);
@@ -139,34 +131,6 @@ private slots:
         QVERIFY(form.tmrRefresh.isActive());
 
         ports->mnuAutoRefresh();
-        QVERIFY(!form.tmrRefresh.isActive());
-    }
-
-    void aLinkLostUnderAutoRefreshClearsAndEndsIt()
-    {
-        PluggedPorts plugged;
-        MainFormFixture f;
-        ScriptedMonitor board(f);
-        frmMain& form = f.Start();
-        auto* ports = qobject_cast<RegisterWindow*>(form.LoadWindow("frmRegPorts"));
-        Activate(form, ports);
-        ports->mnuAutoRefresh();
-        QVERIFY(ports->ValueColumnWidth() > 0);
-
-        std::uint32_t now = 0;
-        auto clock = SetTickCountSource([&] { return now += 50; });
-        board.silent = true;
-        form.tmrRefresh_Timer();
-        SetTickCountSource(clock);
-        QCOMPARE(f.boxes.boxes.size(), 1);
-        QCOMPARE(ports->ValueColumnWidth(), 0);
-        QVERIFY(!ports->AutoRefresh);
-        QVERIFY(!form.tmrRefresh.isActive());
-        // The link returns; the user has to turn it on again.
-        board.silent = false;
-        ports->mnuRefresh();
-        QVERIFY(ports->ValueColumnWidth() > 0);
-        QVERIFY(!ports->AutoRefresh);
         QVERIFY(!form.tmrRefresh.isActive());
     }
 };
