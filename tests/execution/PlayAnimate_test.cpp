@@ -99,13 +99,19 @@ private slots:
         ScriptedMonitor board(f);
         frmMain& form = StartOnTheLoop(f, board.memory, false);
         board.answerSteps = false;
+        CpuRegisters.A = 7;
         std::uint32_t now = 0;
-        const auto clock = SetTickCountSource([&now] { return now += 50; });
+        const auto clock = SetTickCountSource([&now] { return now += 50; });   // time-outs pass at once
         form.mnuRunPlay_Click();
         SetTickCountSource(clock);
         QCOMPARE(f.boxes.boxes.size(), 1);
         QCOMPARE(f.boxes.boxes[0].text, QString("No Response from M68HC11 Board !"));
         QCOMPARE(board.steps.size(), 1);
+        // The step has moved PC past the INCA; the registers stay as they were.
+        QCOMPARE(CpuRegisters.PC, 0x2001);
+        QCOMPARE(CpuRegisters.A, 7);
+        QVERIFY(!BoardConnected);
+        QCOMPARE(form.MSComm.RThreshold(), 6);
         QVERIFY(RunStopped && !PlayActive);
         QVERIFY(!form.Menu("mnuRunPause")->isEnabled());
         QVERIFY(!form.Menu("mnuRunPlay")->isEnabled());   // off without the disassembly window

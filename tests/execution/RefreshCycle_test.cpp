@@ -1,20 +1,11 @@
-// The refresh of the open windows, the auto-refresh tick, and the View
-// entries as the list of open windows.
+// The refresh of the open windows in their order, a board lost in the middle
+// of it, and the View entries as the list of open windows.
 #include <QtTest>
 
 #include "core/TargetState.h"
 #include "support/FakeToolWindow.h"
 #include "support/MainFormFixture.h"
 
-#include <QMdiArea>
-#include <QMdiSubWindow>
-
-namespace {
-void Activate(frmMain& form, QWidget* window)
-{
-    form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(window->parentWidget()));
-}
-}  // namespace
 
 class RefreshCycleTest : public QObject {
     Q_OBJECT
@@ -69,25 +60,6 @@ private slots:
         FakeToolWindow::Log().clear();
         form.Refresh();
         QCOMPARE(FakeToolWindow::Log(), QStringList({"frmDisAsm.mnuRefresh", "frmDisAsm.mnuGoToPCAddress"}));
-    }
-
-    void theTickRefreshesTheActiveWindowOnlyWhileNothingRuns()
-    {
-        MainFormFixture f;
-        PluggedWindows plugged({"frmRegTimer", "frmWatch"});
-        frmMain& form = f.Start();
-        form.LoadWindow("frmWatch");
-        Activate(form, form.LoadWindow("frmRegTimer"));
-        FakeToolWindow::Log().clear();
-        form.tmrRefresh_Timer();
-        QCOMPARE(FakeToolWindow::Log(), QStringList({"frmRegTimer.mnuRefresh"}));
-        for (bool* running : {&BoardRunning, &PlayActive, &AnimateActive}) {
-            *running = true;
-            form.tmrRefresh_Timer();
-            *running = false;
-        }
-        QCOMPARE(FakeToolWindow::Log().size(), 1);
-        QCOMPARE(form.tmrRefresh.interval(), 100);
     }
 
     void theViewEntryIsTheListOfOpenWindows()

@@ -1,14 +1,25 @@
-// The step plans at their edges: the board's code bytes and PC at the top of
-// memory and for a five-byte instruction, the simulator's bytes there, and
-// when the Play loop lets events run.
+// The plain rules under stepping: the step plans at their edges (the board's
+// code bytes and PC at the top of memory and for a five-byte instruction, the
+// simulator's bytes there), the breakpoint table (packed, in order of setting,
+// 32 at most), and when the Play loop lets events run.
 #include <QtTest>
 
 #include "core/TargetState.h"
+#include "execution/Breakpoints.h"
 #include "execution/StepPlan.h"
 #include "platform/TickCount.h"
 
+#include <vector>
+
 using namespace stepping;
 using Code = std::array<std::uint8_t, 4>;
+
+namespace {
+std::vector<std::int32_t> BreakpointList()
+{
+    return {BreakpointTable.begin(), BreakpointTable.begin() + BreakpointCount};
+}
+}  // namespace
 
 class StepPlanTest : public QObject {
     Q_OBJECT
@@ -33,6 +44,27 @@ private slots:
         TargetMemory[0x0001] = 0x99;
         QCOMPARE(SimulatorStepBytes(0xFFFE, 3), (std::array<std::uint8_t, 5>{0xCE, 0x12, 0x34, 0x01, 0x01}));
         QCOMPARE(TargetWord(0xFFFF), 0x1234);
+    }
+
+    void togglingPacksTheTableWhichRefusesTheThirtyThird()
+    {
+        for (int i = 0; i < MaxBreakpoints; ++i)
+            QCOMPARE(ToggleBreakpoint(0xE000 + 2 * i), BreakpointToggle::Added);
+        QCOMPARE(ToggleBreakpoint(0x0100), BreakpointToggle::TableFull);
+        QVERIFY(!AddBreakpoint(0x0100));
+        QVERIFY(!HasBreakpoint(0x0100));
+        // An entry of a full table can still go; set again, it comes last.
+        QCOMPARE(ToggleBreakpoint(0xE002), BreakpointToggle::Removed);
+        QCOMPARE(ToggleBreakpoint(0xE002), BreakpointToggle::Added);
+        QCOMPARE(BreakpointList()[1], 0xE004);
+        QCOMPARE(FindBreakpoint(0xE002), MaxBreakpoints - 1);
+        RemoveBreakpoint(MaxBreakpoints);   // out of range: nothing
+        RemoveBreakpoint(0);
+        std::int32_t address = -1;
+        QVERIFY(TakeLastBreakpoint(address));
+        QCOMPARE(address, 0xE002);
+        QCOMPARE(BreakpointList().front(), 0xE004);
+        QCOMPARE(BreakpointCount, std::int16_t(MaxBreakpoints - 2));
     }
 
     void eventPumpAtMostOncePerInterval()

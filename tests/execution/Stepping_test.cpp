@@ -6,7 +6,6 @@
 #include "core/TargetState.h"
 #include "execution/Breakpoints.h"
 #include "platform/SettingsStore.h"
-#include "platform/TickCount.h"
 #include "support/DoEventsAction.h"
 #include "support/MainFormFixture.h"
 #include "support/ScriptedMonitor.h"
@@ -144,26 +143,6 @@ private slots:
         QCOMPARE(CpuRegisters.PC, 0xE000);
         QCOMPARE(form.PanelText(1), QString("HC11 Board: Ready (Reset)"));
         QVERIFY(form.Menu("mnuViewRegCPU")->isEnabled());
-    }
-
-    void aPlainStepThatTimesOutHasMovedThePc()
-    {
-        MainFormFixture f;
-        ScriptedMonitor board(f);
-        frmMain& form = StartAt2000(f, false);
-        Poke(board.memory, 0x2000, {0x86, 0x42});   // LDAA #$42
-        board.answerSteps = false;
-        CpuRegisters.A = 7;
-        std::uint32_t now = 0;
-        const auto clock = SetTickCountSource([&now] { return now += 50; });   // time-outs pass at once
-        form.mnuRunStepInto_Click();
-        SetTickCountSource(clock);
-        QCOMPARE(f.boxes.boxes.size(), 1);
-        QCOMPARE(f.boxes.boxes[0].text, QString("No Response from M68HC11 Board !"));
-        QCOMPARE(CpuRegisters.PC, 0x2002);
-        QCOMPARE(CpuRegisters.A, 7);
-        QVERIFY(!BoardConnected);
-        QCOMPARE(form.MSComm.RThreshold(), 6);
     }
 
     void aRunWantsOneAckAndPassesTheRestToTheTerminal()

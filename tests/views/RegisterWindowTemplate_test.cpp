@@ -100,9 +100,17 @@ private slots:
 
         ports->mnuAutoRefresh();
         QVERIFY(form.tmrRefresh.isActive());
-        TargetMemory[0x1027] = 0x42;   // a tick refreshes the active window from the target
+        // A tick refreshes the active window from the target, but not while anything runs.
+        TargetMemory[0x1027] = 0x42;
+        for (bool* running : {&BoardRunning, &PlayActive, &AnimateActive}) {
+            *running = true;
+            form.tmrRefresh_Timer();
+            *running = false;
+        }
+        QCOMPARE(ports->Cell(2), QString("$00"));
         form.tmrRefresh_Timer();
         QCOMPARE(ports->Cell(2), QString("$42"));
+        QCOMPARE(form.tmrRefresh.interval(), 100);
 
         // Off while the popup is up, whose Refresh entry is off and Auto Refresh checked,
         // and while the dialog is up; a cancelled dialog writes nothing.
