@@ -35,32 +35,7 @@ int Count(const QString& call)
 class PlayAnimateTest : public QObject {
     Q_OBJECT
 private slots:
-    void playStepsOffTheBreakpointItStandsOnWithTheDisplayFrozen()
-    {
-        MainFormFixture f;
-        frmMain& form = StartOnTheLoop(f, TargetMemory, true);
-        form.tmrRefresh.start();
-        AddBreakpoint(0x2000);
-        bool frozen = false;
-        {
-            DoEventsAction look([&] {
-                if (PlayActive)
-                    frozen = !form.tmrRefresh.isActive() && !form.tmrComm.isActive() &&
-                             form.Menu("mnuRunPause")->isEnabled() && !form.Menu("mnuRunPlay")->isEnabled();
-            });
-            form.mnuRunPlay_Click();
-        }
-        QVERIFY(frozen);
-        QCOMPARE(CpuRegisters.PC, 0x2000);
-        QCOMPARE(CpuRegisters.A, 1);
-        QCOMPARE(form.PanelText(4), QString("Clock= 00000005"));
-        QVERIFY(RunStopped && !PlayActive && !AnimateActive);
-        QVERIFY(!form.Menu("mnuRunPause")->isEnabled());
-        // The timers come back as they were before the run.
-        QVERIFY(form.tmrRefresh.isActive() && form.tmrComm.isActive());
-    }
-
-    void animateRedrawsEverythingAndPlayOnlyTheCpuWindow()
+    void animateRedrawsEverythingAndPlayStepsOffItsBreakpointFrozen()
     {
         MainFormFixture f;
         PluggedWindows plugged({"frmRegCPU", "frmStack"});
@@ -86,11 +61,29 @@ private slots:
         QCOMPARE(Count("frmRegCPU.mnuRefresh"), 3);
         QVERIFY(!AnimateActive && RunStopped);
 
+        // Play from the breakpoint PC stands on: one round, the CPU window alone redrawn.
+        CpuRegisters.PC = 0x2000;
         AddBreakpoint(0x2000);
+        form.tmrRefresh.start();
         FakeToolWindow::Log().clear();
-        form.mnuRunPlay_Click();
+        bool frozen = false;
+        {
+            DoEventsAction look([&] {
+                if (PlayActive)
+                    frozen = !form.tmrRefresh.isActive() && !form.tmrComm.isActive() &&
+                             form.Menu("mnuRunPause")->isEnabled() && !form.Menu("mnuRunPlay")->isEnabled();
+            });
+            form.mnuRunPlay_Click();
+        }
+        QVERIFY(frozen);
+        QCOMPARE(CpuRegisters.PC, 0x2000);
+        QCOMPARE(CpuRegisters.A, 3);
+        QCOMPARE(form.PanelText(4), QString("Clock= 00000012"));
         QCOMPARE(Count("frmStack.mnuRefresh"), 0);
-        QCOMPARE(Count("frmRegCPU.mnuRefresh"), 1);   // one step: BRA back
+        QCOMPARE(Count("frmRegCPU.mnuRefresh"), 2);
+        QVERIFY(RunStopped && !PlayActive && !form.Menu("mnuRunPause")->isEnabled());
+        // The timers come back as they were before the run.
+        QVERIFY(form.tmrRefresh.isActive() && form.tmrComm.isActive());
     }
 
     void aBoardThatStopsAnsweringEndsPlayWithOneMessage()
