@@ -6,11 +6,10 @@
 #include "support/FakeToolWindow.h"
 #include "support/MainFormFixture.h"
 
-
 class RefreshCycleTest : public QObject {
     Q_OBJECT
 private slots:
-    void refreshRunVisitsTheOpenWindowsInOrder()
+    void refreshVisitsTheOpenWindowsInOrderUntilTheBoardIsLost()
     {
         MainFormFixture f;
         PluggedWindows plugged({"frmDisAsm", "frmRegCPU", "frmWatch", "frmRegPIA", "frmMemory", "frmRegAD",
@@ -38,16 +37,8 @@ private slots:
                                                      "frmRegTimer.Redraw", "frmRegPIA.mnuRefresh"}));
         QCOMPARE(RegisterBlock[0], 0x5A);
         QCOMPARE(RegisterBlock[63], 0xA5);
-    }
 
-    void aDeadBoardEndsTheRoundAtTheWindowThatFoundIt()
-    {
-        MainFormFixture f;
-        PluggedWindows plugged({"frmRegCPU", "frmStack", "frmRegPIA", "frmDisAsm"});
-        frmMain& form = f.Start();
-        BoardConnected = true;
-        for (const char* window : {"frmRegCPU", "frmStack", "frmRegPIA", "frmDisAsm"})
-            form.LoadWindow(window);
+        // The window that finds the board gone ends the round.
         FakeToolWindow::OnCall() = [](const QString& call) {
             if (call == "frmRegCPU.mnuRefresh")
                 BoardConnected = false;
