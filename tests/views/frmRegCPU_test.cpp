@@ -81,7 +81,7 @@ QString RightClick(frmMain& form, RegisterWindow* w, const QPoint& at, const cha
 class frmRegCPUTest : public QObject {
     Q_OBJECT
 private slots:
-    void enteredValuesReachTheTargetAndComeBackByTheRefresh()
+    void enteredValuesThePopupAndFormatsInTheSimulator()
     {
         MainFormFixture f;
         frmMain& form = f.Start();
@@ -107,6 +107,46 @@ private slots:
         QCOMPARE(TargetMemory[8], 0xD1);
         QCOMPARE(cpu->Cell(CCR), QString("%SX0I000C"));
         QVERIFY(CpuRegisters.FlagX && CpuRegisters.FlagI);
+
+        // Formats through the popup, and the value column fitted to the cells.
+        const int narrow = cpu->ValueColumnWidth();
+        const QString everything = "Enter Hex Bin Dec Refresh ";
+        QCOMPARE(RightClick(form, cpu, RowPoint(cpu, IX), "mnuPopupViewBin"), everything + "| Hex");
+        QCOMPARE(cpu->Cell(IX), QString("%0101011001111000"));
+        const int wide = cpu->ValueColumnWidth();
+        QVERIFY(wide > narrow);   // exactly wide enough for the cells, so none is cut
+        QVERIFY(wide >= cpu->ListView->fontMetrics().horizontalAdvance("%0101011001111000"));
+        QCOMPARE(RightClick(form, cpu, RowPoint(cpu, IX), "mnuPopupViewDec"), everything + "| Bin");
+        QCOMPARE(cpu->Cell(IX), QString("22136"));
+        QCOMPARE(cpu->ValueColumnWidth(), narrow);
+        QVERIFY(form.Menu("mnuPopupViewAutoRefresh")->isVisible());   // hidden only while up
+
+        // SP takes no value but can be formatted.
+        int dialogs = 0;
+        ModalPlayer player([&](QDialog&) { ++dialogs; });
+        cpu->SelectRow(SP);
+        QTest::keyClick(cpu->ListView, Qt::Key_Return);
+        QTest::mouseDClick(cpu->ListView->viewport(), Qt::LeftButton, {}, RowPoint(cpu, SP));
+        QCOMPARE(RightClick(form, cpu, RowPoint(cpu, SP), "mnuPopupViewDec"), QString("Hex Bin Dec Refresh | Hex"));
+        QCOMPARE(cpu->Cell(SP), QString("255"));
+        // The flag row keeps its letters; its format entries are off, and triggered anyway change nothing.
+        QCOMPARE(RightClick(form, cpu, RowPoint(cpu, CCR), "mnuPopupViewHex"), QString("Enter Refresh | Bin"));
+        QCOMPARE(cpu->Cell(CCR), QString("%SX0I000C"));
+        // Below the rows: no entry but Refresh; the selected row's format is checked.
+        cpu->SelectRow(B);
+        const QPoint below = RowPoint(cpu, CCR) + QPoint(0, 3 * cpu->ListView->visualItemRect(
+                                                                     cpu->ListView->topLevelItem(CCR)).height());
+        QCOMPARE(RightClick(form, cpu, below), QString("Refresh | Hex"));
+        QCOMPARE(cpu->SelectedRow(), int(B));
+
+        // A cleared window takes no value; Refresh Window brings it back.
+        cpu->ClearScreen();
+        QCOMPARE(cpu->ValueColumnWidth(), 0);
+        QTest::mouseDClick(cpu->ListView->viewport(), Qt::LeftButton, {}, RowPoint(cpu, A));
+        QVERIFY(RightClick(form, cpu, RowPoint(cpu, A), "mnuPopupViewRefresh").startsWith("Refresh |"));
+        QCOMPARE(cpu->Cell(A), QString("$BE"));
+        QVERIFY(cpu->ValueColumnWidth() > 0);
+        QCOMPARE(dialogs, 0);
     }
 
     void theWindowShowsWhatTheBoardAnswersNotWhatWasTyped()
@@ -143,52 +183,6 @@ private slots:
         QCOMPARE(Cells(cpu), QStringList(8, QString()));
         QCOMPARE(cpu->ValueColumnWidth(), 0);
         QCOMPARE(board.memory[0], 0x12);
-    }
-
-    void thePopupFormatsAndTheValueColumn()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        TargetMode = SimulatorMode;
-        RegisterWindow* cpu = OpenCpu(form, TargetMemory);
-        const int narrow = cpu->ValueColumnWidth();
-        const QString everything = "Enter Hex Bin Dec Refresh ";
-        QCOMPARE(RightClick(form, cpu, RowPoint(cpu, IX), "mnuPopupViewBin"), everything + "| Hex");
-        QCOMPARE(cpu->Cell(IX), QString("%0101011001111000"));
-        const int wide = cpu->ValueColumnWidth();
-        QVERIFY(wide > narrow);   // exactly wide enough for the cells, so none is cut
-        QVERIFY(wide >= cpu->ListView->fontMetrics().horizontalAdvance("%0101011001111000"));
-        QCOMPARE(RightClick(form, cpu, RowPoint(cpu, IX), "mnuPopupViewDec"), everything + "| Bin");
-        QCOMPARE(cpu->Cell(IX), QString("22136"));
-        QCOMPARE(cpu->ValueColumnWidth(), narrow);
-        QVERIFY(form.Menu("mnuPopupViewAutoRefresh")->isVisible());   // hidden only while up
-
-        // SP takes no value but can be formatted.
-        int dialogs = 0;
-        ModalPlayer player([&](QDialog&) { ++dialogs; });
-        cpu->SelectRow(SP);
-        QTest::keyClick(cpu->ListView, Qt::Key_Return);
-        QTest::mouseDClick(cpu->ListView->viewport(), Qt::LeftButton, {}, RowPoint(cpu, SP));
-        QCOMPARE(RightClick(form, cpu, RowPoint(cpu, SP), "mnuPopupViewDec"), QString("Hex Bin Dec Refresh | Hex"));
-        QCOMPARE(cpu->Cell(SP), QString("255"));
-        // The flag row keeps its letters; its format entries are off, and triggered anyway change nothing.
-        QCOMPARE(RightClick(form, cpu, RowPoint(cpu, CCR), "mnuPopupViewHex"), QString("Enter Refresh | Bin"));
-        QCOMPARE(cpu->Cell(CCR), QString("%SX0I000C"));
-        // Below the rows: no entry but Refresh; the selected row's format is checked.
-        cpu->SelectRow(B);
-        const QPoint below = RowPoint(cpu, CCR) + QPoint(0, 3 * cpu->ListView->visualItemRect(
-                                                                     cpu->ListView->topLevelItem(CCR)).height());
-        QCOMPARE(RightClick(form, cpu, below), QString("Refresh | Hex"));
-        QCOMPARE(cpu->SelectedRow(), int(B));
-
-        // A cleared window takes no value; Refresh Window brings it back.
-        cpu->ClearScreen();
-        QCOMPARE(cpu->ValueColumnWidth(), 0);
-        QTest::mouseDClick(cpu->ListView->viewport(), Qt::LeftButton, {}, RowPoint(cpu, A));
-        QVERIFY(RightClick(form, cpu, RowPoint(cpu, A), "mnuPopupViewRefresh").startsWith("Refresh |"));
-        QCOMPARE(cpu->Cell(A), QString("$12"));
-        QVERIFY(cpu->ValueColumnWidth() > 0);
-        QCOMPARE(dialogs, 0);
     }
 };
 
