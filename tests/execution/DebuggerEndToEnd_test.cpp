@@ -201,11 +201,6 @@ private:
         // Run to the cursor: a breakpoint on the current row for one Play.
         const int spinRow = RowOf(w, 0x2011);
         w->Label_Click(static_cast<std::int16_t>(spinRow));
-        // With ORVANE_SCREENSHOT set to a folder the simulator's pass saves the
-        // main window there (run under a real display for its fonts).
-        const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
-        if (!folder.isEmpty() && TargetMode == SimulatorMode)
-            QVERIFY(form.grab().save(QDir(folder).filePath("disassembler-stepping.png")));
         w->Label_DblClick(static_cast<std::int16_t>(doneRow));   // the old breakpoint goes
         QCOMPARE(LookOf(w, spinRow), Look::Current);
         form.Menu("mnuRunRunTo")->trigger();
