@@ -197,6 +197,14 @@ private:
         CheckPcRow(w, Look::Current);
         QCOMPARE(LookOf(w, doneRow), Look::Breakpoint);
         Snap(stops, "animate paused", form);
+        // With ORVANE_SCREENSHOT set to a folder, the simulator's pass saves the
+        // window here: current row, breakpoint row, bold PC row (run under a
+        // real display for its fonts).
+        const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
+        if (!folder.isEmpty() && TargetMode == SimulatorMode) {
+            w->Label_Click(static_cast<std::int16_t>(RowOf(w, 0x2011)));
+            QVERIFY(form.grab().save(QDir(folder).filePath("disassembler-stepping.png")));
+        }
 
         // Run to the cursor: a breakpoint on the current row for one Play.
         const int spinRow = RowOf(w, 0x2011);
