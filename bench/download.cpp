@@ -63,6 +63,7 @@ public:
         Received += bytes.size();
         return bytes;
     }
+    void WaitForInput(std::chrono::milliseconds most) override { port_.WaitForInput(most); }
     void Write(const QByteArray& bytes) override
     {
         Sent += bytes.size();

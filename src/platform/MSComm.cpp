@@ -160,6 +160,14 @@ QByteArray MSComm::Input()
     return bytes;
 }
 
+void MSComm::WaitForInput(std::chrono::milliseconds most)
+{
+    if (device_)
+        device_->WaitForInput(most);
+    else
+        std::this_thread::sleep_for(most);
+}
+
 void MSComm::Output(const QByteArray& bytes)
 {
     if (device_)

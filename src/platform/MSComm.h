@@ -49,6 +49,8 @@ public:
 
     QByteArray Input();
     void Output(const QByteArray& bytes);
+    // Returns once bytes have arrived, or after at most the given time.
+    void WaitForInput(std::chrono::milliseconds most);
 
     // What raised the last OnComm: comEvReceive or comEvCTS.
     int CommEvent() const { return commEvent_; }

@@ -60,6 +60,15 @@ QByteArray QtSerialDevice::ReadAvailable()
     return port_.readAll();
 }
 
+void QtSerialDevice::WaitForInput(std::chrono::milliseconds most)
+{
+    if (!port_.isOpen() || lost_)
+        return;
+    // Wakes as soon as the driver has bytes; what it reads waits in the port.
+    if (!port_.waitForReadyRead(static_cast<int>(most.count())) && port_.error() == QSerialPort::TimeoutError)
+        port_.clearError();
+}
+
 void QtSerialDevice::Write(const QByteArray& bytes)
 {
     if (!port_.isOpen() || lost_)

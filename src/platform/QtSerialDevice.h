@@ -12,6 +12,7 @@ public:
     bool Open(QString& error) override;
     void Close() override;
     QByteArray ReadAvailable() override;
+    void WaitForInput(std::chrono::milliseconds most) override;
     void Write(const QByteArray& bytes) override;
     std::optional<bool> Cts() override;
 

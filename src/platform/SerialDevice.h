@@ -4,9 +4,11 @@
 
 #include <QByteArray>
 #include <QString>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <thread>
 
 class SerialDevice {
 public:
@@ -19,6 +21,9 @@ public:
 
     // The bytes that have arrived by now, without waiting for more.
     virtual QByteArray ReadAvailable() = 0;
+    // Waits until bytes arrive, for at most the given time; a line that
+    // cannot be waited on just lets the time pass.
+    virtual void WaitForInput(std::chrono::milliseconds most) { std::this_thread::sleep_for(most); }
     // Hands the bytes to the line at once, not at the next event-loop pass.
     virtual void Write(const QByteArray& bytes) = 0;
 

@@ -6,12 +6,12 @@
 #include "target/MonitorFrames.h"
 
 #include <chrono>
-#include <thread>
 
 namespace {
-// A 258-byte reply takes 67 ms on the wire; a short pause between polls keeps
-// the poll off the processor without adding to the round trip.
-constexpr std::chrono::microseconds PollPause{200};
+// Between polls the exchange waits on the line, which wakes it as soon as the
+// reply's bytes come, so the wait costs the round trip nothing; events still
+// get their turn at least once a millisecond.
+constexpr std::chrono::milliseconds PollWait{1};
 
 bool ReplyValid(const QByteArray& reply, ReplyCheck check)
 {
@@ -38,7 +38,7 @@ ExchangeResult RunExchange(MSComm& comm, const QByteArray& frame, const Exchange
             if (abandoned && abandoned())
                 return ExchangeResult::Abandoned;
         }
-        std::this_thread::sleep_for(PollPause);
+        comm.WaitForInput(PollWait);
     }
     reply = comm.Input();
     // Bytes that slipped in behind the count make the reply too long.

@@ -80,6 +80,9 @@ public:
         return out;
     }
 
+    // Scripted replies come at once or by the test's clock: nothing to wait for.
+    void WaitForInput(std::chrono::milliseconds) override {}
+
     void Write(const QByteArray& bytes) override
     {
         state_->written += bytes;
