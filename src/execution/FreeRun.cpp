@@ -9,7 +9,6 @@
 
 #include <QAction>
 #include <chrono>
-#include <thread>
 
 namespace {
 constexpr int PauseButton = 26;
@@ -33,7 +32,7 @@ void frmMain::RunHC11()
         // The acknowledgement is one byte; no events may run meanwhile.
         const std::uint32_t start = GetTickCount();
         while (MSComm.InBufferCount() < 1 && GetTickCount() - start < exchange_timeout::Write)
-            std::this_thread::sleep_for(std::chrono::microseconds(200));
+            MSComm.WaitForInput(std::chrono::milliseconds(1));
         QByteArray answer;
         if (MSComm.InBufferCount() >= 1) {
             // Only the ACK: what stands behind it may be the program's first output.
