@@ -149,6 +149,29 @@ private slots:
         QCOMPARE(dialogs, 0);
     }
 
+    void duringPlayTheCellsFollowAtEachEventPass()
+    {
+        MainFormFixture f;
+        frmMain& form = f.Start();
+        TargetMode = SimulatorMode;
+        RegisterWindow* cpu = OpenCpu(form, TargetMemory);
+        // LDAA #$42, INCA, then a breakpoint on the NOP.
+        const std::uint8_t program[] = {0x86, 0x42, 0x4C, 0x01};
+        std::copy(std::begin(program), std::end(program), TargetMemory.begin() + 0x2000);
+        CpuRegisters.PC = 0x2000;
+        BreakpointTable[0] = 0x2003;
+        BreakpointCount = 1;
+        form.mnuRunPlay_Click();
+        QCOMPARE(CpuRegisters.PC, 0x2003);
+        QCoreApplication::processEvents();
+        QCOMPARE(cpu->Cell(A), QString("$43"));
+        QCOMPARE(cpu->Cell(PC), QString("$2003"));
+        // Outside Play a redraw is written at once.
+        TargetMemory[0] = 0x99;
+        cpu->mnuRefresh();
+        QCOMPARE(cpu->Cell(A), QString("$99"));
+    }
+
     void theWindowShowsWhatTheBoardAnswersNotWhatWasTyped()
     {
         MainFormFixture f;
