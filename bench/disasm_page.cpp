@@ -1,18 +1,16 @@
 // The disassembly page: how long one redraw of the open window takes (what
 // Animate and every single step pay), and the decode alone, in simulator
 // mode with the code column on.
-#include <QApplication>
 #include <QElapsedTimer>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QTemporaryDir>
 #include <QAction>
 #include <cstdio>
 
+#include "HeadlessApp.h"
 #include "code/DisAsmPage.h"
 #include "code/frmDisAsm.h"
 #include "core/TargetState.h"
-#include "platform/SettingsStore.h"
 #include "workspace/frmMain.h"
 
 namespace {
@@ -28,10 +26,7 @@ void LoadProgram()
 
 int main(int argc, char* argv[])
 {
-    qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
-    QApplication app(argc, argv);
-    QTemporaryDir store;
-    SetSettingsFolder(store.path());
+    HeadlessApp app(argc, argv);
     frmMain window;
     window.MDIForm_Load();
     window.show();

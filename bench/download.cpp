@@ -4,13 +4,13 @@
 // of every byte that crossed the line in both directions at 38400 bit/s
 // (the host's frames and the monitor's answers), and, since the
 // pseudo-terminal carries the host's bytes at once, against the answers alone.
-#include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <cstdio>
 
+#include "HeadlessApp.h"
 #include "core/TargetState.h"
 #include "platform/MsgBox.h"
 #include "platform/QtSerialDevice.h"
@@ -145,10 +145,8 @@ void Print(const char* name, double value, const char* unit)
 
 int main(int argc, char* argv[])
 {
-    qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
-    QApplication app(argc, argv);
-    QTemporaryDir store, work;
-    SetSettingsFolder(store.path());
+    HeadlessApp app(argc, argv);
+    QTemporaryDir work;
     int failures = 0;
     SetMsgBoxHandler([&failures](const QString& text, int, const QString&) {
         std::fprintf(stderr, "%s\n", qPrintable(text));

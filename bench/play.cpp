@@ -3,13 +3,12 @@
 // (straight-line code, a taken branch, a call and a return each round), with
 // Pause from a timer after two seconds. Once with no tool window open, once
 // with the CPU window, which follows every step.
-#include <QApplication>
 #include <QElapsedTimer>
-#include <QTemporaryDir>
 #include <QTimer>
 #include <cstdio>
 #include <vector>
 
+#include "HeadlessApp.h"
 #include "core/TargetState.h"
 #include "platform/SettingsStore.h"
 #include "workspace/frmMain.h"
@@ -50,10 +49,7 @@ double PlayRealtime(frmMain& window)
 
 int main(int argc, char* argv[])
 {
-    qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
-    QApplication app(argc, argv);
-    QTemporaryDir store;
-    SetSettingsFolder(store.path());
+    HeadlessApp app(argc, argv);
     SaveSetting("Settings", "SimEnabled", "True");
     frmMain window;
     window.MDIForm_Load();

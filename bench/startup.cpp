@@ -1,21 +1,16 @@
 // Time from process start-up code to a shown, exposed main window.
-#include <QApplication>
 #include <QElapsedTimer>
-#include <QTemporaryDir>
 #include <QWindow>
 #include <cstdio>
 
-#include "platform/SettingsStore.h"
+#include "HeadlessApp.h"
 #include "workspace/frmMain.h"
 
 int main(int argc, char* argv[])
 {
-    qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
     QElapsedTimer clock;
     clock.start();
-    QApplication app(argc, argv);
-    QTemporaryDir store;   // a first start: an empty settings store
-    SetSettingsFolder(store.path());
+    HeadlessApp app(argc, argv);
     frmMain window;
     window.MDIForm_Load();
     window.show();

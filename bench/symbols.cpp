@@ -1,15 +1,13 @@
 // Time to load the symbols of a 30,000-line listing through the File menu's
 // road (file, column reader, the event pump after every line, panel 3).
-#include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QTemporaryDir>
 #include <algorithm>
 #include <cstdio>
 #include <vector>
 
+#include "HeadlessApp.h"
 #include "code/SymbolTable.h"
-#include "platform/SettingsStore.h"
 #include "source/SourceRecords.h"
 #include "workspace/frmMain.h"
 
@@ -52,10 +50,8 @@ QByteArray GeneratedListing(int lines)
 
 int main(int argc, char* argv[])
 {
-    qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
-    QApplication app(argc, argv);
-    QTemporaryDir folder;
-    SetSettingsFolder(folder.path());
+    HeadlessApp app(argc, argv);
+    const QDir folder(app.StorePath());
     frmMain window;
 
     const QString path = folder.filePath(QStringLiteral("bench.lst"));

@@ -2,16 +2,14 @@
 // a 256-byte read (InProgram) and a step ("S"), with the board answering at
 // once and at the wire's pace, beside the time the reply takes on a 38400
 // bit/s line. The difference is the host's own overhead.
-#include <QApplication>
 #include <QElapsedTimer>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <cstdio>
 
+#include "HeadlessApp.h"
 #include "core/TargetState.h"
 #include "platform/MsgBox.h"
 #include "platform/QtSerialDevice.h"
-#include "platform/SettingsStore.h"
 #include "target/MonitorFrames.h"
 #include "workspace/frmMain.h"
 
@@ -71,10 +69,7 @@ void Print(const char* name, double value, const char* unit)
 
 int main(int argc, char* argv[])
 {
-    qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
-    QApplication app(argc, argv);
-    QTemporaryDir store;
-    SetSettingsFolder(store.path());
+    HeadlessApp app(argc, argv);
     int failures = 0;
     SetMsgBoxHandler([&failures](const QString&, int, const QString&) {
         ++failures;
