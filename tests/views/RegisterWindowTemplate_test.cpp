@@ -1,10 +1,8 @@
-// The template as a block window uses it (a table of rows over RegisterBlock,
-// with auto refresh): a 16-bit row written high byte first in one write, and
-// the auto-refresh timer across the popup, the dialog, activation and a lost link.
+// The template as a block window uses it: a 16-bit row written in one write,
+// and the auto-refresh timer across the dialog, activation and a lost link.
 #include <QtTest>
 
 #include "core/TargetState.h"
-#include "platform/PopupMenu.h"
 #include "platform/TickCount.h"
 #include "support/MainFormFixture.h"
 #include "support/ModalPlayer.h"
@@ -14,7 +12,6 @@
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QMenu>
 #include <QTreeWidget>
 
 namespace {
@@ -55,7 +52,7 @@ private slots:
         QCOMPARE(ports->Cell(0), QString("$1234"));
         QCOMPARE(ports->Cell(1), QString("%10000001"));
 
-        // One write of two bytes, high byte first, then one read of the block serves the redraw.
+        // One write, high byte first, then one read of the block for the redraw.
         board.frames.clear();
         {
             ModalPlayer player([&](QDialog& dialog) { TypeAndPressOK(dialog, "Text", "$BEEF"); });
@@ -83,17 +80,8 @@ private slots:
         form.tmrRefresh_Timer();
         QCOMPARE(ports->Cell(2), QString("$42"));
 
-        // Off while the popup is up, whose Refresh entry is off and Auto Refresh checked,
-        // and while the dialog is up; a cancelled dialog writes nothing.
-        bool popupAsExpected = false, timerDuringDialog = true;
-        PopupMenuHandler previous = SetPopupMenuHandler([&](QMenu*) {
-            popupAsExpected = !form.tmrRefresh.isActive() && !form.Menu("mnuPopupViewRefresh")->isEnabled() &&
-                              form.Menu("mnuPopupViewAutoRefresh")->isChecked();
-        });
-        ports->ListView_RightButton(ports->ListView->visualItemRect(ports->ListView->topLevelItem(2)).center());
-        SetPopupMenuHandler(previous);
-        QVERIFY(popupAsExpected);
-        QVERIFY(form.tmrRefresh.isActive());
+        // Off while the dialog is up; a cancelled dialog writes nothing.
+        bool timerDuringDialog = true;
         {
             ModalPlayer player([&](QDialog&) { timerDuringDialog = form.tmrRefresh.isActive(); });
             ports->SelectRow(2);
@@ -103,13 +91,12 @@ private slots:
         QCOMPARE(board.Count('W'), 1);
         QVERIFY(form.tmrRefresh.isActive());
 
-        // Another child window stops it; coming back starts it.
         Activate(form, cpu);
         QVERIFY(!form.tmrRefresh.isActive());
         Activate(form, ports);
         QVERIFY(form.tmrRefresh.isActive());
 
-        // A lost link clears the window and ends auto refresh; the user has to turn it on again.
+        // A lost link clears the window and ends auto refresh for good.
         std::uint32_t now = 0;
         const auto clock = SetTickCountSource([&] { return now += 50; });
         board.silent = true;
