@@ -1,7 +1,8 @@
-// Download in simulator mode: skipped and refused records, Cancel, and the
-// file closed on every way out.
+// Download in simulator mode: the line reader, skipped and refused records,
+// Cancel, and the file closed on every way out.
 #include <QtTest>
 
+#include "code/S1Record.h"
 #include "code/frmDownload.h"
 #include "core/TargetState.h"
 #include "platform/SettingsStore.h"
@@ -75,6 +76,29 @@ struct Session {
 class DownloadTest : public QObject {
     Q_OBJECT
 private slots:
+    void linesAreReadByFixedColumns()
+    {
+        using Kind = S1Record::Kind;
+        // 13 + 7A + F0 + 0A + 0A + 0D + 61 = $1FF: one's complement (two's would need $62).
+        // Lower case and stray characters add nothing to a field; missing digits read as nothing.
+        const std::tuple<QByteArray, Kind, int, std::vector<std::uint8_t>> rows[] = {
+            {"S1137AF00A0A0D0000000000000000000000000061\r\n", Kind::Good, 0x7AF0,
+             {0x0A, 0x0A, 0x0D, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}},
+            {"S1040010EB00;x", Kind::Good, 0x10, {0xEB}},       {"S1040010EB01", Kind::BadChecksum, 0x10, {0xEB}},
+            {"S1040010eb00", Kind::BadChecksum, 0x10, {0}},     {"S1040010E?00", Kind::BadChecksum, 0x10, {0x0E}},
+            {"S1040010EB0x", Kind::Good, 0x10, {0xEB}},         {"S1040010EB", Kind::Good, 0x10, {0xEB}},
+            {"S1060010E", Kind::BadChecksum, 0x10, {0x0E, 0, 0}}, {"S1030000FC", Kind::NoData, 0, {}},
+            {"S1", Kind::NoData, 0, {}},                        {"S1\xFF\x01", Kind::NoData, 0, {}},
+            {"S9030000FC", Kind::NotARecord, 0, {}},            {"s1040010EB00", Kind::NotARecord, 0, {}},
+            {"", Kind::NotARecord, 0, {}},                      {" S1040010EB00", Kind::NotARecord, 0, {}}};
+        for (const auto& [line, kind, address, data] : rows) {
+            const S1Record record = ReadS1Line(line);
+            QVERIFY2(record.kind == kind && int(record.Address) == address && record.Data == data, line.constData());
+        }
+        QCOMPARE(DownloadProgress(299, 300), 99);   // 100 only at the end
+        QCOMPARE(DownloadProgress(qint64(3) << 30, qint64(4) << 30), 75);   // no 32-bit overflow
+    }
+
     void goodRunErasesTheFlashAndBringsTheWindowsUp()
     {
         Session s(S1(0xE000, {0x8E, 0x00, 0xFF}) + S1(0xFFFE, {0xE0, 0x00}));   // the last ends at $FFFF

@@ -101,13 +101,8 @@ private slots:
         QCOMPARE(LookOf(w, 2), Look::Breakpoint);
     }
 
-    void pcAndGoToMoveThePage()
+    void goToMovesThePageNotPC()
     {
-        CpuRegisters.PC = 0xE00B;
-        w->mnuGoToPCAddress();
-        QCOMPARE(w->TopAddress, 0xE003);   // on the page: only the row moves
-        QCOMPARE(w->CurRow, std::int16_t(5));
-        QVERIFY(w->RowBold(5) && !w->RowBold(1));
         CpuRegisters.PC = 0xE100;
         w->mnuGoToPCAddress();
         QCOMPARE(w->TopAddress, 0xE100);

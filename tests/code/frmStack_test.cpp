@@ -1,12 +1,14 @@
 #include <QtTest>
 
 #include "code/frmAddress.h"
+#include "code/SymbolTable.h"
 #include "code/frmStack.h"
 #include "core/TargetState.h"
 #include "platform/TickCount.h"
 #include "support/MainFormFixture.h"
 #include "support/ModalPlayer.h"
 #include "support/ScriptedMonitor.h"
+#include "views/EntryFields.h"
 
 #include <QLabel>
 #include <QMdiArea>
@@ -99,6 +101,34 @@ private slots:
         QTest::keyClick(stack, Qt::Key_PageUp);
         QCOMPARE(StackViewAddress, 0xFFF1);
         QCOMPARE(Text(20), QString(" $0004:   $04"));
+    }
+
+    void theAddressDialogTakesNumbersBeforeSymbolsAndRefusesBadText()
+    {
+        SymbolTable = {{0x0010, 0, {}, "START", ""}, {0x2000, 0, {}, "start", ""},   // lower case: never found
+                       {0x5555, 0, {}, "1234", ""}};   // reads as a number: never looked up
+        SymbolCount = 3;
+        QCOMPARE(AddressFromText("1234"), 1234);
+        QCOMPARE(AddressFromText("NOWHERE"), -1);
+        QList<bool> openAfter;
+        ModalPlayer player([&](QDialog& dialog) {
+            auto* box = dialog.findChild<QLineEdit*>("txtAdr");
+            for (const char* text : {"", "$10000"}) {
+                TypeAndPressOK(dialog, "txtAdr", text);
+                openAfter << dialog.isVisible() << box->text().isEmpty();
+            }
+            QTest::keyClicks(box, "Start");
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        stack->mnuGoToAddress();
+        QCOMPARE(openAfter, QList<bool>(4, true));
+        QCOMPARE(f->boxes.boxes.size(), 1);
+        QCOMPARE(f->boxes.boxes[0].text, QString("Invalid Address !"));
+        QCOMPARE(Text(1), QString(" $0010:   $10"));
+        ModalPlayer escape([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+        stack->mnuGoToAddress();
+        QCOMPARE(Text(1), QString(" $0010:   $10"));
+        QVERIFY(!EntryAccepted);
     }
 
     void aFailedReadEmptiesTheWindowAndKeepsTheViewAddress()
