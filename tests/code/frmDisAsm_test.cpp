@@ -124,10 +124,6 @@ private slots:
         QCOMPARE(w->TopAddress, 0xE003);
         QCOMPARE(w->CurRow, std::int16_t(4));
         QCOMPARE(LookOf(w, 4), Look::Current);
-        QTest::keyClick(w, Qt::Key_PageDown);
-        QCOMPARE(w->TopAddress, 0xE008);
-        QTest::keyClick(w, Qt::Key_PageUp);
-        QCOMPARE(w->TopAddress, 0xE003);
         SetRows(2);
 
         for (std::int32_t a = 0xFFF0; a <= 0xFFFF; ++a)
