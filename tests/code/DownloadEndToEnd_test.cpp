@@ -1,11 +1,6 @@
-// Download from end to end on the real windows, once in simulator mode and
-// once through the real serial control to hc11board on a pseudo-terminal: an
-// assembled program lands in target memory (the board's flash, erased
-// first), PC takes the reset vector, the breakpoints go, the CPU, stack and
-// disassembly windows open; then a register typed into the CPU window and a
-// byte typed into the stack window reach the target and the windows show what
-// it answers. With ORVANE_SCREENSHOT set to a folder, the main window after
-// the simulated download is saved there as download.png.
+// Download from end to end on the real windows, in simulator mode and on
+// hc11board, then a register and a stack byte typed in reach the target.
+// With ORVANE_SCREENSHOT set to a folder, download.png is saved there.
 #include <QtTest>
 
 #include "code/frmDisAsm.h"

@@ -83,10 +83,8 @@ private slots:
         using Row = std::tuple<std::int32_t, QList<int>, bool, std::int32_t, QList<bool>>;
         const Row rows[] = {{0x1000, {0x8D, 0x10}, false, 0x1002, {false, true, false}},         // BSR stepped over
                             {0x1000, {0x8D, 0x10}, true, 0x1012, {false, true, false}},          // BSR followed
-                            {0x1000, {0x9D, 0x12}, true, 0x0012, {false, true, false}},          // JSR $12
                             {0x1000, {0xBD, 0x12, 0x34}, false, 0x1003, {false, true, false}},   // JSR $1234
                             {0x1000, {0x6E, 0xFF}, false, 0x00FE, {true, false, false}},         // JMP $FF,X wraps
-                            {0x1000, {0x18, 0xAD, 0xFF}, true, 0x00FE, {false, true, false}},    // JSR $FF,Y
                             {0x1000, {0x39}, false, 0x1234, {false, false, true}},               // RTS
                             {0x1000, {0x3B}, false, 0xE123, {false, false, false}},              // RTI
                             {0xFFFE, {0x20, 0xFE}, false, 0xFFFE, {true, false, false}},   // BRA to itself at the top

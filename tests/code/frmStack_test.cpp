@@ -1,15 +1,14 @@
-// The stack window on a scripted board: the bold SP row and the blue current
-// row as the rows' state, a byte entered on the target and shown by the
-// refresh, go-to-address with its wrap, the keys, and a failed read.
 #include <QtTest>
 
 #include "code/frmAddress.h"
+#include "code/SymbolTable.h"
 #include "code/frmStack.h"
 #include "core/TargetState.h"
 #include "platform/TickCount.h"
 #include "support/MainFormFixture.h"
 #include "support/ModalPlayer.h"
 #include "support/ScriptedMonitor.h"
+#include "views/EntryFields.h"
 
 #include <QLabel>
 #include <QMdiArea>
@@ -26,7 +25,6 @@ class frmStackTest : public QObject {
     QString Text(int row) const { return stack->Label[row]->text(); }
 
 private slots:
-    // A pattern in the board's memory, SP at $00FF, the window open with 20 rows showing SP.
     void init()
     {
         f = std::make_unique<MainFormFixture>();
@@ -49,20 +47,14 @@ private slots:
         board.reset();
     }
 
-    void spIsBoldOnTheLastRowAndAVisibleSPDoesNotMoveTheView()
+    void aVisibleSPDoesNotMoveTheView()
     {
         QCOMPARE(StackViewAddress, 0x00EC);
-        QCOMPARE(Text(1), QString(" $00EC:   $EC"));
-        QCOMPARE(Text(20), QString(" $00FF:   $FF"));
-        QCOMPARE(int(stack->CurRow), 20);
-        QVERIFY(IsBold(20) && !IsBold(19) && IsBlue(20) && !IsBlue(19));
-
         CpuRegisters.SP = 0x00F0;
         stack->mnuGoToSPAddress();
         QCOMPARE(StackViewAddress, 0x00EC);
         QCOMPARE(int(stack->CurRow), 5);
         QVERIFY(IsBold(5) && !IsBold(20) && IsBlue(5) && !IsBlue(20));
-        // Another window in front takes the highlight, not the current row.
         QWidget* cpu = f->form->LoadWindow("frmRegCPU");
         f->form->mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(cpu->parentWidget()));
         QVERIFY(!IsBlue(5));
@@ -104,19 +96,39 @@ private slots:
         QTest::keyClick(stack, Qt::Key_Up);   // at row 1 the view moves
         QCOMPARE(StackViewAddress, 0xFFFE);
         QCOMPARE(Text(1), QString(" $FFFE:   $01"));
-
         StackViewAddress = 0x0005;
         stack->mnuRefresh();
         QTest::keyClick(stack, Qt::Key_PageUp);
         QCOMPARE(StackViewAddress, 0xFFF1);
         QCOMPARE(Text(20), QString(" $0004:   $04"));
-        QTest::keyClick(stack, Qt::Key_PageDown);
-        QCOMPARE(StackViewAddress, 0x0005);
-        std::int16_t last = 20;   // Down on the last visible row moves the view by one
-        stack->SetCurRow(last);
-        QTest::keyClick(stack, Qt::Key_Down);
-        QCOMPARE(StackViewAddress, 0x0006);
-        QCOMPARE(int(stack->CurRow), 20);
+    }
+
+    void theAddressDialogTakesNumbersBeforeSymbolsAndRefusesBadText()
+    {
+        SymbolTable = {{0x0010, 0, {}, "START", ""}, {0x2000, 0, {}, "start", ""},   // lower case: never found
+                       {0x5555, 0, {}, "1234", ""}};   // reads as a number: never looked up
+        SymbolCount = 3;
+        QCOMPARE(AddressFromText("1234"), 1234);
+        QCOMPARE(AddressFromText("NOWHERE"), -1);
+        QList<bool> openAfter;
+        ModalPlayer player([&](QDialog& dialog) {
+            auto* box = dialog.findChild<QLineEdit*>("txtAdr");
+            for (const char* text : {"", "$10000"}) {
+                TypeAndPressOK(dialog, "txtAdr", text);
+                openAfter << dialog.isVisible() << box->text().isEmpty();
+            }
+            QTest::keyClicks(box, "Start");
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        stack->mnuGoToAddress();
+        QCOMPARE(openAfter, QList<bool>(4, true));
+        QCOMPARE(f->boxes.boxes.size(), 1);
+        QCOMPARE(f->boxes.boxes[0].text, QString("Invalid Address !"));
+        QCOMPARE(Text(1), QString(" $0010:   $10"));
+        ModalPlayer escape([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+        stack->mnuGoToAddress();
+        QCOMPARE(Text(1), QString(" $0010:   $10"));
+        QVERIFY(!EntryAccepted);
     }
 
     void aFailedReadEmptiesTheWindowAndKeepsTheViewAddress()
@@ -131,8 +143,7 @@ private slots:
         QCOMPARE(Text(1), QString());
         QCOMPARE(StackViewAddress, 0x0100);
         QVERIFY(!stack->PageBusy);
-        // Keys and clicks do nothing while the window is empty.
-        board->frames.clear();
+        board->frames.clear();   // keys and clicks do nothing while the window is empty
         QTest::keyClick(stack, Qt::Key_PageDown);
         QTest::mouseClick(stack->Label[3], Qt::LeftButton);
         QVERIFY(board->frames.isEmpty());

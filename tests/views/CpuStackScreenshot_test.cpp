@@ -1,8 +1,5 @@
-// The CPU and stack windows at their default places after a small program has
-// been loaded into the simulator: every register row and its whole value fit,
-// and the stack window shows SP bold on its last visible row, with the pushed
-// bytes below it. With ORVANE_SCREENSHOT set to a folder, the main window is
-// saved there as cpu-stack.png (run under a real display for its fonts).
+// The CPU and stack windows at their default places after a load into the
+// simulator. With ORVANE_SCREENSHOT set to a folder, cpu-stack.png is saved there.
 #include <QtTest>
 
 #include "code/frmStack.h"

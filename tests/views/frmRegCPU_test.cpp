@@ -1,7 +1,5 @@
-// The CPU register window in simulator mode and on a scripted board: the save
-// area and the host's PC, values entered through the value dialog and shown
-// as the target answers, the read-only SP and the flag row, formats and the
-// fitted value column, the states of the shared popup, and a failed write.
+// The CPU register window in simulator mode and on a scripted board, and the
+// register window template as a block window uses it.
 #include <QtTest>
 
 #include "core/TargetState.h"
@@ -11,8 +9,11 @@
 #include "support/ModalPlayer.h"
 #include "support/ScriptedMonitor.h"
 #include "views/RegisterWindow.h"
+#include "workspace/ToolWindows.h"
 
 #include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenu>
 #include <QTreeWidget>
 
@@ -55,8 +56,7 @@ QPoint RowPoint(const RegisterWindow* w, int row)
     return w->ListView->visualItemRect(w->ListView->topLevelItem(row)).center();
 }
 
-// Right-clicks the list and returns the popup as it stands while up: its
-// enabled (and visible) entries, then the checked format.
+// The popup while up: its enabled, visible entries, then the checked format.
 QString RightClick(frmMain& form, RegisterWindow* w, const QPoint& at, const char* trigger = nullptr)
 {
     QString state;
@@ -75,6 +75,26 @@ QString RightClick(frmMain& form, RegisterWindow* w, const QPoint& at, const cha
     QTest::mouseClick(w->ListView->viewport(), Qt::RightButton, {}, at);
     SetPopupMenuHandler(previous);
     return state;
+}
+
+const RegisterRow PortRows[] = {
+    {.name = "TOC1", .address = 0x1016, .isWord = true},
+    {.name = "PORTE", .address = 0x100A, .format = '%', .readOnly = true},
+    {.name = "PACNT", .address = 0x1027},
+};
+const RegisterWindowKind PortsKind = {
+    "Port Registers", "RegPorts", "mnuViewRegPorts", PortRows, true, &ReadRegisterBlockSource, &RegisterBlockValue,
+};
+// The window under test in the place of the port window.
+struct PluggedPorts {
+    toolwindows::Factory previous =
+        toolwindows::SetFactory("frmRegPorts", [](frmMain&) -> QWidget* { return new RegisterWindow(PortsKind); });
+    ~PluggedPorts() { toolwindows::SetFactory("frmRegPorts", previous); }
+};
+
+void Activate(frmMain& form, QWidget* window)
+{
+    form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(window->parentWidget()));
 }
 }  // namespace
 
@@ -96,9 +116,25 @@ private slots:
         QCOMPARE(cpu->Cell(B), QString("$EF"));
         EnterValue(cpu, IY, "65535");
         QCOMPARE(cpu->Cell(IY), QString("$FFFF"));
-        EnterValue(cpu, B, "256");   // refused by the dialog: nothing is written
-        QCOMPARE(f.boxes.boxes.size(), 1);
-        QCOMPARE(TargetMemory[1], 0xEF);
+        {   // the first key replaces the value; empty text is passed over, a refused number told and cleared
+            QStringList seen;
+            ModalPlayer player([&](QDialog& dialog) {
+                auto* box = dialog.findChild<QLineEdit*>("Text");
+                seen << box->selectedText();
+                for (const char* text : {"", "256"}) {
+                    TypeAndPressOK(dialog, "Text", text);
+                    seen << (dialog.isVisible() ? box->text() : "closed");
+                }
+                dialog.findChild<QPushButton*>("cmdCancel")->click();
+            });
+            cpu->SelectRow(B);
+            QTest::keyClick(cpu->ListView, Qt::Key_Return);
+            QCOMPARE(seen, (QStringList{"$EF", "", ""}));
+            QCOMPARE(f.boxes.boxes.size(), 1);
+            QCOMPARE(f.boxes.boxes[0].text, QString("Invalid Number !"));
+            QCOMPARE(f.boxes.boxes[0].caption, QString("Orvane - Enter Value"));
+            QCOMPARE(TargetMemory[1], 0xEF);
+        }
 
         // The flag row offers plain binary and takes any notation; InCPU splits the flags again.
         TargetMemory[8] = 0;
@@ -119,7 +155,6 @@ private slots:
         QCOMPARE(RightClick(form, cpu, RowPoint(cpu, IX), "mnuPopupViewDec"), everything + "| Bin");
         QCOMPARE(cpu->Cell(IX), QString("22136"));
         QCOMPARE(cpu->ValueColumnWidth(), narrow);
-        QVERIFY(form.Menu("mnuPopupViewAutoRefresh")->isVisible());   // hidden only while up
 
         // SP takes no value but can be formatted.
         int dialogs = 0;
@@ -139,13 +174,6 @@ private slots:
         QCOMPARE(RightClick(form, cpu, below), QString("Refresh | Hex"));
         QCOMPARE(cpu->SelectedRow(), int(B));
 
-        // A cleared window takes no value; Refresh Window brings it back.
-        cpu->ClearScreen();
-        QCOMPARE(cpu->ValueColumnWidth(), 0);
-        QTest::mouseDClick(cpu->ListView->viewport(), Qt::LeftButton, {}, RowPoint(cpu, A));
-        QVERIFY(RightClick(form, cpu, RowPoint(cpu, A), "mnuPopupViewRefresh").startsWith("Refresh |"));
-        QCOMPARE(cpu->Cell(A), QString("$BE"));
-        QVERIFY(cpu->ValueColumnWidth() > 0);
         QCOMPARE(dialogs, 0);
     }
 
@@ -166,8 +194,7 @@ private slots:
         QCoreApplication::processEvents();
         QCOMPARE(cpu->Cell(A), QString("$43"));
         QCOMPARE(cpu->Cell(PC), QString("$2003"));
-        // Outside Play a redraw is written at once.
-        TargetMemory[0] = 0x99;
+        TargetMemory[0] = 0x99;   // outside Play a redraw is written at once
         cpu->mnuRefresh();
         QCOMPARE(cpu->Cell(A), QString("$99"));
     }
@@ -206,6 +233,81 @@ private slots:
         QCOMPARE(Cells(cpu), QStringList(8, QString()));
         QCOMPARE(cpu->ValueColumnWidth(), 0);
         QCOMPARE(board.memory[0], 0x12);
+    }
+
+    // A block window: a 16-bit row written in one write, and auto refresh
+    // across the dialog, activation and a lost link.
+    void blockWindowWritesAndAutoRefreshUntilTheLinkIsLost()
+    {
+        PluggedPorts plugged;
+        MainFormFixture f;
+        ScriptedMonitor board(f);
+        board.memory[0x1016] = 0x12;
+        board.memory[0x1017] = 0x34;
+        board.memory[0x100A] = 0x81;
+        frmMain& form = f.Start();
+        auto* ports = qobject_cast<RegisterWindow*>(form.LoadWindow("frmRegPorts"));
+        QCOMPARE(ports->Cell(0), QString("$1234"));
+        QCOMPARE(ports->Cell(1), QString("%10000001"));
+
+        // One write, high byte first, then one read of the block for the redraw.
+        board.frames.clear();
+        {
+            ModalPlayer player([&](QDialog& dialog) { TypeAndPressOK(dialog, "Text", "$BEEF"); });
+            ports->SelectRow(0);
+            ports->mnuEnter();
+        }
+        QCOMPARE(board.Count('W'), 1);
+        QCOMPARE(board.frames[0].mid(0, 6), QByteArray::fromHex("57101602BEEF"));
+        QCOMPARE(board.Count('R'), 1);
+        QCOMPARE(ports->Cell(0), QString("$BEEF"));
+
+        QWidget* cpu = form.LoadWindow("frmRegCPU");
+        Activate(form, ports);
+        ports->mnuAutoRefresh();
+        QVERIFY(form.tmrRefresh.isActive());
+        QCOMPARE(form.tmrRefresh.interval(), 100);
+        // A tick refreshes the active window from the target, but not while anything runs.
+        board.memory[0x1027] = 0x42;
+        for (bool* running : {&BoardRunning, &PlayActive, &AnimateActive}) {
+            *running = true;
+            form.tmrRefresh_Timer();
+            *running = false;
+        }
+        QCOMPARE(ports->Cell(2), QString("$00"));
+        form.tmrRefresh_Timer();
+        QCOMPARE(ports->Cell(2), QString("$42"));
+
+        // Off while the dialog is up; a cancelled dialog writes nothing.
+        bool timerDuringDialog = true;
+        {
+            ModalPlayer player([&](QDialog&) { timerDuringDialog = form.tmrRefresh.isActive(); });
+            ports->SelectRow(2);
+            ports->mnuEnter();
+        }
+        QVERIFY(!timerDuringDialog);
+        QCOMPARE(board.Count('W'), 1);
+        QVERIFY(form.tmrRefresh.isActive());
+
+        Activate(form, cpu);
+        QVERIFY(!form.tmrRefresh.isActive());
+        Activate(form, ports);
+        QVERIFY(form.tmrRefresh.isActive());
+
+        // A lost link clears the window and ends auto refresh for good.
+        std::uint32_t now = 0;
+        const auto clock = SetTickCountSource([&] { return now += 50; });
+        board.silent = true;
+        form.tmrRefresh_Timer();
+        SetTickCountSource(clock);
+        QCOMPARE(f.boxes.boxes.size(), 1);
+        QCOMPARE(ports->ValueColumnWidth(), 0);
+        QVERIFY(!ports->AutoRefresh);
+        QVERIFY(!form.tmrRefresh.isActive());
+        board.silent = false;
+        ports->mnuRefresh();
+        QVERIFY(ports->ValueColumnWidth() > 0);
+        QVERIFY(!form.tmrRefresh.isActive());
     }
 };
 
