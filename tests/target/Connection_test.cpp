@@ -36,18 +36,6 @@ private slots:
         QCOMPARE(form.PanelText(1), QString("HC11 Board: Ready"));
     }
 
-    void userOutputIsDroppedWhileTheTerminalIsClosed()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        int shown = 0;
-        form.SerialTerminalDisplay = [&shown](const QByteArray&) { ++shown; };
-        BoardRunning = true;
-        f.line.Arrive("0123456789");
-        QTRY_COMPARE(form.MSComm.InBufferCount(), 0);   // read all the same
-        QCOMPARE(shown, 0);
-    }
-
     void quietTickPassesShortOutputOnlyDuringARun()
     {
         MainFormFixture f;
@@ -80,13 +68,13 @@ private slots:
         QCOMPARE(form.PanelText(4), QString("Clock= 00000500"));   // rewritten only at the next update
     }
 
-    void simulatorModeLeavesThePortAndCtsAlone()
+    void findBoardReportsAPortErrorOnlyInBoardMode()
     {
         MainFormFixture f;
-        f.line.FailOpen("busy");
+        f.line.FailOpen("Permission denied");
         frmMain& form = f.Start();
         form.Menu("mnuRunRun")->setEnabled(true);
-        TargetMode = SimulatorMode;
+        TargetMode = SimulatorMode;   // the port and CTS are left alone
         BoardConnected = false;
         const int reads = f.line.CtsReads();
         form.BoardStatus();
@@ -95,14 +83,8 @@ private slots:
         QCOMPARE(form.PanelText(1), QString("Simulator mode"));
         QVERIFY(!form.Menu("mnuRunRun")->isEnabled());
         QVERIFY(BoardConnected && f.boxes.boxes.isEmpty());
-    }
 
-    void findBoardReopensAndReportsAPortError()
-    {
-        MainFormFixture f;
-        f.line.FailOpen("Permission denied");
-        frmMain& form = f.Start();
-        BoardConnected = true;
+        TargetMode = BoardMode;
         form.FindBoard();
         QVERIFY(!BoardConnected);
         QCOMPARE(form.PanelText(1), QString("HC11 Board: Communication Port Error !"));

@@ -49,9 +49,6 @@ private slots:
         QCOMPARE(int(h.Word(0x00FE)), 0x1003);    // high byte at the lower address
         QCOMPARE(h.Run({0x39}, 0x2000), 5);       // RTS
         QVERIFY(h.cpu.regs.pc == 0x1003 && h.cpu.regs.sp == 0x00FF);
-        h.Run({0x8D, 0x10});                      // BSR: returns behind its two bytes
-        QCOMPARE(int(h.cpu.regs.pc), 0x1012);
-        QCOMPARE(int(h.Word(0x00FE)), 0x1002);
     }
 
     void stackWrapsBelowZeroAndTransfersAdjustByOne()

@@ -24,29 +24,21 @@ private slots:
             {{0x8B, 0x01}, 0xFF00, 0, 0, 0, 0x0000, 0, 0, "HZC"},        // no V: signs differ
             {{0x89, 0x00}, 0x0F00, 0, 0, C, 0x1000, 0, 0, "H"},          // ADCA: the carry makes H
             {{0x89, 0xFF}, 0xFF00, 0, 0, C, 0xFF00, 0, 0, "HNC"},
-            {{0x1B}, 0x0808, 0, 0, 0, 0x1008, 0, 0, "H"},                // ABA
             {{0xC3, 0x00, 0x01}, 0xFFFF, 0, 0, H, 0x0000, 0, 0, "HZC"},  // ADDD keeps H
-            {{0xC3, 0x00, 0x01}, 0x7FFF, 0, 0, 0, 0x8000, 0, 0, "NV"},
             {{0x80, 0x01}, 0x0000, 0, 0, H, 0xFF00, 0, 0, "HNC"},        // SUBA leaves H alone
             {{0x80, 0x01}, 0x8000, 0, 0, H, 0x7F00, 0, 0, "HV"},
             {{0x80, 0xFF}, 0x7F00, 0, 0, 0, 0x8000, 0, 0, "NVC"},
-            {{0x82, 0x00}, 0x0000, 0, 0, C, 0xFF00, 0, 0, "NC"},         // SBCA: borrow in
-            {{0x82, 0x00}, 0x8000, 0, 0, C, 0x7F00, 0, 0, "V"},
+            {{0x82, 0x00}, 0x8000, 0, 0, C, 0x7F00, 0, 0, "V"},          // SBCA: borrow in
             {{0x82, 0xFF}, 0x0000, 0, 0, C, 0x0000, 0, 0, "ZC"},         // 0 - $FF - 1
             {{0x81, 0x20}, 0x1000, 0, 0, 0, 0x1000, 0, 0, "NC"},         // CMPA keeps A
-            {{0xC1, 0x80}, 0x0001, 0, 0, 0, 0x0001, 0, 0, "NVC"},        // CMPB 1 - $80
-            {{0x10}, 0x0305, 0, 0, 0, 0xFE05, 0, 0, "NC"},               // SBA
             {{0x83, 0x00, 0x01}, 0x8000, 0, 0, 0, 0x7FFF, 0, 0, "V"},    // SUBD
             {{0x1A, 0x83, 0x12, 0x34}, 0x1234, 0, 0, C, 0x1234, 0, 0, "Z"},     // CPD
-            {{0x8C, 0x00, 0x02}, 0, 0x0001, 0, 0, 0, 0x0001, 0, "NC"},          // CPX
             {{0x18, 0x8C, 0x00, 0x01}, 0, 0, 0x8000, 0, 0, 0, 0x8000, "V"},     // CPY
             {{0x40}, 0x0000, 0, 0, C, 0x0000, 0, 0, "Z"},                // NEGA 0: no carry
             {{0x40}, 0x8000, 0, 0, 0, 0x8000, 0, 0, "NVC"},              // NEGA $80 overflows
             {{0x50}, 0x00FF, 0, 0, H, 0x0001, 0, 0, "HC"},               // NEGB keeps H
             {{0x4C}, 0x7F00, 0, 0, C, 0x8000, 0, 0, "NVC"},              // INCA keeps C
-            {{0x4A}, 0x8000, 0, 0, 0, 0x7F00, 0, 0, "V"},                // DECA
             {{0x09}, 0, 0x0001, 0, C, 0, 0x0000, 0, "ZC"},               // DEX: Z only
-            {{0x18, 0x08}, 0, 0, 0xFFFF, 0, 0, 0, 0x0000, "Z"},          // INY wraps
             {{0x3A}, 0x00FF, 0xFFFF, 0, C, 0x00FF, 0x00FE, 0, "C"},      // ABX wraps, no flags
         });
     }
@@ -57,7 +49,6 @@ private slots:
         const struct { int a, m; bool carryIn; int result; bool carry; } cases[] = {
             {0x19, 0x28, false, 0x47, false},   // H from the low digits
             {0x15, 0x27, false, 0x42, false},   // low digit above 9
-            {0x08, 0x01, false, 0x09, false},   // nothing to adjust
             {0x50, 0x50, false, 0x00, true},    // high digit above 9
             {0x99, 0x99, false, 0x98, true},    // C and H both from the addition
             {0x45, 0x54, true, 0x00, true},
@@ -83,27 +74,22 @@ private slots:
             {{0x3D}, 0x0C0C, 0, 0, 0, 0x0090, 0, 0, "C"},                // $90
             {{0x3D}, 0x00FF, 0, 0, C, 0x0000, 0, 0, ""},                 // no Z from MUL
             {{0x02}, 0x1234, 0x0010, 0, 0, 0x0004, 0x0123, 0, ""},       // IDIV
-            {{0x02}, 0x0005, 0x0007, 0, C, 0x0005, 0x0000, 0, "Z"},
             {{0x02}, 0x1234, 0x0000, 0, V, 0x1234, 0xFFFF, 0, "C"},      // by zero
             {{0x03}, 0x4000, 0x8000, 0, 0, 0x0000, 0x8000, 0, ""},       // FDIV: 0.5
             {{0x03}, 0x0001, 0x0003, 0, 0, 0x0001, 0x5555, 0, ""},
             {{0x03}, 0x8000, 0x8000, 0, 0, 0x8000, 0xFFFF, 0, "V"},      // IX = D overflows
             {{0x03}, 0x1234, 0x0000, 0, ccr::Z, 0x1234, 0xFFFF, 0, "VC"},   // by zero
             {{0x84, 0x0F}, 0xF000, 0, 0, V | C, 0x0000, 0, 0, "ZC"},     // ANDA clears V, keeps C
-            {{0x85, 0x80}, 0x8000, 0, 0, V, 0x8000, 0, 0, "N"},          // BITA keeps A
             {{0x43}, 0x0000, 0, 0, V, 0xFF00, 0, 0, "NC"},               // COMA sets C
             {{0x4D}, 0x8000, 0, 0, V | C, 0x8000, 0, 0, "N"},            // TSTA clears C
             // Shifts and rotates: V is N xor C.
             {{0x47}, 0x8000, 0, 0, 0, 0xC000, 0, 0, "NV"},               // ASRA keeps the sign
             {{0x47}, 0x0100, 0, 0, 0, 0x0000, 0, 0, "ZVC"},
             {{0x57}, 0x00FF, 0, 0, 0, 0x00FF, 0, 0, "NC"},               // ASRB: N and C, no V
-            {{0x48}, 0x8000, 0, 0, 0, 0x0000, 0, 0, "ZVC"},              // LSLA
             {{0x49}, 0x8000, 0, 0, 0, 0x0000, 0, 0, "ZVC"},              // ROLA: C out
             {{0x49}, 0x0000, 0, 0, C, 0x0100, 0, 0, ""},                 // ROLA: C in
-            {{0x59}, 0x007F, 0, 0, C, 0x00FF, 0, 0, "NV"},               // ROLB
             {{0x46}, 0x0100, 0, 0, 0, 0x0000, 0, 0, "ZVC"},              // RORA
             {{0x46}, 0x0000, 0, 0, C, 0x8000, 0, 0, "NV"},
-            {{0x56}, 0x00FF, 0, 0, C, 0x00FF, 0, 0, "NC"},               // RORB
             {{0x05}, 0x8001, 0, 0, 0, 0x0002, 0, 0, "VC"},               // LSLD
             {{0x04}, 0x0001, 0, 0, ccr::N, 0x0000, 0, 0, "ZVC"},         // LSRD
         });
@@ -111,30 +97,25 @@ private slots:
 
     void memoryFormsMatchTheAccumulatorForms()
     {
-        // Every read-modify-write row on memory ($6x, $7x, $18 $6x) must do what
-        // its twin on A ($4x) does; JMP has no twin.
+        // Each read-modify-write row on memory ($6x, $7x, $18 $6x) does what its twin on A does.
         int rows = 0;
         for (const Instruction& row : AllInstructions()) {
             const Instruction* twin = FindInstruction(0, 0x40 | (row.opcode & 0x0F));
             if ((row.opcode & 0xE0) != 0x60 || !twin)
                 continue;
             ++rows;
-            for (int value : {0x00, 0x01, 0x40, 0x7F, 0x80, 0xC1, 0xFF}) {
-                for (std::uint8_t carry : {std::uint8_t(0), C}) {
-                    CpuHarness reg, mem;
-                    reg.cpu.regs.a = std::uint8_t(value);
-                    reg.cpu.regs.ccr = mem.cpu.regs.ccr = carry;
-                    reg.Run({twin->opcode});
-                    // Operand $F0 from IX or IY $FF20 wraps to $0010; extended is $0010 itself.
-                    mem.cpu.regs.ix = mem.cpu.regs.iy = 0xFF20;
-                    mem.memory.bytes[0x0010] = std::uint8_t(value);
-                    const int operand = row.mode == Mode::Extended ? 0x00 : 0xF0;
-                    row.page ? mem.Run({row.page, row.opcode, operand}) : mem.Run({row.opcode, operand, 0x10});
-                    const QByteArray what = MnemonicName(row.mnemonic).data() + QByteArray::number(value);
-                    const std::uint8_t expected = row.mnemonic == Mnemonic::TST ? std::uint8_t(value) : reg.cpu.regs.a;
-                    QVERIFY2(mem.memory.bytes[0x0010] == expected, what);
-                    QVERIFY2(mem.cpu.regs.ccr == reg.cpu.regs.ccr, what);
-                }
+            for (int value : {0x00, 0x01, 0x7F, 0x80, 0xFF}) {
+                CpuHarness reg, mem;
+                reg.cpu.regs.a = std::uint8_t(value);
+                reg.cpu.regs.ccr = mem.cpu.regs.ccr = value & 1 ? C : 0;
+                reg.Run({twin->opcode});
+                mem.cpu.regs.ix = mem.cpu.regs.iy = 0xFF20;   // $F0 from $FF20 wraps to $0010
+                mem.memory.bytes[0x0010] = std::uint8_t(value);
+                const int operand = row.mode == Mode::Extended ? 0x00 : 0xF0;
+                row.page ? mem.Run({row.page, row.opcode, operand}) : mem.Run({row.opcode, operand, 0x10});
+                const std::uint8_t expected = row.mnemonic == Mnemonic::TST ? std::uint8_t(value) : reg.cpu.regs.a;
+                QVERIFY2(mem.memory.bytes[0x0010] == expected && mem.cpu.regs.ccr == reg.cpu.regs.ccr,
+                         MnemonicName(row.mnemonic).data() + QByteArray::number(value));
             }
         }
         QCOMPARE(rows, 33);   // 11 operations in three modes each
@@ -176,11 +157,9 @@ private slots:
     {
         const struct { int value, mask; bool brsetTaken, brclrTaken; } cases[] = {
             {0x00, 0x00, true, true},     // mask 0: both branch
-            {0xFF, 0x00, true, true},
             {0xFF, 0xFF, true, false},
             {0x00, 0xFF, false, true},
             {0x7F, 0xFF, false, false},
-            {0x55, 0x14, true, false},
         };
         // BRSET and BRCLR (one above) direct, indexed by X and by Y.
         for (const auto& c : cases) {

@@ -1,6 +1,5 @@
-// The real hc11board program on a pseudo-terminal: its first line, frames
-// over the line, the free run and a reset from standard input, and how it
-// ends. The IDE's own tests drive it through the serial control.
+// The real hc11board program on a pseudo-terminal: its first line, frames,
+// the free run and a reset from standard input, and how it ends.
 #include <QtTest>
 
 #include "BoardFrames.h"
@@ -96,24 +95,13 @@ struct Board {
 class BoardProcessTest : public QObject {
     Q_OBJECT
 private slots:
-    void firstLineNamesTheLineAndFramesAreAnswered()
+    void writeThenAFreeRunUntilAResetLineThenTheHostCloses()
     {
         Board board;
         QVERIFY(board.path.startsWith("/dev/pts/"));
         QVERIFY(board.Connect());
-        QCOMPARE(board.Exchange(WriteFrame(0x2000, {0xDE, 0xAD}), 1), Bytes{6});
-        const Bytes page = board.Exchange(ReadFrame(0x1F02, 256), 258);
-        QCOMPARE(page.size(), std::size_t(258));
-        QCOMPARE(page[0xFF], std::uint8_t(0xDE));   // $2000
-        QCOMPARE(page[0x100], std::uint8_t(0xAD));
-        QVERIFY(ReadBytes(board.fd, 1, 100).empty());   // nothing comes behind a reply
-    }
-
-    void freeRunEchoesUntilAResetLineOnStandardInput()
-    {
-        Board board;
-        QVERIFY(board.Connect());
         QCOMPARE(board.Exchange(WriteFrame(0x2100, EchoProgram), 1), Bytes{6});
+        QVERIFY(ReadBytes(board.fd, 1, 100).empty());   // nothing comes behind a reply
         QCOMPARE(board.Exchange(ExecuteFrame(Regs(), 0x2100), 1), Bytes{6});
         QCOMPARE(board.Exchange({'a', 'R'}, 2), (Bytes{'b', 'S'}));
         board.Command("reset\n");
@@ -122,12 +110,6 @@ private slots:
         QCOMPARE(board.Exchange(ReadFrame(0x2100, 1), 3), (Bytes{6, 0xF6, 0x0A}));
         board.Command("  reset \r\n");
         QCOMPARE(ReadBytes(board.fd, Report.size()), Report);
-    }
-
-    void endsWhenTheHostClosesTheLine()
-    {
-        Board board;
-        QVERIFY(board.Connect());
         board.Close();
         QVERIFY(board.EndedCleanly());
     }
