@@ -55,23 +55,37 @@ private slots:
         QCOMPARE(CpuRegisters.A, 0x33);
         QCOMPARE(CpuRegisters.CCR, 0x04);
 
-        // Step Over stops at the user's breakpoint inside the routine; the temporary entry goes.
-        Poke(TargetMemory, 0x2000, {0xBD, 0x20, 0x10});   // JSR $2010
-        Poke(TargetMemory, 0x2010, {0x4C, 0x4C, 0x39});   // INCA x2; RTS
-        CpuRegisters.PC = 0x2000;
+    }
+
+    void stepOverAndOutStopAtATemporaryEntryOrAUsersBreakpoint()
+    {
+        MainFormFixture f;
+        frmMain& form = StartAt2000(f, true);
+        Poke(TargetMemory, 0x2000, {0x8E, 0x01, 0xFF, 0xBD, 0x20, 0x10, 0x01});   // LDS #$01FF; JSR $2010; NOP
+        Poke(TargetMemory, 0x2010, {0x4C, 0x4C, 0x4C, 0x39});                     // INCA x3; RTS
+        form.mnuRunStepInto_Click();
         AddBreakpoint(0x2011);
-        form.mnuRunStepOver_Click();
+        form.mnuRunStepOver_Click();   // stops at the user's breakpoint inside the routine
         QCOMPARE(CpuRegisters.PC, 0x2011);
-        QVERIFY(BreakpointCount == 1 && BreakpointTable[0] == 0x2011);
+        form.mnuRunStepOut_Click();
+        QCOMPARE(CpuRegisters.PC, 0x2006);
+        QCOMPARE(CpuRegisters.A, 3);
+        QCOMPARE(CpuRegisters.SP, 0x01FF);
+        // The temporary entries are gone, the user's stays; every cycle is
+        // counted: LDS 3, JSR 6, INCA 2 x 3, RTS 5.
+        QCOMPARE(BreakpointCount, std::int16_t(1));
+        QCOMPARE(BreakpointTable[0], 0x2011);
+        QCOMPARE(ClockCount, 20);
+        QVERIFY(RunStopped && !PlayActive);
+
         // With a full table Step Over and Step Out do nothing at all.
         while (BreakpointCount < MaxBreakpoints)
             AddBreakpoint(0x4000 + BreakpointCount);
-        CpuRegisters.PC = 0x2000;
-        const auto clock = ClockCount;
+        CpuRegisters.PC = 0x2003;
         form.mnuRunStepOver_Click();
         form.mnuRunStepOut_Click();
-        QCOMPARE(CpuRegisters.PC, 0x2000);
-        QCOMPARE(ClockCount, clock);
+        QCOMPARE(CpuRegisters.PC, 0x2003);
+        QCOMPARE(ClockCount, 20);
         QCOMPARE(BreakpointCount, std::int16_t(MaxBreakpoints));
     }
 
