@@ -1,9 +1,5 @@
-// The debugger from end to end on the real main window and disassembly
-// window, once in simulator mode and once against the board emulator on a
-// pseudo-terminal: a small program is assembled and written to the target,
-// then stepped into a BSR and out again, over a JSR, played to a breakpoint
-// past a taken branch backwards, animated and paused, and run to the cursor.
-// Both back-ends must leave the same registers and stack at every stop.
+// The debugger on the real windows, in the simulator and on the board emulator:
+// both back-ends must leave the same registers and stack at every stop.
 #include <QtTest>
 
 #include "code/frmDisAsm.h"
@@ -46,9 +42,7 @@ struct Stop {
     QString where;
     std::int32_t pc, sp, ix;
     int a, b, ccr;
-    // The return address while a routine runs. Once it has returned the bytes
-    // are dead, and differ: Step Out on the board has put the monitor's
-    // return point there.
+    // Read only while a routine runs: once it has returned, the board's Step Out leaves other dead bytes.
     QByteArray stack;
     bool operator==(const Stop&) const = default;
 };
@@ -197,9 +191,7 @@ private:
         CheckPcRow(w, Look::Current);
         QCOMPARE(LookOf(w, doneRow), Look::Breakpoint);
         Snap(stops, "animate paused", form);
-        // With ORVANE_SCREENSHOT set to a folder, the simulator's pass saves the
-        // window here: current row, breakpoint row, bold PC row (run under a
-        // real display for its fonts).
+        // ORVANE_SCREENSHOT names a folder for the simulator pass's picture (use a real display).
         const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
         if (!folder.isEmpty() && TargetMode == SimulatorMode) {
             w->Label_Click(static_cast<std::int16_t>(RowOf(w, 0x2011)));

@@ -1,7 +1,3 @@
-// The plain rules under stepping: the step plans at their edges (the board's
-// code bytes and PC at the top of memory and for a five-byte instruction, the
-// simulator's bytes there), the breakpoint table (packed, in order of setting),
-// and when the Play loop lets events run.
 #include <QtTest>
 
 #include "core/TargetState.h"

@@ -20,7 +20,7 @@ private slots:
     {
         const char* const rows[][2] = {
             {"Assembler Files (*.asm)|*.asm|All Files (*.*)|*.*", "Assembler Files (*.asm);;All Files (*.*)"},
-            {"Listings|*.lst;*.txt", "Listings (*.lst *.txt)"}, {"", ""}, {"Dangling|", "Dangling ()"}};
+            {"Listings|*.lst;*.txt", "Listings (*.lst *.txt)"}, {"Dangling|", "Dangling ()"}};
         for (const auto& [filter, qt] : rows)
             QCOMPARE(QtFileFilter(filter), QString(qt));
     }

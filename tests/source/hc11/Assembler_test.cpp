@@ -1,5 +1,3 @@
-// The assembler from source text to bytes: every addressing mode, the
-// directives, and the error each kind of bad input gives.
 #include <QtTest>
 
 #include "source/hc11/Assembler.h"
@@ -51,14 +49,11 @@ private slots:
             {" CPD 3,X\n CPD 3,Y\n LDY 0,X\n STX 1,Y\n", 12, "1A A3 03 CD A3 03 1A EE 00 CD EF 01"},
             // Bit instructions take blanks, commas and an optional '#'.
             {" BSET $10,#$80\n BSET $10 $80\n BSET $10,$80 comment words\n", 9, "14 10 80 14 10 80 14 10 80"},
-            {" BCLR 3,Y,#$40\n BCLR ,X $40\n", 7, "18 1D 03 40 1D 00 40"},
             {"LOOP BRCLR 0,X $01 LOOP\n", 4, "1F 00 01 FC"},   // a loop onto itself
-            {"LOOP BRSET $10,#$80,LOOP\n", 4, "12 10 80 FC"},
             {"L BRSET 2,Y #1 L\n", 5, "18 1E 02 01 FB"},
-            // Branches, the longest reach each way, and the second spellings in any case.
-            {"HERE BRA HERE\n BNE NEXT\nNEXT NOP\n BSR *+2\n", 7, "20 FE 26 00 01 8D 00"},
+            // Branches and the longest reach each way (the second spellings are in the GNU cross-check).
+            {"HERE BRA HERE\n bne NEXT\nNEXT NOP\n BSR *+2\n", 7, "20 FE 26 00 01 8D 00"},
             {" BRA *+129\n BRA *-126\n", 4, "20 7F 20 80"},
-            {" asl 1,x\n Asla\n ASLB\n ASLD\nL bhs L\n blo L\n", 9, "68 01 48 58 05 24 FE 25 FC"},
             // Data directives; RMB and RMW reserve without writing.
             {" FCB 1,$FF,-1,'A'\n FDB $1234,-2\n", 8, "01 FF FF 41 12 34 FF FE"},
             {" FCC /A b/\n FCC 'x'\n FCC \"y,z\"\n FCC ,',\n", 8, "41 20 62 78 79 2C 7A 27"},
@@ -96,15 +91,12 @@ private slots:
     {
         const char* const rows[][2] = {
             {" NOP\n LDAX #1\n", "2: unknown mnemonic 'LDAX'"},
-            {" NOP\r\n BAD\r\n", "2: unknown mnemonic 'BAD'"},
             {" LDAA NOWHERE\n", "1: undefined symbol 'NOWHERE'"},
             {"A NOP\nA NOP\n", "2: duplicate symbol 'A' (first defined on line 1)"},
-            {"A EQU 1\nA SET 2\n", "2: duplicate symbol 'A' (first defined on line 1)"},
             {"L BRA FAR\n RMB 200\nFAR NOP\n", "1: branch out of range by 73 bytes: 'FAR'"},
             {"B RMB 127\n BNE B\n", "2: branch out of range by 1 bytes: 'B'"},
             {"B RMB 200\n BRSET 0,X 1 B\n", "2: branch out of range by 76 bytes: 'B'"},
             {" STAA #1\n", "1: bad addressing mode: STAA has no immediate form: '#1'"},
-            {" BRA 1,X\n", "1: bad addressing mode: BRA has no indexed form: '1,X'"},
             {" JMP <$10\n", "1: bad addressing mode: JMP has no direct form: '<$10'"},
             {" LDAA 1,Z\n", "1: bad operand '1,Z' for LDAA"},
             {" LDAA\n", "1: missing operand '' for LDAA"},
@@ -159,18 +151,6 @@ private slots:
         for (int i = 0; i < 10000; ++i)
             many += " FOO" + std::to_string(i) + "\n";
         QCOMPARE(int(AssembleSource(many).errors.size()), 10000);
-
-        std::string binary;   // bytes, NULs and control characters: printable messages
-        for (int i = 0; i < 4096; ++i)
-            binary.push_back(char((i * 7919) & 0xFF));
-        for (const auto& e : AssembleSource(binary).errors)
-            for (char c : e.message)
-                QVERIFY(c >= 32 && c < 127);
-
-        // A megabyte-long line is one error with a clipped quote.
-        const auto longLine = AssembleSource(" FCB " + std::string(1 << 20, '1') + "+\n");
-        QCOMPARE(int(longLine.errors.size()), 1);
-        QVERIFY(longLine.errors[0].message.size() < 100);
 
         // A deep chain of forward definitions is refused, not a crash; a moderate one resolves.
         const auto chain = [](int depth) {
