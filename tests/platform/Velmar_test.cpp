@@ -49,6 +49,22 @@ struct Rig {
 class VelmarTest : public QObject {
     Q_OBJECT
 private slots:
+    void registersComeBackInRangeWhateverGoesIn()
+    {
+        Rig r;
+        r.A = 300, r.B = -1, r.IX = -5, r.IY = 70000, r.SP = -1;
+        r.CCR = 0x144;                                        // X and Z, bit 8 dropped
+        r.Run({0x4C});                                        // INCA: 300 counts as $2C
+        QVERIFY(r.A == 0x2D && r.B == 0xFF && r.IX == 0xFFFB && r.IY == 70000 - 65536 && r.SP == 0xFFFF);
+        QCOMPARE(r.CCR, std::int16_t(0x40));
+        r.Run({0x01 + 0x100});                                // opcode bytes are reduced too: NOP
+        QCOMPARE(r.A, std::int16_t(0x2D));
+        r.velmar.disconnect();
+        QObject::connect(&r.velmar, &Velmar::ReadRequest, [](std::int32_t, std::int16_t& data) { data = 0x1F0; });
+        r.Run({0x96, 0x00});                                  // a handler's stray high bits
+        QCOMPARE(r.A, std::int16_t(0xF0));
+    }
+
     void dataAccessesArriveAsEventsInOrder()
     {
         Rig r;
