@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 #include <cstdio>
 
+#include "BenchFigures.h"
 #include "HeadlessApp.h"
 #include "core/TargetState.h"
 #include "platform/MsgBox.h"
@@ -78,22 +79,6 @@ private:
     QtSerialDevice port_;
 };
 
-QString BoardProgram()
-{
-    return qEnvironmentVariable("ORVANE_PROGRAM_DIR", QStringLiteral(ORVANE_PROGRAM_DIR)) +
-           QStringLiteral("/hc11board");
-}
-
-template <class Operation>
-double MeanMs(int rounds, Operation operation)
-{
-    QElapsedTimer clock;
-    clock.start();
-    for (int i = 0; i < rounds; ++i)
-        operation();
-    return static_cast<double>(clock.nsecsElapsed()) / 1e6 / rounds;
-}
-
 struct BoardRun {
     double ms = 0;            // one download
     double wireMs = 0;        // its bytes, both ways, at 38400 bit/s
@@ -137,10 +122,6 @@ BoardRun DownloadToBoard(const QStringList& arguments, const QString& folder, in
     return run;
 }
 
-void Print(const char* name, double value, const char* unit)
-{
-    std::printf("%s: %.3f %s\n", name, value, unit);
-}
 }  // namespace
 
 int main(int argc, char* argv[])

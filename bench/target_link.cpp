@@ -6,6 +6,7 @@
 #include <QProcess>
 #include <cstdio>
 
+#include "BenchFigures.h"
 #include "HeadlessApp.h"
 #include "core/TargetState.h"
 #include "platform/MsgBox.h"
@@ -15,12 +16,6 @@
 
 namespace {
 constexpr double WireRead256Ms = 258 * 10 * 1000.0 / 38400;
-
-QString BoardProgram()
-{
-    const QString dir = qEnvironmentVariable("ORVANE_PROGRAM_DIR", QStringLiteral(ORVANE_PROGRAM_DIR));
-    return dir + QStringLiteral("/hc11board");
-}
 
 // One board process and a main window on its line.
 struct Link {
@@ -51,20 +46,6 @@ struct Link {
     }
 };
 
-template <class Operation>
-double MeanMs(int rounds, Operation operation)
-{
-    QElapsedTimer clock;
-    clock.start();
-    for (int i = 0; i < rounds; ++i)
-        operation();
-    return static_cast<double>(clock.nsecsElapsed()) / 1e6 / rounds;
-}
-
-void Print(const char* name, double value, const char* unit)
-{
-    std::printf("%s: %.3f %s\n", name, value, unit);
-}
 } // namespace
 
 int main(int argc, char* argv[])

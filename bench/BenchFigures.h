@@ -1,0 +1,28 @@
+// What the serial-line benchmarks share: the board emulator's program, a mean
+// time over rounds, and a figure printed as "name: value unit".
+#pragma once
+
+#include <QElapsedTimer>
+#include <QString>
+#include <cstdio>
+
+inline QString BoardProgram()
+{
+    return qEnvironmentVariable("ORVANE_PROGRAM_DIR", QStringLiteral(ORVANE_PROGRAM_DIR)) +
+           QStringLiteral("/hc11board");
+}
+
+template <class Operation>
+double MeanMs(int rounds, Operation operation)
+{
+    QElapsedTimer clock;
+    clock.start();
+    for (int i = 0; i < rounds; ++i)
+        operation();
+    return static_cast<double>(clock.nsecsElapsed()) / 1e6 / rounds;
+}
+
+inline void Print(const char* name, double value, const char* unit)
+{
+    std::printf("%s: %.3f %s\n", name, value, unit);
+}
