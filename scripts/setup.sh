@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(
-  cmake g++ make pkg-config
+  cmake g++ make pkg-config ninja-build ccache
   qt6-base-dev qt6-serialport-dev libqt6serialport6-dev libgl1-mesa-dev
   fonts-liberation        # "Courier New" resolves to Liberation Mono, its metric twin
   binutils-m68hc1x        # an independent HC11 assembler/disassembler for cross-checks
