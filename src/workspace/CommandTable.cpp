@@ -17,7 +17,7 @@ const MenuRow Menus[] = {
     {1, "mnuFilePrintSetup", "P&rint Setup ...", "", None, 7, nullptr},
     {1, "mnuFilePrint", "&Print ...", "Ctrl+P", Off, 8, nullptr},
     {1, nullptr, nullptr, "", None, 0, nullptr},
-    {1, "mnuFileAssemble", "Asse&mble ...", "F2", None, 9, nullptr},
+    {1, "mnuFileAssemble", "Asse&mble ...", "F2", None, 9, &frmMain::mnuFileAssemble_Click},
     {1, "mnuFileLoadSymbols", "&Load Symbols ...", "Ctrl+L", None, 10, &frmMain::mnuFileLoadSymbols_Click},
     {1, "mnuFileDownload", "&Download ...", "Ctrl+D", None, 11, &frmMain::mnuFileDownload_Click},
     {1, nullptr, nullptr, "", None, 0, nullptr},
@@ -162,7 +162,7 @@ const ToolbarRow Toolbar[] = {
     {ToolbarRow::Button, "Find", Off, "mnuEditFind"},   // 16
     {ToolbarRow::Button, "Find Next", Off, "mnuEditFindNext"},   // 17
     {ToolbarRow::Separator, nullptr, None, nullptr},   // 18
-    {ToolbarRow::Button, "Assemble", None, nullptr},   // 19
+    {ToolbarRow::Button, "Assemble", None, "mnuFileAssemble"},   // 19
     {ToolbarRow::Separator, nullptr, None, nullptr},   // 20
     {ToolbarRow::Button, "Download", None, nullptr},   // 21
     {ToolbarRow::Separator, nullptr, None, nullptr},   // 22

@@ -14,6 +14,7 @@
 
 #include <QHash>
 #include <QMainWindow>
+#include <QPointer>
 #include <QTimer>
 #include <cstdint>
 #include <functional>
@@ -25,6 +26,8 @@ class QMdiArea;
 class QMenu;
 class QStatusBar;
 class QToolBar;
+class SourceDocuments;
+class frmError;
 
 class frmMain : public QMainWindow {
     Q_OBJECT
@@ -215,6 +218,20 @@ public:
     // the menu entry's way.
     void FileDownload();
 
+    // ---- Assemble (source/AssembleCommand.cpp) -------------------------------
+    // The editor documents; nullptr while there are none to ask.
+    SourceDocuments* Documents = nullptr;
+    // ok false when the user declines to save the active document's changes.
+    void AsmSaved(bool& ok);
+    // The menu entry, its F2 and the toolbar button: AsmFile, or the
+    // "Assemble" dialog when there is none.
+    void mnuFileAssemble_Click();
+    // The run on AsmFile: results beside the source, symbols loaded, the
+    // error list when there are errors.
+    void FileAssemble();
+    // The error list while it is loaded, else nullptr.
+    frmError* ErrorList() const;
+
     // ---- Menu handlers ------------------------------------------------------
     void mnuFileExit_Click();
     void mnuViewToolbar_Click();
@@ -286,6 +303,7 @@ private:
     void ConnectCommands();
     void ListChildWindows();
 
+    QPointer<frmError> errorList_;
     QMdiArea* mdi_ = nullptr;
     QHash<QString, QAction*> actions_;
     QHash<QString, QMenu*> menus_;

@@ -19,10 +19,16 @@ public:
         for (int m = 0; m < MnemonicCount; ++m)
             words_[std::string(MnemonicName(Mnemonic(m)))] = Keyword{&forms_[m], Directive::None};
 
-        // The other spellings of the processor's manual.
+        // The other spellings of the processor's manual, then those that
+        // Motorola's own assemblers took from the 6800 and 6809 (LDA, STA,
+        // ORA; CMPD for CPD), so that sources written for them assemble
+        // unchanged. Each names a row of the one instruction table.
         const std::pair<const char*, Mnemonic> aliases[] = {
             {"ASL", Mnemonic::LSL},   {"ASLA", Mnemonic::LSLA}, {"ASLB", Mnemonic::LSLB},
             {"ASLD", Mnemonic::LSLD}, {"BHS", Mnemonic::BCC},   {"BLO", Mnemonic::BCS},
+            {"LDA", Mnemonic::LDAA},  {"LDB", Mnemonic::LDAB},  {"STA", Mnemonic::STAA},
+            {"STB", Mnemonic::STAB},  {"ORA", Mnemonic::ORAA},  {"ORB", Mnemonic::ORAB},
+            {"CMPD", Mnemonic::CPD},  {"CMPX", Mnemonic::CPX},  {"CMPY", Mnemonic::CPY},
         };
         for (const auto& [name, target] : aliases)
             words_[name] = Keyword{&forms_[static_cast<int>(target)], Directive::None};

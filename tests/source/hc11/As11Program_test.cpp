@@ -2,6 +2,8 @@
 
 #include "support/S19Image.h"
 
+#include <sys/stat.h>
+
 // AS11.EXE from a terminal, and ASM.BAT as the IDE starts it, in a folder of their own.
 class As11ProgramTest : public QObject {
     Q_OBJECT
@@ -55,11 +57,49 @@ private slots:
     void launcherLeavesTheFixedFilesAndTheMarkerLast()
     {
         Write("Temp$$$.asm", " ORG $100\n LDAA #1\n FOO\n");
-        QCOMPARE(Run(In("ASM.BAT")), 0);
+        QByteArray said;
+        QCOMPARE(Run(In("ASM.BAT"), {}, &said), 1);   // the assembler's status and words, passed on
+        QVERIFY(said.contains("Temp$$$.asm:3: unknown mnemonic 'FOO'"));
         QCOMPARE(Read("Temp$$$.err"), QByteArray("3: unknown mnemonic 'FOO'\n"));
         const QDateTime marker = QFileInfo(In("Temp$$$.$$$")).lastModified();
         for (const QString& name : {"Temp$$$.lst", "Temp$$$.s19", "Temp$$$.err", "Temp$$$.$$$"})
             QVERIFY2(QFile::exists(In(name)) && QFileInfo(In(name)).lastModified() <= marker, qPrintable(name));
+    }
+
+    void sourcesThatAreNoFilesAreRefused()
+    {
+        QVERIFY(QDir(work.path()).mkdir("folder.asm"));
+        QVERIFY(mkfifo(qPrintable(In("pipe.asm")), 0600) == 0);   // a read would wait for a writer
+        for (const char* source : {"folder.asm", "pipe.asm", "missing.asm"}) {
+            QByteArray said;
+            QCOMPARE(Run(In("AS11.EXE"), {source}, &said), 2);
+            QVERIFY2(said.startsWith("AS11: cannot read"), said.constData());
+        }
+    }
+
+    void failedWritesLeaveTheLastRunsFiles()
+    {
+        // A listing far beyond a 512-byte file size limit: the disk is full
+        // for this run. The stale error file cannot go when it is a folder.
+        QByteArray big = " ORG $E000\n";
+        for (int i = 0; i < 200; ++i)
+            big += " LDAA #1\n";
+        Write("full.asm", big);
+        Write("stale.asm", " NOP\n");
+        QVERIFY(QDir(work.path()).mkpath("stale.err/inside"));
+        for (const char* base : {"full", "stale"}) {
+            for (const char* extension : {".lst", ".s19"})
+                Write(QString(base) + extension, "last run");
+        }
+        QByteArray said;
+        QCOMPARE(Run("/bin/sh", {"-c", "ulimit -f 1; exec ./AS11.EXE full.asm"}, &said), 2);
+        QVERIFY2(said.startsWith("AS11: cannot write"), said.constData());
+        QCOMPARE(Run(In("AS11.EXE"), {"stale.asm"}, &said), 2);
+        QVERIFY2(said.startsWith("AS11: cannot remove"), said.constData());
+        for (const char* name : {"full.lst", "full.s19", "stale.lst", "stale.s19"})
+            QCOMPARE(Read(name), QByteArray("last run"));
+        // No half-written file is left behind.
+        QCOMPARE(QDir(work.path()).entryList({"*.lst.*", "*.s19.*", "*.err.*"}, QDir::Files), QStringList());
     }
 };
 

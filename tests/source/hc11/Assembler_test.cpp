@@ -77,6 +77,41 @@ private slots:
                  QString("01 02"));
     }
 
+    void motorolaSpellingsAssembleAsTheManualsOnes()
+    {
+        // A routine as it was written for Motorola's assemblers, and the same
+        // in the spellings of the processor's manual.
+        const char* const motorola = " ORG $E000\n"
+                                     "COPY LDX #$1000\n"
+                                     "NEXT LDA 0,X\n"
+                                     " ORA #$80\n"
+                                     " STA $40\n"
+                                     " ldb 1,x\n"
+                                     " orb $41\n"
+                                     " stb 1,X\n"
+                                     " INX\n"
+                                     " CMPX #$1010\n"
+                                     " BLO NEXT\n"
+                                     " LDD $42\n"
+                                     " CMPD #$1234\n"
+                                     " BHS DONE\n"
+                                     " CMPY 0,X\n"
+                                     "DONE RTS\n";
+        std::string manual = motorola;
+        for (const auto& [alias, name] : {std::pair{"LDA ", "LDAA "}, {"ORA ", "ORAA "}, {"STA ", "STAA "},
+                                          {"ldb ", "LDAB "}, {"orb ", "ORAB "}, {"stb ", "STAB "},
+                                          {"CMPX", "CPX"}, {"CMPD", "CPD"}, {"CMPY", "CPY"},
+                                          {"BLO", "BCS"}, {"BHS", "BCC"}}) {
+            const auto at = manual.find(alias);
+            QVERIFY(at != std::string::npos);
+            manual.replace(at, std::string(alias).size(), name);
+        }
+        const auto ours = AssembleSource(motorola);
+        QVERIFY2(ours.errors.empty(), ours.ErrorFileText().c_str());
+        QCOMPARE(ours.s19, AssembleSource(manual).s19);
+        QCOMPARE(CodeAt(motorola, 0xE003, 6), QString("A6 00 8A 80 97 40"));
+    }
+
     void endGivesTheStartAndStopsReading()
     {
         const auto result = AssembleSource(" ORG $E000\nGO NOP\n END GO\n this is not read\n", "demo");

@@ -1,0 +1,210 @@
+// From source to a stepping target on the real main window: a program with
+// one error, Assemble, the error list leads to the line; fixed, Assemble,
+// panel 3 names the listing, the toolbar's Download takes the fresh .s19
+// without a dialog, the disassembly shows the listing's source, Step Into
+// moves PC. In simulator mode and on hc11board.
+#include <QtTest>
+
+#include "code/frmDisAsm.h"
+#include "core/TargetState.h"
+#include "platform/CommonDialog.h"
+#include "platform/ProgramFolder.h"
+#include "platform/SettingsStore.h"
+#include "source/SourceDocuments.h"
+#include "source/SourceRecords.h"
+#include "source/frmError.h"
+#include "support/BoardProcess.h"
+#include "support/MainFormFixture.h"
+#include "support/WorkFolder.h"
+
+#include <QListWidget>
+#include <QPushButton>
+
+namespace {
+const QByteArray Broken = " ORG $E000\n"
+                          "START LDS #$00FF\n"
+                          " LDX #$1000\n"
+                          "LOOP LDAX 4,X\n"
+                          " BRA LOOP\n"
+                          " ORG $FFFE\n"
+                          " FDB START\n";
+
+// One editor on one file: Save writes the text, the jump is recorded.
+class OneEditor : public SourceDocuments {
+public:
+    OneEditor(frmMain& form, QString path, QString title) : form_(form), path_(std::move(path)), title_(std::move(title)) {}
+
+    void Type(const QByteArray& text)
+    {
+        text_ = text;
+        form_.SetSaveCommands(true);
+    }
+
+    QString ActiveTitle() const override { return title_; }
+    QString ActiveName() const override { return path_; }
+    void SaveActive() override
+    {
+        QFile file(path_);
+        if (file.open(QIODevice::WriteOnly) && file.write(text_) == text_.size())
+            form_.SetSaveCommands(false);
+    }
+    void ShowLine(const QString& path, const QString& title, int line) override
+    {
+        shown << QString("%1|%2|%3").arg(path, title).arg(line);
+    }
+
+    QStringList shown;
+
+private:
+    frmMain& form_;
+    QString path_;
+    QString title_;
+    QByteArray text_;
+};
+}  // namespace
+
+class AssembleEndToEndTest : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { SetProgramFolder(qEnvironmentVariable("ORVANE_PROGRAM_DIR")); }
+
+    void simulator()
+    {
+        MainFormFixture f;
+        SaveSetting("Settings", "SimEnabled", "True");
+        frmMain& form = f.Start();
+        form.show();
+        WriteAssembleAndStep(form, f);
+    }
+
+    void board()
+    {
+        BoardProcess emulator;
+        QVERIFY(!emulator.DevicePath().isEmpty());
+        MainFormFixture f;
+        frmMain& form = f.StartOn(emulator.DevicePath());
+        form.show();
+        WriteAssembleAndStep(form, f);
+    }
+
+    void errorRowsAndWhereTheyLead()
+    {
+        MainFormFixture f;
+        frmMain& form = f.Start();
+        WorkFolder folder;
+        folder.Enter();
+        frmError list(&form);
+        QList<int> jumps;
+        list.GoToLine = [&](int line) { jumps << line; };
+
+        // Only a number above 0 before the first colon makes a row.
+        QVERIFY(folder.Write("x.err", "AS11 error report\r\n\n0: no line\nLDAX: no number\nno colon\n"
+                                      "12: twelve\r\n$C: hex twelve: again\n%11:three\n70000: too far\n"));
+        ErrFile = "x.err";
+        list.ErrorShow();
+        QCOMPARE(list.windowTitle(), QString("x.err"));
+        QCOMPARE(list.ErrorCount, std::int16_t(3));
+        QCOMPARE(list.ErrorLines, (std::vector<std::int32_t>{12, 12, 3}));
+        QCOMPARE(list.List->item(1)->text(), QString("$C: hex twelve: again"));
+        QCOMPARE(list.List->currentRow(), 0);
+        list.List->setCurrentRow(2);
+        QTest::keyClick(list.List, Qt::Key_Return);
+        QCOMPARE(jumps, QList<int>{3});
+
+        // A file without rows: nothing to show, and a click goes nowhere.
+        QVERIFY(folder.Write("x.err", "no errors\n"));
+        list.ErrorShow();
+        QCOMPARE(list.ErrorCount, std::int16_t(0));
+        QVERIFY(!list.cmdShow->isEnabled());
+        list.cmdShow_Click();
+        QTest::keyClick(list.List, Qt::Key_Return);
+        QCOMPARE(jumps.size(), 1);
+
+        // A missing error file is a read error; the list stays empty.
+        ErrFile = "gone.err";
+        list.ErrorShow();
+        QCOMPARE(f.boxes.boxes.size(), 1);
+        QCOMPARE(f.boxes.boxes[0].caption, QString("Orvane - Read Error"));
+        QCOMPARE(list.List->count(), 0);
+        ErrFile.clear();
+    }
+
+private:
+    void WriteAssembleAndStep(frmMain& form, MainFormFixture& f)
+    {
+        WorkFolder folder;
+        folder.Enter();
+        OneEditor editor(form, folder.Path("first prog.asm"), "first prog.asm");
+        form.Documents = &editor;
+        AsmFile = "first prog.asm";
+        f.boxes.answer = MbResultYes;   // "Save ... ?" and the OK boxes
+        bool dialogShown = false;
+        const auto previousDialog = CommonDialog::SetHandler([&](CommonDialog&, CommonDialog::Kind) {
+            dialogShown = true;
+            return false;
+        });
+
+        // A typo on line 4: Assemble asks to save, the list leads to the line.
+        editor.Type(Broken);
+        form.Menu("mnuFileAssemble")->trigger();
+        QCOMPARE(f.boxes.boxes.size(), 2);
+        QCOMPARE(f.boxes.boxes[0].text, QString("Save first prog.asm ?"));
+        QCOMPARE(f.boxes.boxes[1].caption, QString("Orvane - Assembling Done"));
+        QCOMPARE(f.boxes.boxes[1].text, QString("Assembly Source:\tfirst prog.asm\n\rListing (Symbol):\tfirst prog.lst"
+                                                "\n\rMachine Code:\tfirst prog.s19"));
+        frmError* errors = form.ErrorList();
+        QVERIFY(errors && errors->isVisible());
+        QCOMPARE(errors->windowTitle(), QString("first prog.err"));
+        QCOMPARE(errors->List->count(), 1);
+        QCOMPARE(errors->List->item(0)->text(), QString("4: unknown mnemonic 'LDAX'"));
+        QTest::keyClick(errors->List, Qt::Key_Return);
+        const QString jump = folder.Path("first prog.asm") + "|first prog.asm|4";
+        QCOMPARE(editor.shown, QStringList{jump});
+        const QRect row = errors->List->visualItemRect(errors->List->item(0));
+        QTest::mouseDClick(errors->List->viewport(), Qt::LeftButton, {}, row.center());
+        QCOMPARE(editor.shown, (QStringList{jump, jump}));
+
+        // Fixed and assembled from the toolbar: no error file is left.
+        editor.Type(QByteArray(Broken).replace("LDAX", "LDAA"));
+        form.tbToolbar_ButtonClick(form.Button(19));
+        QCOMPARE(f.boxes.boxes.size(), 4);
+        QVERIFY(!QFile::exists(folder.Path("first prog.err")));
+        QCOMPARE(form.PanelText(3), QString("Symbols: first prog.lst"));
+        QCOMPARE(AsmFile, QString("first prog.asm"));
+
+        // The toolbar's Download takes the fresh machine code without asking.
+        form.tbToolbar_ButtonClick(form.Button(21));
+        QVERIFY(!dialogShown);
+        QVERIFY2(f.boxes.boxes.size() == 4, qPrintable(f.boxes.boxes.last().text));
+        QCOMPARE(form.PanelText(2), QString("Program: first prog.s19"));
+        QCOMPARE(CpuRegisters.PC, 0xE000);
+
+        auto* disasm = qobject_cast<frmDisAsm*>(form.Window("frmDisAsm"));
+        QVERIFY(disasm);
+        if (!form.Menu("mnuDebugIncludeSym")->isChecked())
+            form.mnuDebugIncludeSym_Click();
+        QVERIFY(form.Menu("mnuDebugIncludeSym")->isChecked());
+        int row0 = 0;
+        while (row0 < int(disasm->PageRows.size()) && disasm->PageRows[row0].RowAddress != 0xE000)
+            ++row0;
+        QVERIFY(row0 < int(disasm->PageRows.size()));
+        QVERIFY2(disasm->PageRows[row0].RowText.contains("START LDS #$00FF"), qPrintable(disasm->PageRows[row0].RowText));
+        QVERIFY(disasm->PageRows[row0 + 2].RowText.contains("LOOP LDAA 4,X"));
+
+        form.mnuRunStepInto_Click();
+        form.mnuRunStepInto_Click();
+        QVERIFY2(f.boxes.boxes.size() == 4, qPrintable(f.boxes.boxes.last().text));
+        QCOMPARE(CpuRegisters.PC, 0xE006);
+        QCOMPARE(CpuRegisters.SP, 0x00FF);
+        QCOMPARE(CpuRegisters.IX, 0x1000);
+
+        CommonDialog::SetHandler(previousDialog);
+        form.Documents = nullptr;
+        AsmFile.clear();
+        S19File.clear();
+        LstFile.clear();
+    }
+};
+
+QTEST_MAIN(AssembleEndToEndTest)
+#include "AssembleEndToEnd_test.moc"

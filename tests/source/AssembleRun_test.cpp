@@ -1,0 +1,222 @@
+// The assembler run against the real AS11.EXE and ASM.BAT, and against
+// stand-in launchers that hang, stop early or fail, in folders of their own.
+#include <QtTest>
+
+#include "source/AssembleRun.h"
+
+#include <QSignalSpy>
+
+namespace {
+QByteArray Read(const QString& path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+bool Write(const QString& path, const QByteArray& text)
+{
+    QFile f(path);
+    return f.open(QIODevice::WriteOnly) && f.write(text) == text.size();
+}
+
+// A process that has ended may stay a zombie until someone reaps it.
+bool Alive(int pid)
+{
+    const QByteArray stat = Read(QString("/proc/%1/stat").arg(pid));
+    const qsizetype close = stat.lastIndexOf(')');
+    return close > 0 && stat.size() > close + 2 && stat[close + 2] != 'Z';
+}
+
+QStringList Listing(const QString& folder)
+{
+    return QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden, QDir::Name);
+}
+}  // namespace
+
+class AssembleRunTest : public QObject {
+    Q_OBJECT
+private:
+    QTemporaryDir program;   // the program's folder: AS11.EXE and ASM.BAT
+    QTemporaryDir sources;
+
+    QString Src(const QString& name) const { return sources.filePath(name); }
+
+    // A launcher of our own in place of ASM.BAT.
+    void StandIn(const QByteArray& script)
+    {
+        const QString path = program.filePath("ASM.BAT");
+        QFile::remove(path);
+        QVERIFY(Write(path, "#!/bin/sh\n" + script));
+        QVERIFY(QFile::setPermissions(path, QFile::permissions(path) | QFile::ExeOwner));
+    }
+    void RealLauncher()
+    {
+        QFile::remove(program.filePath("ASM.BAT"));
+        QVERIFY(QFile::copy(qEnvironmentVariable("ORVANE_PROGRAM_DIR") + "/ASM.BAT", program.filePath("ASM.BAT")));
+    }
+    AssembleRun::Outcome Assemble(AssembleRun& run, const QString& base, int timeoutMs = 10000)
+    {
+        return run.Run(Src(base + ".asm"), Src(base + ".lst"), Src(base + ".s19"), Src(base + ".err"), timeoutMs);
+    }
+
+private slots:
+    void initTestCase()
+    {
+        const QString programDir = qEnvironmentVariable("ORVANE_PROGRAM_DIR");
+        QVERIFY2(!programDir.isEmpty(), "ORVANE_PROGRAM_DIR is not set");
+        for (const char* name : {"AS11.EXE", "ASM.BAT"})
+            QVERIFY(QFile::copy(programDir + "/" + name, program.filePath(name)));
+    }
+
+    void init() { RealLauncher(); }
+
+    void resultsArriveBesideTheSource_data()
+    {
+        QTest::addColumn<QString>("base");
+        QTest::addColumn<QByteArray>("source");
+        QTest::addColumn<bool>("errors");
+        QTest::newRow("clean") << "prog" << QByteArray(" ORG $E000\n LDAA #1\n") << false;
+        QTest::newRow("blanks in the name") << "my first prog" << QByteArray(" ORG $E000\n NOP\n") << false;
+        QTest::newRow("two points") << "foo.bar" << QByteArray(" ORG $E000\n NOP\n") << false;
+        QTest::newRow("with errors") << "bad" << QByteArray(" ORG $E000\n LDAX 1\n") << true;
+    }
+    void resultsArriveBesideTheSource()
+    {
+        QFETCH(QString, base);
+        QFETCH(QByteArray, source);
+        QFETCH(bool, errors);
+        QVERIFY(Write(Src(base + ".asm"), source));
+        // Results of an earlier run, a stale error file among them.
+        for (const char* old : {".lst", ".s19", ".err"})
+            QVERIFY(Write(Src(base + old), "old"));
+        const QStringList programBefore = Listing(program.path());
+        QTemporaryDir work;
+        const QString workFolder = work.filePath("run");
+
+        AssembleRun run(program.path(), workFolder);
+        const AssembleRun::Outcome outcome = Assemble(run, base);
+        QCOMPARE(outcome.status, AssembleRun::Status::Finished);
+        QVERIFY2(outcome.problems.isEmpty(), qPrintable(outcome.problems.join('\n')));
+        QVERIFY(outcome.listingArrived && outcome.machineCodeArrived);
+        QCOMPARE(outcome.errorsArrived, errors);
+        QVERIFY(Read(Src(base + ".lst")).contains("E000"));
+        QVERIFY(Read(Src(base + ".s19")).startsWith("S0"));
+        QCOMPARE(QFile::exists(Src(base + ".err")), errors);
+        if (errors)
+            QCOMPARE(Read(Src(base + ".err")), QByteArray("2: unknown mnemonic 'LDAX'\n"));
+        // An installed program's folder is read-only: nothing is written there,
+        // and the work folder goes again.
+        QCOMPARE(Listing(program.path()), programBefore);
+        QVERIFY(!QFileInfo::exists(workFolder));
+    }
+
+    void twoRunsAtOnceKeepTheirOwnFiles()
+    {
+        // Two IDEs, one source name in two folders with different code.
+        QTemporaryDir otherSources;
+        QVERIFY(Write(Src("prog.asm"), " ORG $E000\n FCB $11\n"));
+        QVERIFY(Write(otherSources.filePath("prog.asm"), " ORG $E000\n FCB $22\n LDAX\n"));
+        QTemporaryDir work;
+        AssembleRun first(program.path(), work.filePath("first"));
+        AssembleRun second(program.path(), work.filePath("second"));
+        AssembleRun::Outcome inner;
+        // The second run starts and ends while the first one's batch is out.
+        connect(&first, &AssembleRun::Started, this, [&] {
+            const QString o = otherSources.filePath("prog");
+            inner = second.Run(o + ".asm", o + ".lst", o + ".s19", o + ".err");
+        });
+        const AssembleRun::Outcome outer = Assemble(first, "prog");
+        QCOMPARE(outer.status, AssembleRun::Status::Finished);
+        QCOMPARE(inner.status, AssembleRun::Status::Finished);
+        QVERIFY(!outer.errorsArrived && inner.errorsArrived);
+        QVERIFY(Read(Src("prog.s19")).contains("E00011"));
+        QVERIFY(Read(otherSources.filePath("prog.s19")).contains("E00022"));
+        QVERIFY(!QFile::exists(Src("prog.err")));
+    }
+
+    void batchThatNeverEndsIsStoppedAndCleanedUp_data()
+    {
+        QTest::addColumn<bool>("cancel");
+        QTest::newRow("time-out") << false;
+        QTest::newRow("cancel") << true;
+    }
+    void batchThatNeverEndsIsStoppedAndCleanedUp()
+    {
+        QFETCH(bool, cancel);
+        const QString sleeperPid = sources.filePath("sleeper.pid");
+        // Half a listing, then an assembler that hangs under the batch.
+        StandIn("echo partial > 'Temp$$$.lst'\nsleep 60 &\necho $! > '" + sleeperPid.toUtf8() + "'\nwait\n");
+        QVERIFY(Write(Src("hang.asm"), " NOP\n"));
+        QVERIFY(Write(Src("hang.lst"), "the last good listing"));
+        QTemporaryDir work;
+        AssembleRun run(program.path(), work.filePath("run"));
+        if (cancel)
+            connect(&run, &AssembleRun::Started, &run, &AssembleRun::Cancel);
+        const AssembleRun::Outcome outcome = Assemble(run, "hang", cancel ? 60000 : 300);
+
+        QCOMPARE(outcome.status, cancel ? AssembleRun::Status::Cancelled : AssembleRun::Status::TimedOut);
+        if (cancel)
+            QVERIFY(outcome.problems.isEmpty());
+        else
+            QCOMPARE(outcome.problems, QStringList{"ASM.BAT did not finish within 0.3 seconds !"});
+        QVERIFY(!outcome.listingArrived);
+        QCOMPARE(Read(Src("hang.lst")), QByteArray("the last good listing"));
+        QVERIFY(!QFileInfo::exists(work.filePath("run")));
+        // The assembler under the batch was stopped too.
+        const int sleeper = Read(sleeperPid).trimmed().toInt();
+        QVERIFY(sleeper > 0);
+        QTRY_VERIFY(!Alive(sleeper));
+        QVERIFY(!run.Running());
+    }
+
+    void runsThatCannotStartOrFinishSayWhy_data()
+    {
+        QTest::addColumn<QString>("missingTool");
+        QTest::addColumn<QByteArray>("launcher");   // empty: the real one
+        QTest::addColumn<QString>("source");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("problem");
+        QTest::addColumn<bool>("oldListingKept");
+        using S = AssembleRun::Status;
+        QTest::newRow("no AS11.EXE") << "AS11.EXE" << QByteArray() << "ok" << int(S::NotStarted)
+                                     << "Can't Find AS11.EXE !" << true;
+        QTest::newRow("no ASM.BAT") << "ASM.BAT" << QByteArray() << "ok" << int(S::NotStarted)
+                                    << "Can't Find ASM.BAT !" << true;
+        QTest::newRow("source gone") << "" << QByteArray() << "gone" << int(S::NotStarted) << "Can't copy " << true;
+        QTest::newRow("batch ends without marker") << "" << QByteArray("exit 0\n") << "ok" << int(S::NoMarker)
+                                                   << "ASM.BAT ended without leaving Temp$$$.$$$ !" << true;
+        QTest::newRow("assembler cannot write")
+            << "" << QByteArray("echo 'AS11: cannot write Temp$$$.lst' >&2\n: > 'Temp$$$.$$$'\nexit 2\n") << "ok"
+            << int(S::Finished) << "AS11: cannot write Temp$$$.lst !" << false;
+    }
+    void runsThatCannotStartOrFinishSayWhy()
+    {
+        QFETCH(QString, missingTool);
+        QFETCH(QByteArray, launcher);
+        QFETCH(QString, source);
+        QFETCH(int, status);
+        QFETCH(QString, problem);
+        QFETCH(bool, oldListingKept);
+        if (!launcher.isEmpty())
+            StandIn(launcher);
+        const QString hidden = program.filePath("hidden");
+        if (!missingTool.isEmpty())
+            QVERIFY(QFile::rename(program.filePath(missingTool), hidden));
+        QVERIFY(Write(Src("ok.asm"), " NOP\n"));
+        QVERIFY(Write(Src(source + ".lst"), "old"));
+        QTemporaryDir work;
+        AssembleRun run(program.path(), work.filePath("run"));
+        const AssembleRun::Outcome outcome = Assemble(run, source);
+        if (!missingTool.isEmpty())
+            QVERIFY(QFile::rename(hidden, program.filePath(missingTool)));
+
+        QCOMPARE(int(outcome.status), status);
+        QCOMPARE(outcome.problems.size(), 1);
+        QVERIFY2(outcome.problems[0].startsWith(problem), qPrintable(outcome.problems[0]));
+        QCOMPARE(Read(Src(source + ".lst")) == "old", oldListingKept);
+        QVERIFY(QDir(work.filePath("run")).entryList({"Temp*"}, QDir::Files).isEmpty());
+    }
+};
+
+QTEST_MAIN(AssembleRunTest)
+#include "AssembleRun_test.moc"
