@@ -14,21 +14,22 @@
 #include "workspace/frmMain.h"
 
 namespace {
-// Routines of ten lines each: labels, loads and stores, a table, a branch back.
+// Routines of ten lines each, as people write them: comments, an equate, a
+// blank line, loads and stores, a table, a branch back; 12 bytes of code.
 QByteArray GeneratedSource(int lines)
 {
-    QByteArray text = " ORG $8000\n";
+    QByteArray text = " ORG $1000\n";
     for (int n = 1; text.count('\n') < lines; ++n) {
-        text += QStringLiteral("R%1 LDX #$1000\t; routine %1\n"
+        text += QStringLiteral("* routine %1\n"
+                               "R%1 LDX #$1000\t; the register block\n"
                                " LDAA 4,X\n"
-                               " ANDA #$0F\n"
                                " STAA $40\n"
-                               " LDD $42\n"
-                               " ADDD #%1\n"
-                               " STD 2,Y\n"
+                               "C%1 EQU $7F\n"
+                               "\n"
                                " BNE R%1\n"
-                               "T%1 FCB 1,2,3,4\n"
-                               " RTS\n").arg(n).toLatin1();
+                               "T%1 FCB 1,C%1\n"
+                               " RTS\n"
+                               "* end of routine %1\n").arg(n).toLatin1();
     }
     return text;
 }

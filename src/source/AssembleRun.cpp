@@ -13,7 +13,6 @@
 #ifdef Q_OS_UNIX
 #include <csignal>
 #include <sys/types.h>
-#include <unistd.h>
 #endif
 
 namespace {
@@ -81,16 +80,13 @@ QString AssembleRun::Work(const QString& name) const
 
 QString AssembleRun::DefaultWorkFolder()
 {
-    // The runtime location belongs to the user alone; the temporary one is
-    // shared, so the user's number goes into the name there.
-    QString base = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    QString name = QStringLiteral("orvane-assemble-%1").arg(QCoreApplication::applicationPid());
-    if (base.isEmpty()) {
-        base = QStandardPaths::writableLocation(QStandardPaths::TempLocation);
-#ifdef Q_OS_UNIX
-        name = QStringLiteral("orvane-assemble-%1-%2").arg(getuid()).arg(QCoreApplication::applicationPid());
-#endif
-    }
+    // The runtime folder where the session has one, else the cache: both
+    // belong to the user alone. The process number keeps two IDEs apart.
+    const QString base = qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")
+                             ? QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation)
+                             : QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation)
+                                   + QStringLiteral("/orvane");
+    const QString name = QStringLiteral("assemble-%1").arg(QCoreApplication::applicationPid());
     return QDir(base).filePath(name);
 }
 

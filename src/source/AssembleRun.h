@@ -53,8 +53,8 @@ public:
     void Cancel();
     bool Running() const { return running_; }
 
-    // The work folder of this user and this process, under the runtime or
-    // temporary location: ".../orvane-<user>-<pid>".
+    // The work folder of this user and this process, in the user's runtime
+    // or cache folder: ".../assemble-<pid>".
     static QString DefaultWorkFolder();
     // Removes the files a run may have left in workFolder (Temp$$$.*), and
     // the folder when nothing else is in it.

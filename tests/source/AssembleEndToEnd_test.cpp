@@ -161,6 +161,7 @@ private:
         const QString jump = folder.Path("first prog.asm") + "|first prog.asm|4";
         QCOMPARE(editor.shown, QStringList{jump});
         const QRect row = errors->List->visualItemRect(errors->List->item(0));
+        QTest::mouseClick(errors->List->viewport(), Qt::LeftButton, {}, row.center());
         QTest::mouseDClick(errors->List->viewport(), Qt::LeftButton, {}, row.center());
         QCOMPARE(editor.shown, (QStringList{jump, jump}));
 
