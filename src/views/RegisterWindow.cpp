@@ -4,6 +4,7 @@
 #include "platform/Fonts.h"
 #include "platform/PopupMenu.h"
 #include "platform/WindowPlacement.h"
+#include "views/ChangedBitsDelegate.h"
 #include "views/EntryFields.h"
 #include "views/frmEnterVal.h"
 #include "workspace/frmMain.h"
@@ -67,6 +68,7 @@ RegisterWindow::RegisterWindow(const RegisterWindowKind& kind, QWidget* parent) 
     ListView->header()->setMinimumSectionSize(0);
     ListView->setColumnWidth(0, TwipsToPixelsX(NameColumnTwips));
     ListView->setColumnWidth(1, 0);
+    ListView->setItemDelegateForColumn(1, new ChangedBitsDelegate(ListView));
     for (const RegisterRow& row : kind.rows) {
         auto* item = new QTreeWidgetItem(QStringList{QString::fromLatin1(row.name), QString()});
         item->setToolTip(0, RowToolTip(row));
@@ -165,10 +167,10 @@ void RegisterWindow::WriteCells()
 
 void RegisterWindow::MarkChanges(QTreeWidgetItem& item, std::uint32_t bits)
 {
-    // Bits that changed since the last stop stand out, as in the memory window.
-    const QVariant mark = bits ? QVariant::fromValue(QColor(ChangedValueColour)) : QVariant();
-    if (item.data(1, Qt::ForegroundRole) != mark)
-        item.setData(1, Qt::ForegroundRole, mark);
+    // Bits that changed since the last stop stand out (ChangedBitsDelegate).
+    const QVariant mark = bits ? QVariant(bits) : QVariant();
+    if (item.data(1, ChangedBitsRole) != mark)
+        item.setData(1, ChangedBitsRole, mark);
 }
 
 void RegisterWindow::ClearScreen()

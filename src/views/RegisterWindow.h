@@ -41,9 +41,6 @@ struct RegisterWindowKind {
 void ReadRegisterBlockSource(frmMain& main);
 std::int32_t RegisterBlockValue(const RegisterRow& row, int index);
 
-// The colour of a value whose bits changed since the target's last stop.
-inline constexpr Qt::GlobalColor ChangedValueColour = Qt::red;
-
 class RegisterWindow : public QWidget {
     Q_OBJECT
 public:

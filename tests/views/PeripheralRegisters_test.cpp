@@ -14,6 +14,7 @@
 #include "support/MainFormFixture.h"
 #include "support/ModalPlayer.h"
 #include "target/MonitorFrames.h"
+#include "views/ChangedBitsDelegate.h"
 #include "views/RegisterWindow.h"
 
 #include <QMdiArea>
@@ -64,9 +65,9 @@ QStringList Names(const RegisterWindow* w)
     return names;
 }
 
-bool Marked(const RegisterWindow* w, int row)
+std::uint32_t Marked(const RegisterWindow* w, int row)
 {
-    return w->ListView->topLevelItem(row)->data(1, Qt::ForegroundRole).isValid();
+    return w->ListView->topLevelItem(row)->data(1, ChangedBitsRole).toUInt();
 }
 
 // Every window opens with its caption and rows, and a value dialog opens on
@@ -203,12 +204,15 @@ private slots:
         QCOMPARE(markedRows(timer), QList<int>{});
         form.mnuRunStepInto_Click();   // STAA $1020
         QCOMPARE(markedRows(timer), QList<int>{TCTL1});
+        QCOMPARE(Marked(timer, TCTL1), 0x40u);
         EnterValue(timer, TMSK1, "$01");
-        QCOMPARE(markedRows(timer), (QList<int>{TCTL1, TMSK1}));
+        EnterValue(timer, TOC1, "$0100");
+        QCOMPARE(markedRows(timer), (QList<int>{TOC1, TCTL1, TMSK1}));
+        QCOMPARE(Marked(timer, TOC1), 0x0100u);
         EnterValue(pia, 5, "$80");    // Dir B
         QCOMPARE(markedRows(pia), QList<int>{5});
         form.mnuRunStepInto_Click();   // NOP: only what was typed since the last stop
-        QCOMPARE(markedRows(timer), QList<int>{TMSK1});
+        QCOMPARE(markedRows(timer), (QList<int>{TOC1, TMSK1}));
         QCOMPARE(markedRows(pia), QList<int>{5});
         form.mnuRunStepInto_Click();   // NOP: nothing changed
         QCOMPARE(markedRows(timer), QList<int>{});
@@ -294,7 +298,7 @@ private slots:
         form.mnuRunStepInto_Click();
         QCoreApplication::processEvents();
         QCOMPARE(timer->Cell(TCTL1), QString("%01000000"));
-        QVERIFY(Marked(timer, TCTL1));
+        QCOMPARE(Marked(timer, TCTL1), 0x40u);
 
         const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
         if (!folder.isEmpty() && !QTest::currentTestFailed())
