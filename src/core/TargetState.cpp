@@ -1,5 +1,7 @@
 #include "core/TargetState.h"
 
+#include "core/BlockChanges.h"
+
 std::uint8_t TargetMode = BoardMode;
 bool BoardConnected = false;
 bool BoardRunning = false;
@@ -48,6 +50,9 @@ void ResetTargetState()
     InstructionWindow.fill(0);
     ProgramBase = MemoryPageAddress = StackViewAddress = 0;
     TargetMemory.fill(0);
+    TargetRuns = 0;
+    RegisterBlockChanges.Forget();
+    PiaBlockChanges.Forget();
     BreakpointTable.fill(0);
     BreakpointCount = 0;
     StepExecute = StepPlain = StepOverActive = StepOutActive = false;

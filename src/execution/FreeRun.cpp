@@ -1,6 +1,7 @@
 // The free run: the board gets the CPU with an "X" frame and the host only
 // listens until the monitor's reset report (MSComm_OnComm) ends the run.
 // Breakpoints do not exist here; they are compared on the host only.
+#include "core/BlockChanges.h"
 #include "core/TargetState.h"
 #include "platform/MsgBox.h"
 #include "platform/TickCount.h"
@@ -28,6 +29,7 @@ void frmMain::RunHC11()
     if (TargetMode == BoardMode) {
         MSComm.SetRThreshold(0);
         MSComm.SetInBufferCount(0);
+        ++TargetRuns;
         MSComm.Output(monitor::ExecuteFrame(CpuRegisters));
         // The acknowledgement is one byte; no events may run meanwhile.
         const std::uint32_t start = GetTickCount();

@@ -38,3 +38,13 @@ std::int32_t BlockValue(const RegisterRow& row, std::span<const std::uint8_t> bl
         return block[at];
     return block[at] * 256 + block[at + 1];
 }
+
+QString RowToolTip(const RegisterRow& row)
+{
+    QString tip = QString::fromLatin1(row.name);
+    if (row.title)
+        tip += QStringLiteral(": ") + QString::fromLatin1(row.title);
+    if (row.bits)
+        tip += QStringLiteral("\nBits 7-0: ") + QString::fromLatin1(row.bits);
+    return tip;
+}

@@ -24,7 +24,12 @@ struct RegisterRow {
     bool readOnly = false;         // the row takes no value
     RowWrite write = RowWrite::Target;
     bool flagLetters = false;      // CCR: "%" and the letters of the set flags; format fixed
+    const char* title = nullptr;   // the register's full name, for the row's tooltip
+    const char* bits = nullptr;    // names of bits 7 to 0, blank-separated, "-" where unused
 };
+
+// The row's tooltip: its name and full name, then what its bits are.
+QString RowToolTip(const RegisterRow& row);
 
 // The cell of a row: the value in the row's format, or for a flag row the
 // flag letters whatever the format.

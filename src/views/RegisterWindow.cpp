@@ -4,6 +4,7 @@
 #include "platform/Fonts.h"
 #include "platform/PopupMenu.h"
 #include "platform/WindowPlacement.h"
+#include "views/ChangedBitsDelegate.h"
 #include "views/EntryFields.h"
 #include "views/frmEnterVal.h"
 #include "workspace/frmMain.h"
@@ -67,8 +68,12 @@ RegisterWindow::RegisterWindow(const RegisterWindowKind& kind, QWidget* parent) 
     ListView->header()->setMinimumSectionSize(0);
     ListView->setColumnWidth(0, TwipsToPixelsX(NameColumnTwips));
     ListView->setColumnWidth(1, 0);
+    ListView->setItemDelegateForColumn(1, new ChangedBitsDelegate(ListView));
     for (const RegisterRow& row : kind.rows) {
-        ListView->addTopLevelItem(new QTreeWidgetItem(QStringList{QString::fromLatin1(row.name), QString()}));
+        auto* item = new QTreeWidgetItem(QStringList{QString::fromLatin1(row.name), QString()});
+        item->setToolTip(0, RowToolTip(row));
+        item->setToolTip(1, RowToolTip(row));
+        ListView->addTopLevelItem(item);
         RowFormat.push_back(row.format);
     }
     ListView->installEventFilter(this);
@@ -150,12 +155,22 @@ void RegisterWindow::WriteCells()
         QTreeWidgetItem* item = ListView->topLevelItem(i);
         if (item->text(1) != text)
             item->setText(1, text);
+        if (kind_.changedBits)
+            MarkChanges(*item, kind_.changedBits(row, i));
         widest = std::max(widest, metrics.horizontalAdvance(text));
     }
     // The list pads each cell by the style's text margin on both sides.
     const int padding = 2 * (ListView->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, ListView) + 1);
     if (ListView->columnWidth(1) != widest + padding)
         ListView->setColumnWidth(1, widest + padding);
+}
+
+void RegisterWindow::MarkChanges(QTreeWidgetItem& item, std::uint32_t bits)
+{
+    // Bits that changed since the last stop stand out (ChangedBitsDelegate).
+    const QVariant mark = bits ? QVariant(bits) : QVariant();
+    if (item.data(1, ChangedBitsRole) != mark)
+        item.setData(1, ChangedBitsRole, mark);
 }
 
 void RegisterWindow::ClearScreen()
@@ -324,6 +339,9 @@ void RegisterWindow::StartTimerIfAuto()
 
 void RegisterWindow::SubWindowActivated(QMdiSubWindow* sub)
 {
+    // The main window's teardown hides its children, which reports activations.
+    if (!MainForm)
+        return;
     const bool mine = sub && sub == parentWidget();
     if (mine && !active_)
         Form_Activate();

@@ -18,6 +18,7 @@
 
 class QMdiSubWindow;
 class QTreeWidget;
+class QTreeWidgetItem;
 class frmMain;
 
 struct RegisterWindowKind {
@@ -31,6 +32,9 @@ struct RegisterWindowKind {
     void (*read)(frmMain& main);
     // The value of rows[index] in the host's copy.
     std::int32_t (*value)(const RegisterRow& row, int index);
+    // The bits of rows[index] that changed since the target's last stop
+    // (core/BlockChanges.h); nullptr where nothing is tracked.
+    std::uint32_t (*changedBits)(const RegisterRow& row, int index) = nullptr;
 };
 
 // Sources for the windows that draw from RegisterBlock ($1000, 64 bytes).
@@ -73,6 +77,7 @@ protected:
 
 private:
     void WriteCells();
+    void MarkChanges(QTreeWidgetItem& item, std::uint32_t bits);
     void SetFormat(char format);
     void Form_Activate();
     void Form_Deactivate();

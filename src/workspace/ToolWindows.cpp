@@ -3,6 +3,7 @@
 #include "code/frmDisAsm.h"
 #include "code/frmLabel.h"
 #include "code/frmStack.h"
+#include "views/PeripheralRegisterRows.h"
 #include "views/frmRegCPU.h"
 #include "workspace/frmMain.h"
 
@@ -17,14 +18,14 @@ namespace {
 // In the order of the View menu.
 ToolWindowRow Windows[] = {
     {"frmRegCPU", "mnuViewRegCPU", &CreateRegCPU},
-    {"frmRegPorts", "mnuViewRegPorts", nullptr},
-    {"frmRegTimer", "mnuViewRegTimer", nullptr},
-    {"frmRegPA", "mnuViewRegPulseAcc", nullptr},
-    {"frmRegSCI", "mnuViewRegSCI", nullptr},
-    {"frmRegSPI", "mnuViewRegSPI", nullptr},
-    {"frmRegAD", "mnuViewRegAD", nullptr},
-    {"frmRegOther", "mnuViewRegOther", nullptr},
-    {"frmRegPIA", "mnuViewRegPIA", nullptr},
+    {"frmRegPorts", "mnuViewRegPorts", &CreateRegisterWindow<PortsWindowKind>},
+    {"frmRegTimer", "mnuViewRegTimer", &CreateRegisterWindow<TimerWindowKind>},
+    {"frmRegPA", "mnuViewRegPulseAcc", &CreateRegisterWindow<PulseAccWindowKind>},
+    {"frmRegSCI", "mnuViewRegSCI", &CreateRegisterWindow<SciWindowKind>},
+    {"frmRegSPI", "mnuViewRegSPI", &CreateRegisterWindow<SpiWindowKind>},
+    {"frmRegAD", "mnuViewRegAD", &CreateRegisterWindow<AdWindowKind>},
+    {"frmRegOther", "mnuViewRegOther", &CreateRegisterWindow<OtherWindowKind>},
+    {"frmRegPIA", "mnuViewRegPIA", &CreateRegisterWindow<PiaWindowKind>},
     {"frmIOBOard", "mnuViewIOunit", nullptr},
     {"frmMemory", "mnuViewMemory", nullptr},
     {"frmWatch", "mnuViewWatch", nullptr},

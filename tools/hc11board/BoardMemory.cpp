@@ -11,17 +11,34 @@ struct ResetValue {
     std::uint8_t value;
 };
 
-// Registers with a defined value after reset (the rest read 0 here). SCCR2
-// has TE and RE set because the monitor runs the line through the SCI.
+// Registers with a defined value after reset; the rest, undefined on the
+// processor or reset to 0, read 0 here. SCSR comes from the SCI. SCCR2 has TE
+// and RE set because the monitor runs the line through the SCI.
 constexpr ResetValue RegisterResetValues[] = {
-    {0x1002, 0x03},   // PIOC
-    {0x1028, 0x04},   // SPCR
-    {0x102D, 0x0C},   // SCCR2: TE, RE
-    {0x1039, 0x10},   // OPTION: DLY
-    {0x103C, 0x05},   // HPRIO
-    {0x103D, 0x01},   // INIT: RAM at $0000, registers at $1000
-    {0x103F, 0x0C},   // CONFIG
+    {0x1002, 0x03},                   // PIOC: EGA, INVB
+    {0x1016, 0xFF}, {0x1017, 0xFF},   // TOC1 to TOC5 reset to $FFFF
+    {0x1018, 0xFF}, {0x1019, 0xFF},
+    {0x101A, 0xFF}, {0x101B, 0xFF},
+    {0x101C, 0xFF}, {0x101D, 0xFF},
+    {0x101E, 0xFF}, {0x101F, 0xFF},
+    {0x1028, 0x04},                   // SPCR: CPHA
+    {0x102D, 0x0C},                   // SCCR2: TE, RE
+    {0x1039, 0x10},                   // OPTION: DLY
+    {0x103C, 0x25},                   // HPRIO: expanded mode (MDA), PSEL at IRQ
+    {0x103D, 0x01},                   // INIT: RAM at $0000, registers at $1000
+    {0x103F, 0x0C},                   // CONFIG: ROM and EEPROM off, the flash in their place
 };
+
+// The PIA's input registers show the pins of its ports: an output bit (its
+// direction bit set) drives its pin from the output register; an input pin
+// with nothing connected is pulled high. Writing them changes nothing.
+constexpr std::uint16_t PiaInputA = PiaStart, PiaInputB = PiaStart + 1;
+constexpr std::uint16_t PiaOutputA = PiaStart + 4, PiaDirectionA = PiaStart + 6;
+
+bool IsPiaInput(std::uint16_t address)
+{
+    return address == PiaInputA || address == PiaInputB;
+}
 
 bool InRegisterBlock(std::uint16_t address)
 {
@@ -45,8 +62,17 @@ void BoardMemory::ResetDevices()
     sci.Reset();
 }
 
+std::uint8_t BoardMemory::PiaPins(std::uint16_t inputAddress) const
+{
+    const int port = inputAddress - PiaInputA;
+    const std::uint8_t direction = bytes_[PiaDirectionA + port];
+    return std::uint8_t((bytes_[PiaOutputA + port] & direction) | ~direction);
+}
+
 std::uint8_t BoardMemory::Peek(std::uint16_t address) const
 {
+    if (IsPiaInput(address))
+        return PiaPins(address);
     if (address == ScsrAddress)
         return sci.Status();
     if (address == ScdrAddress)
@@ -56,7 +82,7 @@ std::uint8_t BoardMemory::Peek(std::uint16_t address) const
 
 void BoardMemory::Poke(std::uint16_t address, std::uint8_t value)
 {
-    if (IsFlash(address) || address == ScsrAddress || address == ScdrAddress)
+    if (IsFlash(address) || address == ScsrAddress || address == ScdrAddress || IsPiaInput(address))
         return;
     bytes_[address] = value;
 }
@@ -82,6 +108,8 @@ std::uint8_t BoardMemory::CpuRead(std::uint16_t address)
         if (address == ScdrAddress)
             return sci.ReadData();
     }
+    if (IsPiaInput(address))
+        return PiaPins(address);
     return bytes_[address];
 }
 

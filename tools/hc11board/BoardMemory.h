@@ -32,8 +32,9 @@ public:
     void ResetDevices();
 
     std::uint8_t Peek(std::uint16_t address) const;
-    // A monitor write: RAM, the PIA and writable registers change; the flash
-    // and the SCI's status and data registers do not.
+    // A monitor write: RAM, the PIA's output and direction registers and
+    // writable registers change; the flash, the PIA's input registers and the
+    // SCI's status and data registers do not.
     void Poke(std::uint16_t address, std::uint8_t value);
     // Programming: flash bits only go from 1 to 0; elsewhere a plain write.
     void Program(std::uint16_t address, std::uint8_t value);
@@ -49,6 +50,9 @@ public:
     Sci sci;
 
 private:
+    // What an input register of the PIA reads: its port's pins.
+    std::uint8_t PiaPins(std::uint16_t inputAddress) const;
+
     std::array<std::uint8_t, 65536> bytes_{};
 };
 
