@@ -34,13 +34,13 @@ struct FakeLine final : SerialDevice {
 
 FakeLine* line = nullptr;
 MSComm* comm = nullptr;
-std::uint32_t clock = 0;
+std::uint32_t ticks = 0;   // moves on at every look
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
 {
     static QCoreApplication app(*argc, *argv);
-    SetTickCountSource([] { return ++clock; });
+    SetTickCountSource([] { return ++ticks; });
     SetDoEventsHook([] {});
     comm = new MSComm;
     comm->SetDeviceFactory([](int) {

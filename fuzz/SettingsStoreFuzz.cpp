@@ -4,7 +4,9 @@
 #include "platform/SettingsStore.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <cstdint>
 #include <cstdlib>
@@ -14,6 +16,7 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
     static QCoreApplication app(*argc, *argv);
     static QTemporaryDir folder;
     SetSettingsFolder(folder.path());
+    QDir().mkpath(QFileInfo(SettingsFilePath()).path());
     return 0;
 }
 
