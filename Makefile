@@ -2,7 +2,7 @@
 BUILD ?= build
 JOBS  ?= $(shell nproc)
 
-.PHONY: all setup build run test bench clean
+.PHONY: all setup build run test bench fuzz check-sanitize clean
 
 all: build
 
@@ -27,5 +27,27 @@ test: build
 bench: build
 	@for b in $(BUILD)/bench/*; do [ -x "$$b" ] || continue; QT_QPA_PLATFORM=offscreen "$$b" || exit 1; done
 
+# Every libFuzzer target for FUZZ_S seconds over its seeds in fuzz/corpus;
+# a crash, a hang or a failed check fails the run (clang, in build-fuzz).
+FUZZ_S ?= 60
+FUZZ_BUILD ?= build-fuzz
+fuzz: setup
+	@[ -f $(FUZZ_BUILD)/CMakeCache.txt ] || cmake -S . -B $(FUZZ_BUILD) -G "$(GENERATOR)" \
+	    -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ -DORVANE_FUZZ=ON
+	cmake --build $(FUZZ_BUILD) --target fuzzers -j $(JOBS)
+	./scripts/fuzz.sh $(FUZZ_BUILD) $(FUZZ_S) $(JOBS)
+
+# The whole tree with AddressSanitizer and UndefinedBehaviorSanitizer, in
+# build-sanitize, and the test suite run there. Leak reports are off: Qt and
+# fontconfig keep their caches until the process ends.
+SANITIZE_BUILD ?= build-sanitize
+check-sanitize: setup
+	@[ -f $(SANITIZE_BUILD)/CMakeCache.txt ] || cmake -S . -B $(SANITIZE_BUILD) -G "$(GENERATOR)" \
+	    -DCMAKE_BUILD_TYPE=RelWithDebInfo -DORVANE_SANITIZE=address,undefined
+	cmake --build $(SANITIZE_BUILD) -j $(JOBS)
+	cd $(SANITIZE_BUILD) && QT_QPA_PLATFORM=offscreen \
+	    ASAN_OPTIONS=detect_leaks=0:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1 \
+	    ctest --output-on-failure -j $(JOBS)
+
 clean:
-	rm -rf $(BUILD)
+	rm -rf $(BUILD) $(FUZZ_BUILD) $(SANITIZE_BUILD)

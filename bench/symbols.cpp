@@ -1,13 +1,16 @@
 // Time to load the symbols of a 30,000-line listing through the File menu's
-// road (file, column reader, the event pump after every line, panel 3).
+// road (file, column reader, the event pump after every line, panel 3), and
+// to expand one listing line of 20,000 tabs.
 #include <QElapsedTimer>
 #include <QFile>
 #include <algorithm>
 #include <cstdio>
 #include <vector>
 
+#include "BenchFigures.h"
 #include "HeadlessApp.h"
 #include "code/SymbolTable.h"
+#include "core/Conversions.h"
 #include "source/SourceRecords.h"
 #include "workspace/frmMain.h"
 
@@ -73,5 +76,11 @@ int main(int argc, char* argv[])
         return 2;   // the listing did not read as it should: the figure would mean nothing
     std::sort(times.begin(), times.end());
     std::printf("load_symbols_ms: %lld ms\n", static_cast<long long>(times[times.size() / 2]));
+
+    const QString tabs = QStringLiteral("0001 E000 01") + QString(20000, QLatin1Char('\t')) + QStringLiteral("NOP");
+    qsizetype width = 0;
+    Print("expand_20000_tabs_ms", MeanMs(5, [&] { width = ExpandTabs(tabs).size(); }), "ms");
+    if (width < 20000)   // every tab gives at least one blank
+        return 3;
     return 0;
 }

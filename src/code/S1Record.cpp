@@ -17,7 +17,15 @@ S1Record ReadS1Line(const QByteArray& line)
         return record;
     const QString text = QString::fromLatin1(line);
     const int byteCount = HexAt(text, 2, 2);
-    if (byteCount <= 3) {
+    qsizetype length = text.size();
+    while (length > 0 && (text[length - 1] == u'\n' || text[length - 1] == u'\r'))
+        --length;
+    // Count, address, data and checksum: two digits for each counted byte.
+    if (byteCount < 3 || length < 4 + 2 * byteCount) {
+        record.kind = S1Record::Kind::Malformed;
+        return record;
+    }
+    if (byteCount == 3) {
         record.kind = S1Record::Kind::NoData;
         return record;
     }

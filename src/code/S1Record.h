@@ -2,7 +2,9 @@
 // that begin with "S1" (upper case) are records; everything else (S0, S9,
 // blanks, other text) is passed over. Digits are read by fixed columns with
 // HexToLong, so a lower-case or stray character adds nothing and the
-// one's-complement checksum then decides.
+// one's-complement checksum then decides. A line too short for its byte count
+// is refused outright: its missing digits would read as zeros, and a line
+// such as "S1FF" would pass as 252 zero bytes at $0000.
 //
 //   columns 1-2 "S1", 3-4 byte count (data bytes + 3), 5-8 load address,
 //   then two digits per data byte, then two for the checksum.
@@ -18,6 +20,7 @@ struct S1Record {
         NotARecord,    // the line does not begin with "S1"
         NoData,        // a byte count of 3 or less: nothing to write
         BadChecksum,   // skipped without a word
+        Malformed,     // byte count below 3, or fewer digits than it says: skipped like a bad checksum
         Good,
     };
     Kind kind = Kind::NotARecord;

@@ -101,10 +101,14 @@ QString FormatValue(std::int32_t value, const QString& prefix, bool wide)
 
 QString ExpandTabs(const QString& text)
 {
-    QString result = text;
-    for (qsizetype p = result.indexOf('\t'); p >= 0; p = result.indexOf('\t', p)) {
-        const qsizetype blanks = 9 - p % 9;   // p counts from 0 here
-        result.replace(p, 1, QString(blanks, QLatin1Char(' ')));
+    // Built in one pass: replacing in place would move the rest of the line for every tab.
+    QString result;
+    result.reserve(text.size());
+    for (const QChar c : text) {
+        if (c == u'\t')
+            result.resize(result.size() + 9 - result.size() % 9, u' ');   // stops every nine columns
+        else
+            result.append(c);
     }
     return result;
 }

@@ -5,6 +5,6 @@
 #include <QFont>
 #include <QString>
 
-// The named font if it resolves to a fixed-pitch face, else the system's
-// fixed-pitch font, in both cases with the given size and style.
+// The named font if, in the given size and style, it resolves to a fixed-pitch
+// face, else a fixed-pitch face the system has, with that size and style.
 QFont FixedPitchFont(const QString& name, double pointSize, bool bold = false, bool italic = false);

@@ -80,15 +80,16 @@ private slots:
     {
         using Kind = S1Record::Kind;
         // 13 + 7A + F0 + 0A + 0A + 0D + 61 = $1FF: one's complement (two's would need $62).
-        // Lower case and stray characters add nothing to a field; missing digits read as nothing.
+        // Lower case and stray characters add nothing to a field; a line short of digits is refused.
         const std::tuple<QByteArray, Kind, int, std::vector<std::uint8_t>> rows[] = {
             {"S1137AF00A0A0D0000000000000000000000000061\r\n", Kind::Good, 0x7AF0,
              {0x0A, 0x0A, 0x0D, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}},
             {"S1040010EB00;x", Kind::Good, 0x10, {0xEB}},       {"S1040010EB01", Kind::BadChecksum, 0x10, {0xEB}},
             {"S1040010eb00", Kind::BadChecksum, 0x10, {0}},     {"S1040010E?00", Kind::BadChecksum, 0x10, {0x0E}},
-            {"S1040010EB0x", Kind::Good, 0x10, {0xEB}},         {"S1040010EB", Kind::Good, 0x10, {0xEB}},
-            {"S1060010E", Kind::BadChecksum, 0x10, {0x0E, 0, 0}}, {"S1030000FC", Kind::NoData, 0, {}},
-            {"S1", Kind::NoData, 0, {}},                        {"S1\xFF\x01", Kind::NoData, 0, {}},
+            {"S1040010EB0x", Kind::Good, 0x10, {0xEB}},         {"S1040010EB\r\n", Kind::Malformed, 0, {}},
+            {"S1060010E", Kind::Malformed, 0, {}},              {"S1030000FC", Kind::NoData, 0, {}},
+            {"S1FF", Kind::Malformed, 0, {}},                   {"S1020000FD", Kind::Malformed, 0, {}},
+            {"S1", Kind::Malformed, 0, {}},                     {"S1\xFF\x01", Kind::Malformed, 0, {}},
             {"S9030000FC", Kind::NotARecord, 0, {}},            {"s1040010EB00", Kind::NotARecord, 0, {}},
             {"", Kind::NotARecord, 0, {}},                      {" S1040010EB00", Kind::NotARecord, 0, {}}};
         for (const auto& [line, kind, address, data] : rows) {
@@ -145,13 +146,13 @@ private slots:
         QByteArray lowerCase = S1(0x0120, {0xAB, 0xCD});
         lowerCase.replace("ABCD", "abcd");
         Session s(S1(0x0100, {0x11, 0x22}) + S1(0x0110, {0x33}, 1) + lowerCase + "S1050130AA\n" +
-                  S1(0x0140, {0x44}) + S1(0x0101, {0x99}));
+                  "S1FF\n" + QByteArray("S1\xFF\x00\x01\n", 6) + S1(0x0140, {0x44}) + S1(0x0101, {0x99}));
         s.form->mnuFileDownload_Click();
 
         QVERIFY(s.f.boxes.boxes.isEmpty());
         QCOMPARE(TargetMemory[0x0100], std::uint8_t(0x11));
         QCOMPARE(TargetMemory[0x0101], std::uint8_t(0x99));   // a later record overwrites
-        for (int skipped : {0x0110, 0x0120, 0x0130})
+        for (int skipped : {0x0110, 0x0120, 0x0130, 0x0000})   // a short line writes no zeros
             QCOMPARE(TargetMemory[skipped], std::uint8_t(0x5A));
         QCOMPARE(TargetMemory[0x0140], std::uint8_t(0x44));
         QCOMPARE(s.form->PanelText(2), QString("Program: prog.s19"));
@@ -161,7 +162,6 @@ private slots:
     {
         const std::pair<QByteArray, const char*> cases[] = {
             {"S1030000FC\n", "S1 record without data in line 2 !"},
-            {QByteArray("S1\xFF\x00\x01\n", 6), "S1 record without data in line 2 !"},
             {S1(0xFFFF, {0x01, 0x02}), "S1 record past $FFFF in line 2 !"}};
         for (const auto& [line, message] : cases) {
             Session s(S1(0x0100, {0x11}) + line + S1(0x0200, {0x22}) + S1(0xFFFE, {0xE0, 0x00}));
