@@ -9,6 +9,14 @@
 
 TargetLink::TargetLink(LinkReports& reports) : reports_(reports)
 {
+    reader_ = [this](std::int32_t address, std::span<std::uint8_t> out) {
+        std::vector<std::uint8_t> bytes;
+        InBytes(address, bytes, static_cast<std::int16_t>(out.size()));
+        if (!BoardConnected || bytes.size() != out.size())
+            return false;
+        std::copy(bytes.begin(), bytes.end(), out.begin());
+        return true;
+    };
     QObject::connect(&Velmar1, &Velmar::ReadRequest, &Velmar1,
                      [this](std::int32_t address, std::int16_t& data) { SimulatorRead(address, data); },
                      Qt::DirectConnection);

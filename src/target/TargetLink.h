@@ -78,7 +78,7 @@ public:
                   const std::function<bool()>& abandoned = {});
 
     // Target bytes for the flow analysis, read by InBytes.
-    TargetBytesReader Reader();
+    const TargetBytesReader& Reader() const { return reader_; }
 
 private:
     // The two halves of every operation after FindBoard: count bytes at
@@ -94,4 +94,5 @@ private:
     void SimulatorWrite(std::int32_t Address, std::int16_t Data);
 
     LinkReports& reports_;
+    TargetBytesReader reader_;   // built once: Play asks for it at every step
 };

@@ -38,18 +38,6 @@ bool TargetLink::Exchange(const QByteArray& frame, const ExchangeRules& rules, Q
     return false;
 }
 
-TargetBytesReader TargetLink::Reader()
-{
-    return [this](std::int32_t address, std::span<std::uint8_t> out) {
-        std::vector<std::uint8_t> bytes;
-        InBytes(address, bytes, static_cast<std::int16_t>(out.size()));
-        if (!BoardConnected || bytes.size() != out.size())
-            return false;
-        std::copy(bytes.begin(), bytes.end(), out.begin());
-        return true;
-    };
-}
-
 bool TargetLink::ReadTarget(std::int32_t address, int count, std::uint32_t timeoutMs, std::span<std::uint8_t> out)
 {
     if (TargetMode == SimulatorMode) {
