@@ -4,7 +4,13 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <span>
 #include <string>
+
+// Reads out.size() bytes of the target from address on; false when the read
+// failed (the target link's Reader(), or a plain array in a test).
+using TargetBytesReader = std::function<bool(std::int32_t address, std::span<std::uint8_t> out)>;
 
 // Decodes the instruction at Address into its length (1 to 5) and its text.
 // An Address below ProgramBase gets 65536 added and keeps it, so that a page
@@ -21,9 +27,10 @@ bool InstructionInBuffer(std::int32_t Address);
 void SplitCCR();
 
 // Works out the address of the instruction that runs after the one at Address.
-// False only when a bit branch could not read its tested byte from the target.
+// A bit branch reads its tested byte, RTI its return address, through
+// ReadTarget; false only when that read failed (an empty reader reads nothing).
 bool NextAddress(std::int32_t& Address, bool& FollowCalls, std::int32_t& Next, bool& Jump,
-                 bool& Call, bool& Return);
+                 bool& Call, bool& Return, const TargetBytesReader& ReadTarget);
 
 // E-clock cycles of the instruction at Address (0 for illegal sequences and WAI).
 std::uint8_t ClockCycles(std::int32_t& Address);

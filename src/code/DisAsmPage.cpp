@@ -26,13 +26,13 @@ const std::uint8_t* CodeAt(std::int32_t address)
 }
 }  // namespace
 
-QChar BranchMark()
+QChar BranchMark(const TargetBytesReader& readTarget)
 {
     std::int32_t pc = CpuRegisters.PC;
     bool followCalls = false;
     std::int32_t next = 0;
     bool jump = false, call = false, ret = false;
-    NextAddress(pc, followCalls, next, jump, call, ret);
+    NextAddress(pc, followCalls, next, jump, call, ret, readTarget);
     if (!jump)
         return QLatin1Char(' ');
     const std::int32_t at = CpuRegisters.PC & 0xFFFF;
@@ -104,7 +104,7 @@ void DecodePage(std::int32_t top, const PageSwitches& switches, PageRowArray& ro
             }
             row.Breakpoint = HasBreakpoint(address);
             row.AtPC = address == CpuRegisters.PC;
-            const QChar mark = row.AtPC ? BranchMark() : QLatin1Char(' ');
+            const QChar mark = row.AtPC ? BranchMark(switches.ReadTarget) : QLatin1Char(' ');
             BuildRowText(row.RowText, address, switches.CodeOn ? code : nullptr, length, mark,
                          source ? QStringView(*source) : QStringView(instruction));
         }

@@ -4,6 +4,8 @@
 // what these routines give.
 #pragma once
 
+#include "code/Asm.h"
+
 #include <QString>
 #include <array>
 #include <cstdint>
@@ -22,13 +24,15 @@ using PageRowArray = std::array<PageRow, PageRowCount>;
 struct PageSwitches {
     bool CodeOn = false;       // the machine code column (mnuDebugCodeOn)
     bool IncludeSym = false;   // source lines of the listing (mnuDebugIncludeSym)
+    // The target's bytes for the PC row's mark: a bit branch reads its tested byte.
+    TargetBytesReader ReadTarget;
 };
 
 constexpr char16_t PlusMinusMark = 0x00B1;
 
 // The mark of the PC row: a blank unless the instruction at PC jumps, then
 // "+" forward, "-" backward, plus-minus onto itself.
-QChar BranchMark();
+QChar BranchMark(const TargetBytesReader& readTarget);
 
 // The text of one row into out: " $1000: ", the code bytes padded to five
 // places when code is given, the mark, a blank and the instruction.

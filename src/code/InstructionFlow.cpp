@@ -1,9 +1,6 @@
-#include <vector>
-
 #include "code/Asm.h"
 #include "code/ProgramBufferAccess.h"
 #include "target/hc11/Cpu.h"
-#include "workspace/frmMain.h"
 
 using hc11::Mnemonic;
 using hc11::Mode;
@@ -23,7 +20,7 @@ std::uint8_t FlagsAsCcr()
 } // namespace
 
 bool NextAddress(std::int32_t& Address, bool& FollowCalls, std::int32_t& Next, bool& Jump,
-                 bool& Call, bool& Return)
+                 bool& Call, bool& Return, const TargetBytesReader& ReadTarget)
 {
     Jump = Call = Return = false;
     bool result = true;
@@ -54,19 +51,18 @@ bool NextAddress(std::int32_t& Address, bool& FollowCalls, std::int32_t& Next, b
         else if (mode == Mode::BitBranchIndexedY)
             tested = (CpuRegisters.IY + b0) & 0xFFFF;
         std::uint8_t value = 0;
-        MainForm->InByte(tested, value);
-        if (!BoardConnected)
+        if (!ReadTarget || !ReadTarget(tested, {&value, 1}))
             result = false;
-        // The mask comes from the bytes read at PC, the offset from the program copy.
-        const std::int32_t maskIndex = operand + 1 - CpuRegisters.PC;
-        const std::uint8_t mask = maskIndex >= 0 && maskIndex < std::int32_t(InstructionWindow.size())
-                                      ? InstructionWindow[maskIndex]
-                                      : b1;
+        // The mask is the instruction's own byte: whatever a window last read
+        // at PC may belong to another instruction by now.
+        const std::uint8_t mask = b1;
         Jump = mnemonic == Mnemonic::BRCLR ? (value & mask) == 0 : (~value & mask) == 0;
     }
 
     const bool taken = Jump || (Call && FollowCalls);
-    std::int32_t next = operand;
+    // Behind the instruction, by the table's length; a taken flow goes elsewhere.
+    const std::int32_t behind = address + LengthOf(op);
+    std::int32_t next = behind;
     switch (mode) {
     case Mode::Inherent:
         if (mnemonic == Mnemonic::RTS) {
@@ -76,29 +72,22 @@ bool NextAddress(std::int32_t& Address, bool& FollowCalls, std::int32_t& Next, b
             // The interrupt frame keeps PC at SP + 8 and SP + 9, one byte past the
             // stack copy: read the word from the target.
             std::int32_t at = (CpuRegisters.SP + 8) & 0xFFFF;
-            std::vector<std::uint8_t> word;
-            MainForm->InBytes(at, word, 2);
-            if (BoardConnected && word.size() == 2)
+            std::uint8_t word[2] = {};
+            if (ReadTarget && ReadTarget(at, word))
                 next = word[0] << 8 | word[1];
             else
                 result = false;
         }
         break;
-    case Mode::Immediate8: next = operand + 1; break;
-    case Mode::Immediate16:
-    case Mode::BitDirect:
-    case Mode::BitIndexedX:
-    case Mode::BitIndexedY: next = operand + 2; break;
-    case Mode::Direct: next = taken ? b0 : operand + 1; break;
-    case Mode::Extended: next = taken ? (b0 << 8 | b1) : operand + 2; break;
-    case Mode::IndexedX: next = taken ? CpuRegisters.IX + b0 : operand + 1; break;
-    case Mode::IndexedY: next = taken ? CpuRegisters.IY + b0 : operand + 1; break;
-    case Mode::Relative: next = operand + 1 + (taken ? static_cast<std::int8_t>(b0) : 0); break;
+    case Mode::Direct: next = taken ? b0 : behind; break;
+    case Mode::Extended: next = taken ? (b0 << 8 | b1) : behind; break;
+    case Mode::IndexedX: next = taken ? CpuRegisters.IX + b0 : behind; break;
+    case Mode::IndexedY: next = taken ? CpuRegisters.IY + b0 : behind; break;
+    case Mode::Relative: next = behind + (taken ? static_cast<std::int8_t>(b0) : 0); break;
     case Mode::BitBranchDirect:
     case Mode::BitBranchIndexedX:
-    case Mode::BitBranchIndexedY:
-        next = operand + 3 + (taken ? static_cast<std::int8_t>(b2) : 0);
-        break;
+    case Mode::BitBranchIndexedY: next = behind + (taken ? static_cast<std::int8_t>(b2) : 0); break;
+    default: break;
     }
     Next = next & 0xFFFF;
     return result;

@@ -273,6 +273,7 @@ void frmDisAsm::DisAsmPage()
     PageSwitches switches;
     switches.CodeOn = MainForm->Menu("mnuDebugCodeOn")->isChecked();
     switches.IncludeSym = MainForm->Menu("mnuDebugIncludeSym")->isChecked();
+    switches.ReadTarget = MainForm->Link().Reader();
     DecodePage(TopAddress, switches, PageRows);
     for (int i = 1; i <= PageRowCount; ++i) {
         const PageRow& row = PageRows[i - 1];

@@ -8,7 +8,6 @@
 namespace stepping {
 
 namespace {
-constexpr std::uint8_t JsrExtended = 0xBD;
 
 std::uint8_t High(std::int32_t value)
 {
@@ -45,7 +44,7 @@ BoardStep PlanBoardStep(StepKind kind, std::int32_t pc, std::span<const std::uin
         break;
     case StepKind::OverCall:
         // A JSR at $0009 pushes $000C; the NOP there falls through to the return point.
-        step.code = {JsrExtended, High(target), Low(target), monitor::Nop};
+        step.code = {monitor::JsrExtended, High(target), Low(target), monitor::Nop};
         step.pc = (pc + static_cast<std::int32_t>(instruction.size())) % 65536;
         break;
     case StepKind::Out:

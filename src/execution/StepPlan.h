@@ -28,8 +28,8 @@ struct BoardStep {
     std::int32_t pc;
 };
 
-// instruction: the bytes at PC (only the first four fit the buffer; a
-// five-byte instruction loses its last byte). target: the called address of
+// instruction: the bytes at PC, four at most: the only five-byte
+// instructions are the bit branches on Y, which the host completes itself. target: the called address of
 // a call. returnAddress: the current routine's, from the stack copy.
 BoardStep PlanBoardStep(StepKind kind, std::int32_t pc, std::span<const std::uint8_t> instruction,
                         std::int32_t target, std::int32_t returnAddress);

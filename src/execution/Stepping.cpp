@@ -17,7 +17,6 @@
 using stepping::StepKind;
 
 namespace {
-constexpr int ReceiveThreshold = 6;
 constexpr std::int32_t SaveAreaSP = 6;
 
 // The flow of the instruction at PC.
@@ -25,24 +24,31 @@ struct Flow {
     std::int32_t next = 0;     // the address behind it, or a taken jump's
     std::int32_t target = 0;   // the same with calls followed
     bool jump = false, call = false, ret = false;
+    // BRSET or BRCLR: the host completes it taken or not, since it changes no
+    // register and no flag (and the board's code buffer cannot hold the
+    // five-byte form).
+    bool bitBranch = false;
 };
 
 // NextAddress with calls followed gives the target and the flags. Only for a
 // call does the address behind it differ; elsewhere the second analysis, and
 // a bit branch's second read of the target, are saved. False if a bit branch
 // could not read its byte.
-bool FlowAtPC(Flow& flow)
+bool FlowAtPC(Flow& flow, const TargetBytesReader& readTarget)
 {
     std::int32_t pc = CpuRegisters.PC;
     bool follow = true;
-    if (!NextAddress(pc, follow, flow.target, flow.jump, flow.call, flow.ret))
+    if (!NextAddress(pc, follow, flow.target, flow.jump, flow.call, flow.ret, readTarget))
         return false;
     flow.next = flow.target;
+    const program_buffer::Opcode op =
+        program_buffer::OpcodeAt(program_buffer::Unwrapped(pc) - ProgramBase);
+    flow.bitBranch = op.row && program_buffer::IsBitBranch(op.row->mode);
     if (!flow.call)
         return true;
     follow = false;
     bool jump = false, call = false, ret = false;
-    return NextAddress(pc, follow, flow.next, jump, call, ret);
+    return NextAddress(pc, follow, flow.next, jump, call, ret, readTarget);
 }
 
 std::vector<std::uint8_t> Word(std::int32_t value)
@@ -92,7 +98,7 @@ void frmMain::mnuRunStepInto_Click()
     // Every instruction counts, whether the target or the host runs it.
     ClockCount += ClockCycles(CpuRegisters.PC);
     Flow flow;
-    if (!FlowAtPC(flow))
+    if (!FlowAtPC(flow, link_.Reader()))
         return;
     if (flow.ret) {
         if (!EmulatedReturn())
@@ -109,7 +115,7 @@ void frmMain::mnuRunStepInto_Click()
         if (!WriteSaveAreaSP())
             return;
         StepExecute = false;
-    } else if (flow.jump) {
+    } else if (flow.jump || flow.bitBranch) {
         CpuRegisters.PC = flow.target;
         StepExecute = false;
     } else {
@@ -129,7 +135,7 @@ void frmMain::mnuRunStepOver_Click()
         if (!ProgramBufferAtPC(*this))
             return;
         Flow flow;
-        if (!FlowAtPC(flow))
+        if (!FlowAtPC(flow, link_.Reader()))
             return;
         RunToAddress = flow.target;
         if (flow.ret) {
@@ -138,7 +144,7 @@ void frmMain::mnuRunStepOver_Click()
         } else if (flow.call) {
             StepOverActive = true;
             StepPlain = false;
-        } else if (flow.jump) {
+        } else if (flow.jump || flow.bitBranch) {
             StepExecute = false;
             CpuRegisters.PC = RunToAddress;
         }
@@ -148,7 +154,7 @@ void frmMain::mnuRunStepOver_Click()
         if (BreakpointCount >= MaxBreakpoints || !ProgramBufferAtPC(*this))
             return;
         Flow flow;
-        if (!FlowAtPC(flow))
+        if (!FlowAtPC(flow, link_.Reader()))
             return;
         const std::int32_t end = flow.ret ? stepping::TargetWord(CpuRegisters.SP + 1) : flow.next;
         PlayToTemporaryBreakpoint(end);
@@ -230,7 +236,7 @@ void frmMain::MakeStep()
         // Only a call stepped over on the board needs the called address.
         Flow flow;
         if (TargetMode == BoardMode && stepping::CurrentStepKind() == StepKind::OverCall)
-            stepped = FlowAtPC(flow);
+            stepped = FlowAtPC(flow, link_.Reader());
         const std::int16_t length = InstructionLength(CpuRegisters.PC);
         if (stepped && TargetMode == BoardMode)
             stepped = StepOnBoard(flow.target, length);
@@ -262,7 +268,7 @@ void frmMain::MakeStep()
         clockPanelStale_ = true;
     else
         ClockCountUpdate();
-    MSComm.SetRThreshold(ReceiveThreshold);
+    MSComm.SetRThreshold(TargetLink::ReceiveThreshold);
 }
 
 bool frmMain::StepOnBoard(std::int32_t target, std::int16_t length)

@@ -2,27 +2,12 @@
 
 #include "platform/SettingsStore.h"
 
-#include <QGuiApplication>
 #include <QMdiSubWindow>
-#include <QScreen>
 #include <QWidget>
 #include <cmath>
 
 namespace {
 const QString Section = QStringLiteral("Windows");
-constexpr double TwipsPerInch = 1440.0;
-
-double DpiX()
-{
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    return screen ? screen->logicalDotsPerInchX() : 96.0;
-}
-
-double DpiY()
-{
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    return screen ? screen->logicalDotsPerInchY() : 96.0;
-}
 
 // The widget that carries the placement: the MDI frame of a child window.
 QWidget* FrameOf(QWidget* window)
@@ -45,10 +30,6 @@ QString Number(double value)
 }
 }  // namespace
 
-int TwipsToPixelsX(double twips) { return static_cast<int>(std::lround(twips * DpiX() / TwipsPerInch)); }
-int TwipsToPixelsY(double twips) { return static_cast<int>(std::lround(twips * DpiY() / TwipsPerInch)); }
-double PixelsToTwipsX(int pixels) { return pixels * TwipsPerInch / DpiX(); }
-double PixelsToTwipsY(int pixels) { return pixels * TwipsPerInch / DpiY(); }
 
 void LoadPlacement(QWidget* window, const QString& prefix, const WindowPlacement& defaults)
 {

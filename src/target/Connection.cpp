@@ -1,42 +1,46 @@
-// The state of the link to the target: board presence by CTS, the status
-// panel, and what the board sends unasked (CTS changes, the monitor's reset
-// report, the user program's own output).
+// The state of the link to the target: board presence by CTS, the state the
+// status panel shows, and the start of a free run.
+#include "core/BlockChanges.h"
 #include "core/TargetState.h"
-#include "platform/DoEvents.h"
-#include "platform/MsgBox.h"
-#include "workspace/frmMain.h"
+#include "platform/TickCount.h"
+#include "target/MonitorFrames.h"
+#include "target/TargetLink.h"
 
-#include <QAction>
+#include <chrono>
 
-namespace {
-const QString CommCaption = QStringLiteral("Orvane - Communication Error");
-const QByteArray ResetReport = QByteArrayLiteral("BBB");
-}  // namespace
-
-void frmMain::BoardStatus()
+TargetLink::TargetLink(LinkReports& reports) : reports_(reports)
 {
-    if (TargetMode == SimulatorMode) {
-        SetPanelText(1, QStringLiteral("Simulator mode"));
-        // A free run exists only on the board. Every simulated target
-        // operation ends here, Play's emulated calls and returns among them:
-        // the entry is looked up once.
-        if (!runEntry_)
-            runEntry_ = Menu(QStringLiteral("mnuRunRun"));
-        runEntry_->setEnabled(false);
-        Button(23)->setEnabled(false);
-        return;
-    }
-    if (!MSComm.CTSHolding())
-        SetPanelText(1, QStringLiteral("HC11 Board: Not Connected !"));
-    else if (BoardRunning)
-        SetPanelText(1, QStringLiteral("HC11 Board: Running ..."));
-    else if (BoardConnected)
-        SetPanelText(1, QStringLiteral("HC11 Board: Ready") + QString::fromLatin1(StatusSuffix));
-    else
-        SetPanelText(1, QStringLiteral("HC11 Board: Not Responding !"));
+    reader_ = [this](std::int32_t address, std::span<std::uint8_t> out) {
+        std::vector<std::uint8_t> bytes;
+        InBytes(address, bytes, static_cast<std::int16_t>(out.size()));
+        if (!BoardConnected || bytes.size() != out.size())
+            return false;
+        std::copy(bytes.begin(), bytes.end(), out.begin());
+        return true;
+    };
+    QObject::connect(&Velmar1, &Velmar::ReadRequest, &Velmar1,
+                     [this](std::int32_t address, std::int16_t& data) { SimulatorRead(address, data); },
+                     Qt::DirectConnection);
+    QObject::connect(&Velmar1, &Velmar::WriteRequest, &Velmar1,
+                     [this](std::int32_t address, std::int16_t data) { SimulatorWrite(address, data); },
+                     Qt::DirectConnection);
 }
 
-void frmMain::FindBoard()
+void TargetLink::BoardStatus()
+{
+    if (TargetMode == SimulatorMode)
+        reports_.LinkStateChanged(LinkState::Simulator);
+    else if (!MSComm.CTSHolding())
+        reports_.LinkStateChanged(LinkState::NotConnected);
+    else if (BoardRunning)
+        reports_.LinkStateChanged(LinkState::Running);
+    else if (BoardConnected)
+        reports_.LinkStateChanged(LinkState::Ready);
+    else
+        reports_.LinkStateChanged(LinkState::NotResponding);
+}
+
+void TargetLink::FindBoard()
 {
     if (TargetMode == SimulatorMode) {
         BoardConnected = true;
@@ -46,8 +50,8 @@ void frmMain::FindBoard()
         return;
     if (!MSComm.PortOpen() && !MSComm.SetPortOpen(true)) {
         BoardConnected = false;
-        SetPanelText(1, QStringLiteral("HC11 Board: Communication Port Error !"));
-        MsgBox(MSComm.ErrorDescription() + QStringLiteral(" !"), MbOkOnly | MbExclamation, CommCaption);
+        reports_.LinkStateChanged(LinkState::PortError);
+        reports_.LinkFailed(LinkFailure::PortError, MSComm.ErrorDescription());
         return;
     }
     if (MSComm.CTSHolding()) {
@@ -57,51 +61,38 @@ void frmMain::FindBoard()
         return;
     }
     BoardConnected = false;
-    MsgBox(QStringLiteral("M68HC11 Board Not Connected !"), MbOkOnly | MbExclamation, CommCaption);
+    reports_.LinkFailed(LinkFailure::NotConnected, {});
     BoardStatus();
 }
 
-void frmMain::PassToTerminal(const QByteArray& bytes)
+bool TargetLink::StartFreeRun()
 {
-    if (Menu("mnuViewSerialTerminal")->isChecked() && SerialTerminalDisplay)
-        SerialTerminalDisplay(bytes);
-}
-
-void frmMain::MSComm_OnComm()
-{
-    const int event = MSComm.CommEvent();
-    if (event == ::MSComm::comEvCTS)
-        BoardStatus();
-    if (event == ::MSComm::comEvReceive) {
-        QByteArray block = MSComm.Input();
-        // The monitor announces a reset with three "B"s: they must end this block.
-        if (block.endsWith(ResetReport)) {
-            BoardConnected = true;
-            InResetVector(CpuRegisters.PC);
-            ThawDisplay();
-            StatusSuffix = "";
-            BoardStatus();
-            DoEvents();
-            BoardRunning = false;
-            RefreshRun();
-            StatusSuffix = " (Reset)";
-            BoardStatus();
-            block.chop(ResetReport.size());
-        }
-        if (!block.isEmpty())
-            PassToTerminal(block);
+    if (TargetMode != BoardMode) {
+        // The command is off in this mode unless the port failed at start.
+        reports_.LinkFailed(LinkFailure::SimulatorRun, {});
+        return false;
     }
-    ClockCount = 0;
-}
-
-void frmMain::tmrComm_Timer()
-{
-    if (TargetMode != BoardMode || !BoardRunning) {
-        TerminalPassCount = 0;
-        return;
+    MSComm.SetRThreshold(0);
+    MSComm.SetInBufferCount(0);
+    ++TargetRuns;
+    MSComm.Output(monitor::ExecuteFrame(CpuRegisters));
+    // The acknowledgement is one byte; no events may run meanwhile.
+    const std::uint32_t start = GetTickCount();
+    while (MSComm.InBufferCount() < 1 && GetTickCount() - start < exchange_timeout::Write)
+        MSComm.WaitForInput(std::chrono::milliseconds(1));
+    QByteArray answer;
+    if (MSComm.InBufferCount() >= 1) {
+        // Only the ACK: what stands behind it may be the program's first output.
+        MSComm.SetInputLen(1);
+        answer = MSComm.Input();
+        MSComm.SetInputLen(0);
     }
-    // Output shorter than the receive threshold reaches the terminal after a quiet tick.
-    if (MSComm.InBufferCount() == TerminalPassCount && TerminalPassCount != 0)
-        PassToTerminal(MSComm.Input());
-    TerminalPassCount = static_cast<std::int16_t>(MSComm.InBufferCount());
+    if (answer.size() == 1 && static_cast<std::uint8_t>(answer[0]) == monitor::Ack)
+        return true;
+    BoardConnected = false;
+    BoardStatus();
+    reports_.LinkFailed(answer.isEmpty() ? LinkFailure::NoResponse : LinkFailure::InvalidData, {});
+    MSComm.SetInBufferCount(0);
+    MSComm.SetRThreshold(ReceiveThreshold);
+    return false;
 }

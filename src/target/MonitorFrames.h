@@ -17,6 +17,7 @@ constexpr std::uint8_t Ack = 6;
 constexpr std::uint8_t Nak = 21;
 constexpr std::uint8_t JmpExtended = 0x7E;   // the code buffer's jump to PC in "X"
 constexpr std::uint8_t Nop = 0x01;
+constexpr std::uint8_t JsrExtended = 0xBD;   // the code buffer's call of a routine stepped over
 
 constexpr int MaxReadCount = 256;    // travels as count 0
 constexpr int MaxWriteCount = 255;

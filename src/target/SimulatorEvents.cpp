@@ -3,10 +3,8 @@
 // program's read of the unit's in data clears the in flag, and its write of
 // the out data sets the out flag.
 #include "core/TargetState.h"
+#include "target/TargetLink.h"
 #include "target/TargetMemoryAccess.h"
-#include "workspace/frmMain.h"
-
-#include <QAction>
 
 namespace {
 constexpr std::int32_t InFlag = IoUnitAddress;
@@ -15,21 +13,21 @@ constexpr std::int32_t OutFlag = IoUnitAddress + 2;
 constexpr std::int32_t OutData = IoUnitAddress + 3;
 } // namespace
 
-void frmMain::Velmar1_ReadRequest(std::int32_t Address, std::int16_t& Data)
+void TargetLink::SimulatorRead(std::int32_t Address, std::int16_t& Data)
 {
     Data = TargetMemory[TargetAddress(Address)];
-    if (Address == InData && Menu("mnuViewIOunit")->isChecked()) {
+    if (Address == InData && reports_.IoUnitShown()) {
         TargetMemory[InFlag] = 0;
         if (IoUnitWindow)
             IoUnitWindow->setInFresh(0);
     }
 }
 
-void frmMain::Velmar1_WriteRequest(std::int32_t Address, std::int16_t Data)
+void TargetLink::SimulatorWrite(std::int32_t Address, std::int16_t Data)
 {
     const auto byte = static_cast<std::uint8_t>(Data);
     TargetMemory[TargetAddress(Address)] = byte;
-    if (Address == OutData && Menu("mnuViewIOunit")->isChecked()) {
+    if (Address == OutData && reports_.IoUnitShown()) {
         TargetMemory[OutFlag] = 1;
         if (IoUnitWindow) {
             IoUnitWindow->setOutDataRegister(byte);

@@ -1,22 +1,17 @@
-// The target operations of the main window. Each serves both back-ends: a
+// The target operations of the link. Each serves both back-ends: a
 // framed exchange with the board's monitor, or TargetMemory in simulator mode.
 // Every operation starts with FindBoard and, on the board, keeps the receive
 // event off (RThreshold 0, set by FindBoard) until its exchange is over.
 #include "code/Asm.h"
 #include "core/TargetState.h"
 #include "platform/DoEvents.h"
-#include "platform/MsgBox.h"
 #include "target/MonitorFrames.h"
+#include "target/TargetLink.h"
 #include "target/TargetMemoryAccess.h"
-#include "workspace/frmMain.h"
 
 #include <algorithm>
 
 namespace {
-const QString CommCaption = QStringLiteral("Orvane - Communication Error");
-const QString NoResponseText = QStringLiteral("No Response from M68HC11 Board !");
-const QString InvalidDataText = QStringLiteral("Invalid Data from M68HC11 Board !");
-
 bool CountFits(int count, std::size_t available, int most)
 {
     return count >= 1 && count <= most && static_cast<std::size_t>(count) <= available;
@@ -25,7 +20,7 @@ bool CountFits(int count, std::size_t available, int most)
 
 // ---- The exchange and its report --------------------------------------------
 
-bool frmMain::Exchange(const QByteArray& frame, const ExchangeRules& rules, QByteArray& reply,
+bool TargetLink::Exchange(const QByteArray& frame, const ExchangeRules& rules, QByteArray& reply,
                        const std::function<bool()>& abandoned)
 {
     const ExchangeResult result = RunExchange(MSComm, frame, rules, reply, abandoned);
@@ -38,13 +33,12 @@ bool frmMain::Exchange(const QByteArray& frame, const ExchangeRules& rules, QByt
         return false;
     BoardConnected = false;
     BoardStatus();
-    MsgBox(result == ExchangeResult::NoResponse ? NoResponseText : InvalidDataText, MbOkOnly | MbExclamation,
-           CommCaption);
+    reports_.LinkFailed(result == ExchangeResult::NoResponse ? LinkFailure::NoResponse : LinkFailure::InvalidData, {});
     MSComm.SetInBufferCount(0);
     return false;
 }
 
-bool frmMain::ReadTarget(std::int32_t address, int count, std::uint32_t timeoutMs, std::span<std::uint8_t> out)
+bool TargetLink::ReadTarget(std::int32_t address, int count, std::uint32_t timeoutMs, std::span<std::uint8_t> out)
 {
     if (TargetMode == SimulatorMode) {
         ReadTargetMemory(address, out.first(static_cast<std::size_t>(count)));
@@ -61,7 +55,7 @@ bool frmMain::ReadTarget(std::int32_t address, int count, std::uint32_t timeoutM
     return true;
 }
 
-void frmMain::WriteTarget(char letter, std::int32_t address, std::span<const std::uint8_t> data, bool pumpEvents)
+void TargetLink::WriteTarget(char letter, std::int32_t address, std::span<const std::uint8_t> data, bool pumpEvents)
 {
     if (TargetMode == SimulatorMode) {
         WriteTargetMemory(address, data);
@@ -77,7 +71,7 @@ void frmMain::WriteTarget(char letter, std::int32_t address, std::span<const std
 
 // ---- Reads ------------------------------------------------------------------
 
-void frmMain::InByte(std::int32_t& Address, std::uint8_t& Data)
+void TargetLink::InByte(std::int32_t& Address, std::uint8_t& Data)
 {
     FindBoard();
     if (!BoardConnected)
@@ -88,7 +82,7 @@ void frmMain::InByte(std::int32_t& Address, std::uint8_t& Data)
     EndRead();
 }
 
-void frmMain::InBytes(std::int32_t& Address, std::vector<std::uint8_t>& Data, std::int16_t Count)
+void TargetLink::InBytes(std::int32_t& Address, std::vector<std::uint8_t>& Data, std::int16_t Count)
 {
     if (Count < 1 || Count > monitor::MaxReadCount)
         return;
@@ -101,7 +95,7 @@ void frmMain::InBytes(std::int32_t& Address, std::vector<std::uint8_t>& Data, st
     EndRead();
 }
 
-void frmMain::InCPU()
+void TargetLink::InCPU()
 {
     FindBoard();
     if (!BoardConnected)
@@ -118,7 +112,7 @@ void frmMain::InCPU()
     BoardStatus();
 }
 
-void frmMain::InMemory()
+void TargetLink::InMemory()
 {
     FindBoard();
     if (!BoardConnected)
@@ -138,7 +132,7 @@ void frmMain::InMemory()
     EndRead();
 }
 
-void frmMain::InProgram()
+void TargetLink::InProgram()
 {
     FindBoard();
     if (!BoardConnected)
@@ -157,7 +151,7 @@ void frmMain::InProgram()
     BoardStatus();
 }
 
-void frmMain::InStack()
+void TargetLink::InStack()
 {
     FindBoard();
     if (!BoardConnected)
@@ -169,7 +163,7 @@ void frmMain::InStack()
     EndRead();
 }
 
-void frmMain::InResetVector(std::int32_t& Vector)
+void TargetLink::InResetVector(std::int32_t& Vector)
 {
     std::int32_t address = ResetVectorAddress;
     std::vector<std::uint8_t> bytes;
@@ -179,7 +173,7 @@ void frmMain::InResetVector(std::int32_t& Vector)
         Vector = bytes[0] * 256 + bytes[1];
 }
 
-void frmMain::EndRead()
+void TargetLink::EndRead()
 {
     if (TargetMode == BoardMode)
         MSComm.SetRThreshold(ReceiveThreshold);
@@ -188,7 +182,7 @@ void frmMain::EndRead()
 
 // ---- Writes -----------------------------------------------------------------
 
-void frmMain::OutByte(std::int32_t& Address, std::uint8_t Data)
+void TargetLink::OutByte(std::int32_t& Address, std::uint8_t Data)
 {
     // The unit's window shows an edit of its cells whatever the target says.
     TellIoUnit(Address, Data);
@@ -200,7 +194,7 @@ void frmMain::OutByte(std::int32_t& Address, std::uint8_t Data)
     BoardStatus();
 }
 
-void frmMain::OutBytes(std::int32_t& Address, const std::vector<std::uint8_t>& Data, std::int16_t Count)
+void TargetLink::OutBytes(std::int32_t& Address, const std::vector<std::uint8_t>& Data, std::int16_t Count)
 {
     if (!CountFits(Count, Data.size(), monitor::MaxWriteCount))
         return;
@@ -211,7 +205,7 @@ void frmMain::OutBytes(std::int32_t& Address, const std::vector<std::uint8_t>& D
     BoardStatus();
 }
 
-void frmMain::Programm(std::int32_t& Address, const std::vector<std::uint8_t>& Data, std::int16_t Count)
+void TargetLink::Programm(std::int32_t& Address, const std::vector<std::uint8_t>& Data, std::int16_t Count)
 {
     if (!CountFits(Count, Data.size(), monitor::MaxWriteCount))
         return;
@@ -223,7 +217,7 @@ void frmMain::Programm(std::int32_t& Address, const std::vector<std::uint8_t>& D
     BoardStatus();
 }
 
-void frmMain::TellIoUnit(std::int32_t address, std::uint8_t data)
+void TargetLink::TellIoUnit(std::int32_t address, std::uint8_t data)
 {
     if (!IoUnitWindow)
         return;

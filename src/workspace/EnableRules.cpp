@@ -16,7 +16,7 @@
 //                                       deactivation DisAsmDeactivated, unload DisAsmUnloaded
 //   B     first / last breakpoint       breakpoint table: BreakpointCountChanged
 //   N     Window menu opens             mnuWindow's aboutToShow: mnuWindow_Click
-//   R     simulator mode                BoardStatus (target/Connection.cpp)
+//   R     simulator mode                LinkStateChanged (workspace/BoardEvents.cpp)
 #include "core/TargetState.h"
 #include "platform/PopupMenu.h"
 #include "source/EditorRecords.h"

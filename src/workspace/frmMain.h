@@ -1,16 +1,14 @@
 // The main window and hub: it owns the child windows, the menus, the toolbar,
-// the status bar, the serial port, the timers and the target operations.
-// Its methods live with their subsystems: start-up and shut-down in
-// core/Startup.cpp, the link state in target/Connection.cpp, the refresh
-// cycle in execution/RefreshCycle.cpp, menus and toolbar in workspace/.
+// the status bar, the timers and the target link (target/TargetLink.h), whose
+// failures and state it shows as the link's LinkReports. Its methods live
+// with their subsystems: start-up and shut-down in workspace/Startup.cpp,
+// the board's unasked events in workspace/BoardEvents.cpp, the refresh cycle
+// in execution/RefreshCycle.cpp, menus and toolbar in workspace/.
 #pragma once
 
 #include "platform/CommonDialog.h"
-#include "platform/MSComm.h"
-#include "platform/Velmar.h"
 #include "platform/WindowPlacement.h"
-#include "target/IoUnitHooks.h"
-#include "target/MonitorExchange.h"
+#include "target/TargetLink.h"
 
 #include <QHash>
 #include <QMainWindow>
@@ -29,17 +27,23 @@ class QToolBar;
 class SourceDocuments;
 class frmError;
 
-class frmMain : public QMainWindow {
+class frmMain : public QMainWindow, public LinkReports {
     Q_OBJECT
+    // First of all members: the forwards below refer into it.
+    TargetLink link_{*this};
+
 public:
     explicit frmMain(QWidget* parent = nullptr);
     ~frmMain() override;
 
     QMdiArea* mdiArea() const { return mdi_; }
 
+    // The target link: the operations on the board and the simulator.
+    TargetLink& Link() { return link_; }
+
     // ---- Controls ---------------------------------------------------------
-    ::MSComm MSComm;          // the serial port to the board's monitor
-    Velmar Velmar1;           // the simulator component, called in simulator mode only
+    ::MSComm& MSComm = link_.MSComm;      // the link's serial port
+    Velmar& Velmar1 = link_.Velmar1;      // the link's simulator component
     CommonDialog Dialog;      // file open and save, font
     QTimer tmrComm;           // 50 ms, always on: user output during a free run
     QTimer tmrRefresh;        // 100 ms, off at start: auto refresh of the active window
@@ -63,7 +67,7 @@ public:
     QString PanelText(int panel) const;
     QLabel* Panel(int panel) const;
 
-    // ---- Start-up and shut-down (core/Startup.cpp) --------------------------
+    // ---- Start-up and shut-down (workspace/Startup.cpp) ---------------------
     void MDIForm_Load();
     // Writes the settings; runs when the window closes for good.
     void MDIForm_Unload();
@@ -71,48 +75,46 @@ public:
     // this window's client area.
     WindowPlacement PlacementDefault(const QString& prefix) const;
 
-    // ---- Target link (target/) ---------------------------------------------
-    void BoardStatus();
-    void FindBoard();
+    // ---- Target link: forwards to Link() --------------------------------------
+    // Kept for the callers that have the main window at hand; code below the
+    // windows takes the TargetLink itself.
+    void BoardStatus() { link_.BoardStatus(); }
+    void FindBoard() { link_.FindBoard(); }
+    void InByte(std::int32_t& Address, std::uint8_t& Data) { link_.InByte(Address, Data); }
+    void InBytes(std::int32_t& Address, std::vector<std::uint8_t>& Data, std::int16_t Count)
+    {
+        link_.InBytes(Address, Data, Count);
+    }
+    void InCPU() { link_.InCPU(); }
+    void InMemory() { link_.InMemory(); }
+    void InProgram() { link_.InProgram(); }
+    void InStack() { link_.InStack(); }
+    void InResetVector(std::int32_t& Vector) { link_.InResetVector(Vector); }
+    void OutByte(std::int32_t& Address, std::uint8_t Data) { link_.OutByte(Address, Data); }
+    void OutBytes(std::int32_t& Address, const std::vector<std::uint8_t>& Data, std::int16_t Count)
+    {
+        link_.OutBytes(Address, Data, Count);
+    }
+    void FlashErase() { link_.FlashErase(); }
+    void Programm(std::int32_t& Address, const std::vector<std::uint8_t>& Data, std::int16_t Count)
+    {
+        link_.Programm(Address, Data, Count);
+    }
+    bool Exchange(const QByteArray& frame, const ExchangeRules& rules, QByteArray& reply,
+                  const std::function<bool()>& abandoned = {})
+    {
+        return link_.Exchange(frame, rules, reply, abandoned);
+    }
+    IoUnitHooks*& IoUnitWindow = link_.IoUnitWindow;
+
+    // ---- The board's unasked events (workspace/BoardEvents.cpp) -----------------
     void MSComm_OnComm();
     void tmrComm_Timer();
     std::int16_t TerminalPassCount = 0;
-
-    // ---- Target operations (target/TargetOperations.cpp, target/Flash.cpp) --
-    // Each serves the back-end of TargetMode: a framed exchange with the board's
-    // monitor, or TargetMemory. None returns a status: the caller tests
-    // BoardConnected afterwards, and a failed read leaves every copy unchanged.
-    void InByte(std::int32_t& Address, std::uint8_t& Data);
-    // Data is resized to Count (1 to 256) on success only.
-    void InBytes(std::int32_t& Address, std::vector<std::uint8_t>& Data, std::int16_t Count);
-    void InCPU();       // A, B, IX, IY, SP, CCR from the save area; PC stays
-    void InMemory();    // MemoryPage: 1024 bytes at MemoryPageAddress
-    void InProgram();   // ProgramBuffer: 256 bytes at ProgramBase
-    void InStack();     // StackBuffer: 9 bytes at SP
-    // Reads the reset vector into Vector; a failed read leaves Vector as it was.
-    void InResetVector(std::int32_t& Vector);
-    void OutByte(std::int32_t& Address, std::uint8_t Data);
-    // Writes Data[0] to Data[Count - 1]; Count from 1 to 255.
-    void OutBytes(std::int32_t& Address, const std::vector<std::uint8_t>& Data, std::int16_t Count);
-    void FlashErase();
-    // Programs Data[0] to Data[Count - 1] at Address; Count from 1 to 255.
-    void Programm(std::int32_t& Address, const std::vector<std::uint8_t>& Data, std::int16_t Count);
-
-    // One exchange with the monitor, for every frame: empties the receive
-    // buffer, sends, waits for the reply and checks it. On failure it sets
-    // BoardConnected false, calls BoardStatus and shows the message of the
-    // failure; on success it sets BoardConnected true. A pumped wait that
-    // abandoned() gives up returns false and reports nothing. RThreshold is
-    // the caller's to restore.
-    bool Exchange(const QByteArray& frame, const ExchangeRules& rules, QByteArray& reply,
-                  const std::function<bool()>& abandoned = {});
-
-    // The input-output unit's window while it is loaded, else nullptr. Host
-    // writes to $6000-$6003 and the simulator's accesses are told to it.
-    IoUnitHooks* IoUnitWindow = nullptr;
-    // The memory events of Velmar1: TargetMemory is the simulated target.
-    void Velmar1_ReadRequest(std::int32_t Address, std::int16_t& Data);
-    void Velmar1_WriteRequest(std::int32_t Address, std::int16_t Data);
+    // The link's reports: message boxes and panel 1.
+    void LinkFailed(LinkFailure failure, const QString& detail) override;
+    void LinkStateChanged(LinkState state) override;
+    bool IoUnitShown() const override;
 
     // The serial terminal's Display: set by the terminal window while it is
     // loaded. Bytes go to it only while mnuViewSerialTerminal is checked.
@@ -255,16 +257,6 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    // RThreshold between exchanges: the monitor's reset report is 6 bytes.
-    static constexpr int ReceiveThreshold = 6;
-    // The two halves of every target operation after FindBoard: count bytes
-    // at address into out (false leaves out untouched), or data to address
-    // with a "W" or "P" frame, restoring RThreshold.
-    bool ReadTarget(std::int32_t address, int count, std::uint32_t timeoutMs, std::span<std::uint8_t> out);
-    void WriteTarget(char letter, std::int32_t address, std::span<const std::uint8_t> data, bool pumpEvents);
-    // Restores RThreshold after a read on the board, then BoardStatus.
-    void EndRead();
-    void TellIoUnit(std::int32_t address, std::uint8_t data);
     QAction* runEntry_ = nullptr;   // mnuRunRun, which BoardStatus keeps off in simulator mode
 
     // Execution helpers (execution/).

@@ -2,8 +2,7 @@
 
 #include "code/Asm.h"
 #include "core/TargetState.h"
-#include "support/MainFormFixture.h"
-#include "workspace/frmMain.h"
+#include "target/TargetMemoryAccess.h"
 
 namespace {
 struct Flow {
@@ -12,17 +11,27 @@ struct Flow {
     bool jump, call, ret;
 };
 
+// The target is TargetMemory; a reader that fails stands for a board that
+// does not answer.
+bool ReadMemory(std::int32_t address, std::span<std::uint8_t> out)
+{
+    ReadTargetMemory(address, out);
+    return true;
+}
+
 // Places the instruction at PC and asks where the flow goes.
-Flow At(std::int32_t pc, const QList<int>& bytes, bool followCalls = false)
+Flow At(std::int32_t pc, const QList<int>& bytes, bool followCalls = false, const TargetBytesReader& read = ReadMemory)
 {
     ProgramBase = pc;
     ProgramBuffer.fill(0x01);
+    // A window's copy of the bytes at PC from some other instruction: the flow must not use it.
+    InstructionWindow.fill(0x00);
     for (int i = 0; i < bytes.size(); ++i)
-        ProgramBuffer[i] = InstructionWindow[i] = static_cast<std::uint8_t>(bytes[i]);
+        ProgramBuffer[i] = static_cast<std::uint8_t>(bytes[i]);
     CpuRegisters.PC = pc;
     Flow f{};
     std::int32_t address = pc;
-    f.ok = NextAddress(address, followCalls, f.next, f.jump, f.call, f.ret);
+    f.ok = NextAddress(address, followCalls, f.next, f.jump, f.call, f.ret, read);
     return f;
 }
 
@@ -35,16 +44,9 @@ void SetFlags(std::uint8_t ccr)
 
 class InstructionFlowTest : public QObject {
     Q_OBJECT
-    std::unique_ptr<frmMain> main_;
 
 private slots:
-    void init()
-    {
-        ResetTargetState();
-        TargetMode = SimulatorMode;   // bit branches read TargetMemory
-        main_ = std::make_unique<frmMain>();
-    }
-    void cleanup() { main_.reset(); }
+    void init() { ResetTargetState(); }
 
     void conditionsFollowTheFlags()
     {
@@ -118,17 +120,12 @@ private slots:
         QVERIFY(f.jump && f.next == 0x0FF5);
     }
 
-    void bitBranchFailsWhenTheBoardDoesNotAnswer()
+    void aFailedReadOfTheTargetFailsTheAnalysis()
     {
-        main_.reset();
-        MainFormFixture f;
-        f.Start();   // board mode on a scripted line that never answers
-        QCOMPARE(TargetMode, BoardMode);
-        QVERIFY(!At(0x1000, {0x12, 0x40, 0x00, 0x10}).ok);
-        QVERIFY(!BoardConnected);
-        QCOMPARE(f.boxes.boxes.size(), qsizetype(1));
-        QCOMPARE(f.boxes.boxes[0].text, QString("No Response from M68HC11 Board !"));
-        QVERIFY(At(0x1000, {0x27, 0x10}).ok);   // every other instruction needs nothing of the target
+        const auto unanswered = [](std::int32_t, std::span<std::uint8_t>) { return false; };
+        QVERIFY(!At(0x1000, {0x12, 0x40, 0x00, 0x10}, false, unanswered).ok);   // BRSET reads its byte
+        QVERIFY(!At(0x1000, {0x3B}, false, unanswered).ok);                     // RTI its return address
+        QVERIFY(At(0x1000, {0x27, 0x10}, false, unanswered).ok);   // every other instruction needs nothing of the target
     }
 };
 

@@ -2,7 +2,6 @@
 // shown; settings out at a normal end.
 #include "core/AppSettings.h"
 #include "core/TargetState.h"
-#include "platform/MSComm.h"
 #include "platform/ProgramFolder.h"
 #include "platform/SettingsStore.h"
 #include "workspace/frmMain.h"
@@ -43,7 +42,7 @@ void frmMain::MDIForm_Load()
             widget->setMinimumSize(24, 22);
     }
 
-    MSComm.SetRThreshold(6);
+    MSComm.SetRThreshold(TargetLink::ReceiveThreshold);
     MSComm.SetCommPort(COMPort);
     RunStopped = true;
 
@@ -53,7 +52,7 @@ void frmMain::MDIForm_Load()
         BoardConnected = true;
         BoardStatus();
     } else {
-        SetPanelText(1, QStringLiteral("HC11 Board: Communication Port Error !"));
+        LinkStateChanged(LinkState::PortError);
     }
 
     ClockCount = 0;

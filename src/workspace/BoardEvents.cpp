@@ -1,0 +1,113 @@
+// What the board sends unasked: CTS changes, the monitor's reset report that
+// ends a free run, and the user program's own output for the serial terminal.
+// And the main window's side of the link's reports: its failures as message
+// boxes, its state on panel 1.
+#include "core/TargetState.h"
+#include "platform/DoEvents.h"
+#include "platform/MsgBox.h"
+#include "workspace/frmMain.h"
+
+#include <QAction>
+
+namespace {
+const QString CommCaption = QStringLiteral("Orvane - Communication Error");
+// A message without a subject of its own carries the application's title.
+const QString ApplicationTitle = QStringLiteral("Orvane Integrated Development Tools");
+const QByteArray ResetReport = QByteArrayLiteral("BBB");
+}  // namespace
+
+void frmMain::LinkFailed(LinkFailure failure, const QString& detail)
+{
+    QString text;
+    QString caption = CommCaption;
+    switch (failure) {
+    case LinkFailure::NoResponse: text = QStringLiteral("No Response from M68HC11 Board !"); break;
+    case LinkFailure::InvalidData: text = QStringLiteral("Invalid Data from M68HC11 Board !"); break;
+    case LinkFailure::PortError: text = detail + QStringLiteral(" !"); break;
+    case LinkFailure::NotConnected: text = QStringLiteral("M68HC11 Board Not Connected !"); break;
+    case LinkFailure::PortNotOpen: text = QStringLiteral("Communication port is not open !"); break;
+    case LinkFailure::EraseFailed:
+        text = QStringLiteral("Erasing Flash failed!");
+        caption = ApplicationTitle;
+        break;
+    case LinkFailure::EraseInvalidData: text = QStringLiteral("Invalid data from board !"); break;
+    case LinkFailure::SimulatorRun:
+        text = QStringLiteral("M68HC11 Simulator error !");
+        caption = QStringLiteral("Procedure called: RunHC11");
+        break;
+    }
+    MsgBox(text, MbOkOnly | MbExclamation, caption);
+}
+
+void frmMain::LinkStateChanged(LinkState state)
+{
+    switch (state) {
+    case LinkState::Simulator:
+        SetPanelText(1, QStringLiteral("Simulator mode"));
+        // A free run exists only on the board. Every simulated target
+        // operation ends here, Play's emulated calls and returns among them:
+        // the entry is looked up once.
+        if (!runEntry_)
+            runEntry_ = Menu(QStringLiteral("mnuRunRun"));
+        runEntry_->setEnabled(false);
+        Button(23)->setEnabled(false);
+        break;
+    case LinkState::NotConnected: SetPanelText(1, QStringLiteral("HC11 Board: Not Connected !")); break;
+    case LinkState::Running: SetPanelText(1, QStringLiteral("HC11 Board: Running ...")); break;
+    case LinkState::Ready:
+        SetPanelText(1, QStringLiteral("HC11 Board: Ready") + QString::fromLatin1(StatusSuffix));
+        break;
+    case LinkState::NotResponding: SetPanelText(1, QStringLiteral("HC11 Board: Not Responding !")); break;
+    case LinkState::PortError: SetPanelText(1, QStringLiteral("HC11 Board: Communication Port Error !")); break;
+    }
+}
+
+bool frmMain::IoUnitShown() const
+{
+    return Menu(QStringLiteral("mnuViewIOunit"))->isChecked();
+}
+
+void frmMain::PassToTerminal(const QByteArray& bytes)
+{
+    if (Menu("mnuViewSerialTerminal")->isChecked() && SerialTerminalDisplay)
+        SerialTerminalDisplay(bytes);
+}
+
+void frmMain::MSComm_OnComm()
+{
+    const int event = MSComm.CommEvent();
+    if (event == ::MSComm::comEvCTS)
+        BoardStatus();
+    if (event == ::MSComm::comEvReceive) {
+        QByteArray block = MSComm.Input();
+        // The monitor announces a reset with three "B"s: they must end this block.
+        if (block.endsWith(ResetReport)) {
+            BoardConnected = true;
+            InResetVector(CpuRegisters.PC);
+            ThawDisplay();
+            StatusSuffix = "";
+            BoardStatus();
+            DoEvents();
+            BoardRunning = false;
+            RefreshRun();
+            StatusSuffix = " (Reset)";
+            BoardStatus();
+            block.chop(ResetReport.size());
+        }
+        if (!block.isEmpty())
+            PassToTerminal(block);
+    }
+    ClockCount = 0;
+}
+
+void frmMain::tmrComm_Timer()
+{
+    if (TargetMode != BoardMode || !BoardRunning) {
+        TerminalPassCount = 0;
+        return;
+    }
+    // Output shorter than the receive threshold reaches the terminal after a quiet tick.
+    if (MSComm.InBufferCount() == TerminalPassCount && TerminalPassCount != 0)
+        PassToTerminal(MSComm.Input());
+    TerminalPassCount = static_cast<std::int16_t>(MSComm.InBufferCount());
+}
