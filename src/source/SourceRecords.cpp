@@ -2,3 +2,4 @@
 
 QString LstFile;
 QString S19File;
+QString AsmFile;
