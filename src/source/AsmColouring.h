@@ -4,7 +4,9 @@
 
 #include <QList>
 #include <QString>
-#include <QSyntaxHighlighter>
+#include <QObject>
+
+class QPlainTextEdit;
 
 enum class AsmPart { Label, Mnemonic, Directive, Number, String, Comment };
 
@@ -20,10 +22,20 @@ struct AsmSpan {
 // directives are the assembler's own keywords, aliases included.
 QList<AsmSpan> ColourParts(const QString& line);
 
-class AsmHighlighter : public QSyntaxHighlighter {
+// Paints the parts of the lines of a text control in their colours. Lines
+// are coloured as they come into view and again after each change, so that
+// opening a long file does not pay for lines nobody has looked at yet.
+class AsmColourer : public QObject {
 public:
-    explicit AsmHighlighter(QTextDocument* document);
+    explicit AsmColourer(QPlainTextEdit* text);
 
 protected:
-    void highlightBlock(const QString& text) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void TextChanged(int from, int removed, int added);
+    void ColourVisibleLines();
+
+    QPlainTextEdit* text_;
+    bool colouring_ = false;
 };

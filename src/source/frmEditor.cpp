@@ -76,8 +76,9 @@ frmEditor::frmEditor(QWidget* parent) : QWidget(parent), Text(new QPlainTextEdit
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(Text);
-    highlighter_ = new AsmHighlighter(Text->document());
+    new AsmColourer(Text);
 
+    connect(Text->document(), &QTextDocument::contentsChange, this, [this] { plainTextStale_ = true; });
     connect(Text, &QPlainTextEdit::textChanged, this, &frmEditor::Text_Change);
     connect(Text, &QPlainTextEdit::cursorPositionChanged, this, &frmEditor::Text_SelChange);
     connect(Text, &QPlainTextEdit::selectionChanged, this, &frmEditor::Text_SelChange);
@@ -108,10 +109,14 @@ bool frmEditor::IsActive() const
 QString frmEditor::PlainText() const
 {
     // The raw text keeps every character (toPlainText turns a no-break space
-    // into a blank); only the paragraph marks become line feeds.
-    QString text = Text->document()->toRawText();
-    text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
-    return text;
+    // into a blank); only the paragraph marks become line feeds. Kept until
+    // the next change, so that repeated searches don't copy the document.
+    if (plainTextStale_) {
+        plainText_ = Text->document()->toRawText();
+        plainText_.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+        plainTextStale_ = false;
+    }
+    return plainText_;
 }
 
 void frmEditor::LoadText(const QString& text)

@@ -9,7 +9,6 @@
 #include <QWidget>
 
 class QPlainTextEdit;
-class AsmHighlighter;
 
 class frmEditor : public QWidget {
     Q_OBJECT
@@ -72,7 +71,8 @@ private:
     void UndoStateChanged();
     void Form_Unload();
 
-    AsmHighlighter* highlighter_ = nullptr;
+    mutable QString plainText_;
+    mutable bool plainTextStale_ = true;
     bool loading_ = false;
     bool unloaded_ = false;
 };
