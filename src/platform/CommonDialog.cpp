@@ -41,10 +41,12 @@ bool CommonDialog::ShowFile(Kind kind)
     QString chosen;
     if (TheHandler()) {
         CommonDialog answer = *this;
-        if (!TheHandler()(answer, kind))
+        const bool accepted = TheHandler()(answer, kind);
+        // The file type chosen stays chosen, even through a Cancel.
+        FilterIndex = answer.FilterIndex;
+        if (!accepted)
             return false;
         chosen = answer.FileName;
-        FilterIndex = answer.FilterIndex;
     } else {
         const QStringList filters = QtFileFilter(Filter).split(QStringLiteral(";;"));
         QString selected = FilterIndex >= 1 && FilterIndex <= filters.size() ? filters[FilterIndex - 1] : QString();

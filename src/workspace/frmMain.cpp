@@ -1,10 +1,12 @@
 #include "workspace/frmMain.h"
 
+#include "source/frmEditor.h"
 #include "workspace/ToolbarIcons.h"
 
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QStatusBar>
 #include <QToolBar>
 
@@ -29,6 +31,7 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent), mdi_(new QMdiArea(this)
     BuildToolbar();
     BuildStatusBar();
     ConnectCommands();
+    SetUpEditors(*this);
     setWindowIcon(ProgramIcon());
 
     tmrComm.setInterval(50);
@@ -79,10 +82,12 @@ void frmMain::closeEvent(QCloseEvent* event)
 {
     // Each child closes itself first; an editor whose user cancels keeps the
     // program running, and then nothing is saved.
-    mdi_->closeAllSubWindows();
-    if (!mdi_->subWindowList().isEmpty()) {
-        event->ignore();
-        return;
+    // The first Cancel ends the round: no other document is asked.
+    for (QMdiSubWindow* child : mdi_->subWindowList()) {
+        if (!child->close()) {
+            event->ignore();
+            return;
+        }
     }
     MDIForm_Unload();
     event->accept();

@@ -26,6 +26,7 @@ class QStatusBar;
 class QToolBar;
 class SourceDocuments;
 class frmError;
+class frmEditor;
 
 class frmMain : public QMainWindow, public LinkReports {
     Q_OBJECT
@@ -233,6 +234,30 @@ public:
     void FileAssemble();
     // The error list while it is loaded, else nullptr.
     frmError* ErrorList() const;
+    // ---- Documents (source/FileCommands.cpp, source/EditCommands.cpp) -------
+    void NewEditor();
+    // Reads a file into a new editor and shows it; nullptr if it could not
+    // be read, which "Orvane - Read Error" tells.
+    frmEditor* OpenEditor(const QString& path);
+    // Writes an editor's text to its EditorName; ok false if that failed,
+    // which "Orvane - Write Error" tells. The old file stays whole either way.
+    void SaveEditor(frmEditor& editor, bool& ok);
+    void mnuFileNew_Click();
+    void mnuFileOpen_Click();
+    void mnuFileClose_Click();
+    void mnuFileSave_Click();
+    void mnuFileSaveAs_Click();
+    void mnuEditUndo_Click();
+    void mnuEditRedo_Click();
+    void mnuEditCut_Click();
+    void mnuEditCopy_Click();
+    void mnuEditPaste_Click();
+    void mnuEditDelete_Click();
+    void mnuEditSelectAll_Click();
+    void mnuEditFind_Click();
+    void mnuEditFindNext_Click();
+    void mnuEditReplace_Click();
+    void mnuEditGoToLine_Click();
 
     // ---- Menu handlers ------------------------------------------------------
     void mnuFileExit_Click();

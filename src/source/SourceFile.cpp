@@ -1,0 +1,95 @@
+#include "source/SourceFile.h"
+
+#include <QFile>
+#include <QSaveFile>
+#include <QStringDecoder>
+
+namespace {
+SaveFaultHook& FaultHook()
+{
+    static SaveFaultHook hook;
+    return hook;
+}
+
+QString Fault(SaveStep step, const QString& path)
+{
+    return FaultHook() ? FaultHook()(step, path) : QString();
+}
+}  // namespace
+
+SaveFaultHook SetSaveFaultHook(SaveFaultHook hook)
+{
+    return std::exchange(FaultHook(), std::move(hook));
+}
+
+DecodedSource DecodeSource(const QByteArray& bytes)
+{
+    DecodedSource out;
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    out.text = utf8.decode(bytes);
+    if (utf8.hasError()) {
+        out.encoding.utf8 = false;
+        out.text = QString::fromLatin1(bytes);
+    }
+    const qsizetype lineFeeds = bytes.count('\n');
+    const qsizetype crlfs = bytes.count("\r\n");
+    out.encoding.crlf = crlfs > 0 && crlfs * 2 >= lineFeeds;
+    if (out.encoding.crlf)
+        out.text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    return out;
+}
+
+bool EncodeSource(const QString& text, const SourceEncoding& encoding, QByteArray& bytes)
+{
+    QString lines = text;
+    if (encoding.crlf)
+        lines.replace(QLatin1String("\n"), QLatin1String("\r\n"));
+    if (encoding.utf8) {
+        bytes = lines.toUtf8();
+        return true;
+    }
+    for (QChar c : lines)
+        if (c.unicode() > 0xFF)
+            return false;
+    bytes = lines.toLatin1();
+    return true;
+}
+
+bool ReadSourceFile(const QString& path, QByteArray& bytes, QString& error)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        error = file.errorString();
+        return false;
+    }
+    bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        error = file.errorString();
+        return false;
+    }
+    return true;
+}
+
+bool WriteFileSafely(const QString& path, const QByteArray& bytes, QString& error)
+{
+    // QSaveFile writes beside the target, syncs, and renames only at commit;
+    // it takes the old file's permissions over.
+    QSaveFile file(path);
+    error = Fault(SaveStep::Open, path);
+    if (error.isEmpty() && !file.open(QIODevice::WriteOnly))
+        error = file.errorString();
+    if (!error.isEmpty())
+        return false;
+    error = Fault(SaveStep::Write, path);
+    if (error.isEmpty() && file.write(bytes) != bytes.size())
+        error = file.errorString();
+    if (error.isEmpty())
+        error = Fault(SaveStep::Commit, path);
+    if (!error.isEmpty())
+        return false;   // an uncommitted save file removes its temporary file
+    if (!file.commit()) {
+        error = file.errorString();
+        return false;
+    }
+    return true;
+}

@@ -1,0 +1,41 @@
+// Source files on disk: how the bytes of a file become the editor's text and
+// back again, unchanged apart from the user's edits, and the write that never
+// leaves a half-written file behind.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <functional>
+
+// How a file's bytes were read, so that they are written the same way.
+struct SourceEncoding {
+    bool utf8 = true;    // valid UTF-8; otherwise one byte a character
+    bool crlf = false;   // lines end in CR LF; otherwise in LF
+};
+
+struct DecodedSource {
+    QString text;        // lines end in LF
+    SourceEncoding encoding;
+};
+
+// The editor's text of a file. A file whose line ends are mostly CR LF is
+// read as a CR LF file; new documents use the default encoding (UTF-8, LF).
+DecodedSource DecodeSource(const QByteArray& bytes);
+
+// The bytes of a text (lines ending in LF) in a file's encoding. False when
+// the text holds a character that a one-byte file cannot store.
+bool EncodeSource(const QString& text, const SourceEncoding& encoding, QByteArray& bytes);
+
+// Reads a whole file; on failure returns false and the platform's description.
+bool ReadSourceFile(const QString& path, QByteArray& bytes, QString& error);
+
+// Writes bytes to a temporary file beside path, flushes it to the disk and
+// renames it over path, which keeps its permissions. On failure path is as it
+// was, no temporary file stays, and the platform's description is returned.
+bool WriteFileSafely(const QString& path, const QByteArray& bytes, QString& error);
+
+// The steps of WriteFileSafely where a test can make the system fail: a fault
+// hook that returns a description instead of an empty text fails that step.
+enum class SaveStep { Open, Write, Commit };
+using SaveFaultHook = std::function<QString(SaveStep step, const QString& path)>;
+SaveFaultHook SetSaveFaultHook(SaveFaultHook hook);

@@ -1,0 +1,405 @@
+// The editor documents driven through the real main window: File commands,
+// saving that never loses the old file, closing with unsaved text, the Edit
+// commands' states, Find and Replace, Go To Line. With ORVANE_SCREENSHOT set
+// to a folder, editors.png (two tiled, coloured editors) is saved there.
+#include <QtTest>
+
+#include "platform/CommonDialog.h"
+#include "source/EditorRecords.h"
+#include "source/SourceFile.h"
+#include "source/SourceRecords.h"
+#include "source/frmEditor.h"
+#include "source/frmReplace.h"
+#include "support/MainFormFixture.h"
+#include "support/ModalPlayer.h"
+#include "support/WorkFolder.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMenu>
+#include <QTextBlock>
+#include <QTextLayout>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <unistd.h>
+
+namespace {
+// Answers the file dialogs for the life of the object and keeps what they proposed.
+struct FileChooser {
+    QString answer;   // empty: Cancel
+    QList<CommonDialog> asked;
+    CommonDialog::Handler previous;
+    FileChooser()
+    {
+        previous = CommonDialog::SetHandler([this](CommonDialog& dialog, CommonDialog::Kind) {
+            asked << dialog;
+            dialog.FileName = answer;
+            return !answer.isEmpty();
+        });
+    }
+    ~FileChooser() { CommonDialog::SetHandler(previous); }
+};
+
+QByteArray Bytes(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
+}
+
+struct Session {
+    MainFormFixture f;
+    WorkFolder folder;
+    FileChooser chooser;
+    frmMain& form;
+    Session() : form(f.Start())
+    {
+        UntitledCount = 0;
+        form.showNormal();
+        form.resize(900, 600);
+        folder.Enter();
+    }
+    ~Session()
+    {
+        // Unsaved test documents go without a question.
+        for (frmEditor* editor : LoadedEditors())
+            editor->TextChanged = false;
+    }
+    frmEditor* Open(const QString& name)
+    {
+        chooser.answer = folder.Path(name);
+        form.Menu("mnuFileOpen")->trigger();
+        return ActiveEditor();
+    }
+};
+}  // namespace
+
+class EditorTest : public QObject {
+    Q_OBJECT
+private slots:
+    void openEditSaveReopenKeepsTheBytes_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("LF") << QByteArray("START LDAA #1\n      RTS\n");
+        QTest::newRow("CRLF") << QByteArray("START LDAA #1\r\n      RTS\r\n");
+        QTest::newRow("no final line end") << QByteArray("START LDAA #1\n      RTS");
+        QTest::newRow("bytes above 127") << QByteArray("* \xa0\xe9\xff\r\n NOP\r\n");
+        QTest::newRow("UTF-8") << QByteArray("* caf\xc3\xa9\n NOP\n");
+    }
+    void openEditSaveReopenKeepsTheBytes()
+    {
+        QFETCH(QByteArray, bytes);
+        Session s;
+        QVERIFY(s.folder.Write("prog.asm", bytes));
+        frmEditor* editor = s.Open("prog.asm");
+        QVERIFY(editor);
+        QCOMPARE(editor->windowTitle(), QString("prog.asm"));
+        QCOMPARE(AsmFile, QString("prog.asm"));
+        QCOMPARE(editor->PlainText(), DecodeSource(bytes).text);
+        QCoreApplication::processEvents();   // the colouring runs; it is no change of the text
+        QVERIFY(!editor->TextChanged);
+        QVERIFY(!s.form.Menu("mnuFileSave")->isEnabled());
+        QVERIFY(!s.form.Button(13)->isEnabled());
+
+        QTest::keyClicks(editor->Text, "*;");
+        QVERIFY(editor->TextChanged);
+        QVERIFY(s.form.Menu("mnuFileSave")->isEnabled() && s.form.Button(4)->isEnabled());
+        s.form.Menu("mnuFileSave")->trigger();
+        QVERIFY(!editor->TextChanged && !s.form.Menu("mnuFileSave")->isEnabled());
+        QCOMPARE(Bytes(s.folder.Path("prog.asm")), "*;" + bytes);
+
+        // Opened again, it shows the same text, and saved unchanged it gives the same bytes.
+        frmEditor* again = s.Open("prog.asm");
+        QVERIFY(again && again != editor);
+        QCOMPARE(again->PlainText(), editor->PlainText());
+        bool ok = false;
+        s.form.SaveEditor(*again, ok);
+        QVERIFY(ok);
+        QCOMPARE(Bytes(s.folder.Path("prog.asm")), "*;" + bytes);
+        QVERIFY(s.f.boxes.boxes.isEmpty());
+    }
+
+    void failedSaveKeepsTheOldFileAndTheChange()
+    {
+        Session s;
+        QVERIFY(s.folder.Write("prog.asm", "old\n"));
+        frmEditor* editor = s.Open("prog.asm");
+        QTest::keyClicks(editor->Text, "new ");
+        // A read-only folder: the real one where permissions hold, else the
+        // system's answer through the seam (root writes anywhere).
+        const bool root = geteuid() == 0;
+        if (root)
+            SetSaveFaultHook([](SaveStep step, const QString&) {
+                return step == SaveStep::Open ? QStringLiteral("Permission denied") : QString();
+            });
+        else
+            QFile::setPermissions(s.folder.dir.path(), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+        s.form.Menu("mnuFileSave")->trigger();
+        QFile::setPermissions(s.folder.dir.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                                                       QFileDevice::ExeOwner);
+        // A full disk: the write fails after the temporary file was made.
+        SetSaveFaultHook([](SaveStep step, const QString&) {
+            return step == SaveStep::Write ? QStringLiteral("No space left on device") : QString();
+        });
+        s.form.Menu("mnuFileSave")->trigger();
+        SetSaveFaultHook({});
+
+        QCOMPARE(s.f.boxes.boxes.size(), 2);
+        for (const auto& box : s.f.boxes.boxes) {
+            QCOMPARE(box.caption, QString("Orvane - Write Error"));
+            QCOMPARE(box.style, int(MbExclamation));
+            QVERIFY(box.text.endsWith(" !") && box.text.size() > 2);
+        }
+        QCOMPARE(s.f.boxes.boxes[1].text, QString("No space left on device !"));
+        QCOMPARE(Bytes(s.folder.Path("prog.asm")), QByteArray("old\n"));
+        QCOMPARE(QDir(s.folder.dir.path()).entryList(QDir::Files), QStringList{"prog.asm"});
+        QVERIFY(editor->TextChanged && s.form.Menu("mnuFileSave")->isEnabled());
+    }
+
+    void unsavedTextAtTheEndOfTheProgram()
+    {
+        Session s;
+        s.form.Menu("mnuFileNew")->trigger();
+        frmEditor* first = ActiveEditor();
+        QTest::keyClicks(first->Text, "first");
+        s.form.Menu("mnuFileNew")->trigger();
+        frmEditor* second = ActiveEditor();
+        QTest::keyClicks(second->Text, "second");
+        QVERIFY(first != second);
+
+        // Cancel at the first question: nobody else is asked, the program goes on.
+        s.f.boxes.answer = MbResultCancel;
+        QVERIFY(!s.form.close());
+        QCOMPARE(s.f.boxes.boxes.size(), 1);
+        QCOMPARE(s.f.boxes.boxes[0].caption, QString("Orvane - Warning"));
+        QCOMPARE(s.f.boxes.boxes[0].style, int(MbYesNoCancel + MbQuestion));
+        QCOMPARE(LoadedEditors().size(), 2);
+        QVERIFY(!QFile::exists(s.f.settings.FilePath()));
+
+        // Yes: each document is saved under its own title in the current folder.
+        s.f.boxes.answer = MbResultYes;
+        QVERIFY(s.form.close());
+        QCOMPARE(s.f.boxes.boxes[1].text, QString("Save changes to Untitled1.asm ?"));
+        QCOMPARE(s.f.boxes.boxes[2].text, QString("Save changes to Untitled2.asm ?"));
+        QCOMPARE(Bytes(s.folder.Path("Untitled1.asm")), QByteArray("first"));
+        QCOMPARE(Bytes(s.folder.Path("Untitled2.asm")), QByteArray("second"));
+        QCOMPARE(EditorCount, std::int16_t(0));
+        QVERIFY(!EditorActive && AsmFile.isEmpty());
+    }
+
+    void commandsFollowTheActiveEditor()
+    {
+        Session s;
+        for (int i = 0; i < 3; ++i)
+            s.form.Menu("mnuFileNew")->trigger();
+        frmEditor* editor = ActiveEditor();
+        QCOMPARE(editor->windowTitle(), QString("Untitled3.asm"));
+        QCOMPARE(AsmFile, QString());   // no file yet
+        QVERIFY(s.form.Panel(5)->isVisible() && s.form.Panel(7)->isVisible());
+        QCOMPARE(s.form.PanelText(5) + "/" + s.form.PanelText(6), QString("Line 1/Col. 1"));
+        QTest::keyClick(editor->Text, Qt::Key_A);
+        QTest::keyClick(editor->Text, Qt::Key_Return);
+        QTest::keyClick(editor->Text, Qt::Key_Tab);
+        QTest::keyClick(editor->Text, Qt::Key_B);
+        QCOMPARE(s.form.PanelText(5) + "/" + s.form.PanelText(6), QString("Line 2/Col. 11"));
+
+        // Undo and Redo follow the history, step by step.
+        QVERIFY(s.form.Button(13)->isEnabled() && !s.form.Button(14)->isEnabled());
+        s.form.mnuEditUndo_Click();
+        QVERIFY(s.form.Button(14)->isEnabled());
+        while (editor->Undo)
+            s.form.mnuEditUndo_Click();
+        QCOMPARE(editor->PlainText(), QString());
+        QVERIFY(editor->TextChanged && !s.form.Button(13)->isEnabled());
+        s.form.mnuEditRedo_Click();
+        QVERIFY(s.form.Button(13)->isEnabled());
+
+        s.form.MenuOf("mnuEdit")->aboutToShow();
+        QVERIFY(s.form.Menu("mnuEditUndo")->isEnabled() && s.form.Menu("mnuEditRedo")->isEnabled());
+        QVERIFY(!s.form.Menu("mnuEditCut")->isEnabled() && s.form.Menu("mnuEditGoToLine")->isEnabled());
+        s.form.mnuEditSelectAll_Click();
+        QVERIFY(s.form.Button(9)->isEnabled() && s.form.Button(10)->isEnabled());
+
+        for (frmEditor* loaded : LoadedEditors())
+            loaded->TextChanged = false;
+        while (ActiveEditor())
+            s.form.Menu("mnuFileClose")->trigger();
+        QCOMPARE(EditorCount, std::int16_t(0));
+        QVERIFY(!s.form.Panel(5)->isVisible() && !s.form.Panel(7)->isVisible());
+        QVERIFY(!s.form.Menu("mnuFileClose")->isEnabled() && !s.form.Menu("mnuFileSaveAs")->isEnabled());
+        s.form.MenuOf("mnuEdit")->aboutToShow();
+        QVERIFY(!s.form.Menu("mnuEditFind")->isEnabled());
+    }
+
+    void saveAsProposesTheNameAndItsType()
+    {
+        Session s;
+        s.form.Menu("mnuFileNew")->trigger();
+        frmEditor* editor = ActiveEditor();
+        QTest::keyClicks(editor->Text, "x");
+        // Save on a document without a file asks for a name; Cancel changes nothing.
+        s.form.Menu("mnuFileSave")->trigger();
+        QCOMPARE(s.chooser.asked.last().FileName, QString("Untitled1.asm"));
+        QCOMPARE(s.chooser.asked.last().FilterIndex, 1);
+        QVERIFY(editor->EditorName.isEmpty() && editor->TextChanged);
+
+        const struct {
+            const char* name;
+            int filterIndex;
+        } rows[] = {{"a.lst", 2}, {"a.b.TXT", 3}, {"plain", 4}};
+        for (const auto& row : rows) {
+            s.chooser.answer = s.folder.Path(row.name);
+            s.form.Menu("mnuFileSaveAs")->trigger();
+            s.form.Menu("mnuFileSaveAs")->trigger();
+            QCOMPARE(s.chooser.asked.last().FilterIndex, row.filterIndex);
+            QCOMPARE(editor->windowTitle(), QString(row.name));
+            QCOMPARE(AsmFile, QString(row.name));
+            QCOMPARE(Bytes(s.folder.Path(row.name)), QByteArray("x"));
+        }
+
+        // Open remembers the file type the user chose, even through a Cancel.
+        s.chooser.answer.clear();
+        s.chooser.previous = CommonDialog::SetHandler([&](CommonDialog& dialog, CommonDialog::Kind) {
+            s.chooser.asked << dialog;
+            dialog.FilterIndex = 3;
+            return false;
+        });
+        s.form.Menu("mnuFileOpen")->trigger();
+        CommonDialog::SetHandler(s.chooser.previous);
+        s.form.Menu("mnuFileOpen")->trigger();
+        QCOMPARE(s.chooser.asked.last().FilterIndex, 3);
+        QCOMPARE(LoadedEditors().size(), 1);
+
+        // A file that cannot be read gives no editor.
+        s.chooser.answer = s.folder.Path("missing.asm");
+        s.form.Menu("mnuFileOpen")->trigger();
+        QCOMPARE(LoadedEditors().size(), 1);
+        QCOMPARE(s.f.boxes.boxes.last().caption, QString("Orvane - Read Error"));
+    }
+
+    void findAndReplaceThroughTheDialog()
+    {
+        Session s;
+        QVERIFY(s.folder.Write("prog.asm", "ab xab ab\nab"));
+        frmEditor* editor = s.Open("prog.asm");
+        frmReplace* dialog = FindReplaceDialog();
+        // A selection becomes the search text.
+        editor->SetSelection(0, 2);
+        s.form.mnuEditFind_Click();
+        QVERIFY(dialog->isVisible());
+        QCOMPARE(dialog->windowTitle(), QString("Find"));
+        QCOMPARE(dialog->cbWhat->currentText(), QString("ab"));
+        QVERIFY(s.form.Button(17)->isEnabled());
+
+        dialog->chkWord->setChecked(true);
+        dialog->cmdFindNext_Click();
+        QCOMPARE(editor->SelStart(), 7);
+        dialog->cmdFindNext_Click();
+        QCOMPARE(editor->SelStart(), 10);   // whole word at the very end of the text
+        s.form.mnuEditFindNext_Click();
+        QCOMPARE(s.f.boxes.boxes.last().text, QString("Search Text not found !"));
+        QCOMPARE(s.f.boxes.boxes.last().caption, QString("Orvane - Search"));
+        QCOMPARE(editor->SelStart(), 10);
+
+        // The Replace button of the Find layout only changes the layout.
+        dialog->cmdReplace_Click();
+        QCOMPARE(dialog->windowTitle(), QString("Replace"));
+        QCOMPARE(editor->PlainText(), QString("ab xab ab\nab"));
+
+        // Upward, with a replacement that holds the search text: it ends, each match once.
+        dialog->chkWord->setChecked(false);
+        dialog->optUp->setChecked(true);
+        dialog->cbWith->setEditText("[ab]");
+        editor->SetSelection(12, 0);
+        const int before = static_cast<int>(s.f.boxes.boxes.size());
+        dialog->cmdReplaceAll_Click();
+        QCOMPARE(editor->PlainText(), QString("[ab] x[ab] [ab]\n[ab]"));
+        QCOMPARE(s.f.boxes.boxes.size(), before + 1);
+        QCOMPARE(s.f.boxes.boxes.last().text, QString("4 items replaced !"));
+        QCOMPARE(s.f.boxes.boxes.last().caption, QString("Orvane - Replace"));
+        // One Undo takes the whole Replace All back.
+        s.form.mnuEditUndo_Click();
+        QCOMPARE(editor->PlainText(), QString("ab xab ab\nab"));
+
+        // Replace replaces a selected match, then goes on to the next.
+        dialog->optDown->setChecked(true);
+        dialog->cbWith->setEditText("");
+        editor->SetSelection(0, 2);
+        dialog->cmdReplace_Click();
+        QCOMPARE(editor->PlainText(), QString(" xab ab\nab"));
+        dialog->cmdReplace_Click();
+        QCOMPARE(editor->SelStart(), 2);
+        QCOMPARE(dialog->cbWhat->count(), 1);   // the same text is not listed twice in a row
+
+        // Deactivating the editor hides the dialog.
+        s.form.Menu("mnuFileNew")->trigger();
+        QVERIFY(!dialog->isVisible());
+    }
+
+    void goToLine()
+    {
+        Session s;
+        QVERIFY(s.folder.Write("prog.asm", "one\ntwo\nthree"));
+        frmEditor* editor = s.Open("prog.asm");
+        const struct {
+            const char* entry;
+            int position;   // of the caret afterwards; -1: the message
+        } rows[] = {{"2", 4}, {"99", 8}, {"0", -1}, {"1x", -1}};
+        for (const auto& row : rows) {
+            editor->SetSelection(1, 0);
+            ModalPlayer player([&](QDialog& dialog) { TypeAndPressOK(dialog, "txtLine", row.entry); });
+            const auto boxes = s.f.boxes.boxes.size();
+            s.form.mnuEditGoToLine_Click();
+            if (row.position < 0) {
+                QCOMPARE(s.f.boxes.boxes.size(), boxes + 1);
+                QCOMPARE(s.f.boxes.boxes.last().text, QString("Please Enter an Integer (1 .. 999999999) !"));
+                QCOMPARE(editor->SelStart(), 1);
+            } else {
+                QCOMPARE(editor->SelStart(), row.position);
+            }
+        }
+    }
+
+    void twoTiledEditorsShowTheFilesInColour()
+    {
+        Session s;
+        QVERIFY(s.folder.Write("count.asm", "* Count up on port B\n"
+                                            "PORTB   EQU  $1004\n"
+                                            "        ORG  $E000\n"
+                                            "START   LDS  #$00FF\n"
+                                            "        CLRA\n"
+                                            "LOOP    STAA PORTB     show it\n"
+                                            "        INCA\n"
+                                            "        BRA  LOOP\n"));
+        QVERIFY(s.folder.Write("table.asm", "; constants\n"
+                                            "        ORG  $E100\n"
+                                            "MASKS   FCB  %00000001,%10000000,@17,10\n"
+                                            "NAME    FCC  /HC11 board/\n"
+                                            "CHAR    LDAA #'A\n"
+                                            "        NOP  no operand, all comment\n"));
+        frmEditor* count = s.Open("count.asm");
+        frmEditor* table = s.Open("table.asm");
+        QVERIFY(count && table);
+        QCOMPARE(count->PlainText().toLatin1(), Bytes(s.folder.Path("count.asm")));
+        s.form.mdiArea()->tileSubWindows();
+        QVERIFY(QTest::qWaitForWindowExposed(&s.form));
+        // Lines take their colours as they are drawn; the colouring is no change of the text.
+        const QPixmap shot = s.form.grab();
+        const QTextBlock loop = count->Text->document()->findBlockByNumber(5);
+        QCOMPARE(loop.layout()->formats().size(), 3);
+        QCOMPARE(loop.text(), QString("LOOP    STAA PORTB     show it"));
+        QVERIFY(!count->TextChanged && !table->TextChanged && !count->Undo);
+        // An edited line is coloured again for its new text.
+        count->SetSelection(loop.position() + 8, 4);
+        count->SetSelText("NOP ");
+        count->Text->viewport()->grab();
+        QCOMPARE(count->Text->document()->findBlockByNumber(5).layout()->formats().size(), 3);
+        const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
+        QVERIFY(folder.isEmpty() || shot.save(QDir(folder).filePath("editors.png")));
+    }
+};
+
+QTEST_MAIN(EditorTest)
+#include "Editor_test.moc"
