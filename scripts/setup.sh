@@ -9,6 +9,7 @@ packages=(
   fonts-liberation        # "Courier New" resolves to Liberation Mono, its metric twin
   binutils-m68hc1x        # an independent HC11 assembler/disassembler for cross-checks
   xvfb xauth              # screenshots of real windows
+  poppler-utils           # pdftotext: the printing tests read the printed PDF back
 )
 
 missing=()
