@@ -76,12 +76,14 @@ bool ShowPdfDialog(PrintChoices& choices, int form, QWidget* owner)
     auto* fileRow = new QHBoxLayout;
     fileRow->addWidget(file, 1);
     fileRow->addWidget(browse);
-    auto* form_ = new QFormLayout;
-    form_->addRow(QStringLiteral("PDF &file:"), fileRow);
-    form_->addRow(QStringLiteral("&Copies:"), copies);
+    auto* fields = new QFormLayout;
+    auto* fileLabel = new QLabel(QStringLiteral("PDF &file:"));
+    fileLabel->setBuddy(file);   // a row of two widgets gives its label no buddy of its own
+    fields->addRow(fileLabel, fileRow);
+    fields->addRow(QStringLiteral("&Copies:"), copies);
     auto* layout = new QVBoxLayout(&dialog);
     layout->addWidget(note);
-    layout->addLayout(form_);
+    layout->addLayout(fields);
     layout->addWidget(buttons);
 
     QPushButton* ok = buttons->button(QDialogButtonBox::Ok);
