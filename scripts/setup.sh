@@ -11,6 +11,7 @@ packages=(
   binutils-m68hc1x        # an independent HC11 assembler/disassembler for cross-checks
   xvfb xauth              # screenshots of real windows
   clang libclang-rt-14-dev  # libFuzzer for `make fuzz`
+  poppler-utils           # pdftotext: the printing tests read the printed PDF back
 )
 
 # One dpkg query for the lot, no process per package: a name dpkg does not

@@ -185,6 +185,11 @@ void frmMain::tbToolbar_ButtonClick(QAction* button)
         FileDownload();
         return;
     }
+    // Print prints at once, where the menu entry shows the dialog first.
+    if (button->toolTip() == QLatin1String("Print")) {
+        PrintDocument();
+        return;
+    }
     int count = 0;
     const ToolbarRow* rows = ToolbarRows(count);
     for (int i = 0; i < count; ++i) {

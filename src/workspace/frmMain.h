@@ -16,6 +16,7 @@
 #include <QTimer>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -258,6 +259,22 @@ public:
     void mnuEditFindNext_Click();
     void mnuEditReplace_Click();
     void mnuEditGoToLine_Click();
+    // ---- Printing (source/Printing.cpp) --------------------------------------
+    // What is printed: the active document's title and text. The editors set
+    // the provider; it answers nothing while no document is active, and the
+    // print commands then do nothing.
+    struct PrintableDocument {
+        QString title;
+        QString text;
+    };
+    std::function<std::optional<PrintableDocument>()> ActiveDocument;
+    // The print dialog, then printing if the user confirms.
+    void mnuFilePrint_Click();
+    // The same dialog, which only keeps the choices for the next print.
+    void mnuFilePrintSetup_Click();
+    // Prints the active document at once with the last choices (the toolbar's
+    // Print). With no printer and no PDF file chosen yet it asks first.
+    void PrintDocument();
 
     // ---- Menu handlers ------------------------------------------------------
     void mnuFileExit_Click();
