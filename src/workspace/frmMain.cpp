@@ -1,5 +1,6 @@
 #include "workspace/frmMain.h"
 
+#include "source/EditorDocuments.h"
 #include "source/frmEditor.h"
 #include "workspace/ToolbarIcons.h"
 
@@ -32,6 +33,7 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent), mdi_(new QMdiArea(this)
     BuildStatusBar();
     ConnectCommands();
     SetUpEditors(*this);
+    ConnectEditorDocuments(*this);
     setWindowIcon(ProgramIcon());
 
     tmrComm.setInterval(50);

@@ -10,7 +10,7 @@
 #include "platform/CommonDialog.h"
 #include "platform/ProgramFolder.h"
 #include "platform/SettingsStore.h"
-#include "source/SourceDocuments.h"
+#include "source/frmEditor.h"
 #include "source/SourceRecords.h"
 #include "source/frmError.h"
 #include "support/BoardProcess.h"
@@ -18,6 +18,7 @@
 #include "support/WorkFolder.h"
 
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QPushButton>
 
 namespace {
@@ -29,38 +30,6 @@ const QByteArray Broken = " ORG $E000\n"
                           " ORG $FFFE\n"
                           " FDB START\n";
 
-// One editor on one file: Save writes the text, the jump is recorded.
-class OneEditor : public SourceDocuments {
-public:
-    OneEditor(frmMain& form, QString path, QString title) : form_(form), path_(std::move(path)), title_(std::move(title)) {}
-
-    void Type(const QByteArray& text)
-    {
-        text_ = text;
-        form_.SetSaveCommands(true);
-    }
-
-    QString ActiveTitle() const override { return title_; }
-    QString ActiveName() const override { return path_; }
-    void SaveActive() override
-    {
-        QFile file(path_);
-        if (file.open(QIODevice::WriteOnly) && file.write(text_) == text_.size())
-            form_.SetSaveCommands(false);
-    }
-    void ShowLine(const QString& path, const QString& title, int line) override
-    {
-        shown << QString("%1|%2|%3").arg(path, title).arg(line);
-    }
-
-    QStringList shown;
-
-private:
-    frmMain& form_;
-    QString path_;
-    QString title_;
-    QByteArray text_;
-};
 }  // namespace
 
 class AssembleEndToEndTest : public QObject {
@@ -127,9 +96,14 @@ private:
     {
         WorkFolder folder;
         folder.Enter();
-        OneEditor editor(form, folder.Path("first prog.asm"), "first prog.asm");
-        form.Documents = &editor;
-        AsmFile = "first prog.asm";
+        QVERIFY(folder.Write("first prog.asm", "; to be written\n"));
+        frmEditor* editor = form.OpenEditor(folder.Path("first prog.asm"));
+        QVERIFY(editor);
+        QCOMPARE(AsmFile, QString("first prog.asm"));
+        const auto type = [editor](const QByteArray& text) {
+            editor->SetSelection(0, editor->PlainText().size());
+            editor->SetSelText(QString::fromLatin1(text));
+        };
         f.boxes.answer = MbResultYes;   // "Save ... ?" and the OK boxes
         bool dialogShown = false;
         const auto previousDialog = CommonDialog::SetHandler([&](CommonDialog&, CommonDialog::Kind) {
@@ -138,7 +112,7 @@ private:
         });
 
         // A typo on line 4: Assemble asks to save, the list leads to the line.
-        editor.Type(Broken);
+        type(Broken);
         form.Menu("mnuFileAssemble")->trigger();
         QCOMPARE(f.boxes.boxes.size(), 2);
         QCOMPARE(f.boxes.boxes[0].text, QString("Save first prog.asm ?"));
@@ -150,12 +124,14 @@ private:
         QCOMPARE(errors->windowTitle(), QString("first prog.err"));
         QCOMPARE(errors->List->count(), 1);
         QCOMPARE(errors->List->item(0)->text(), QString("4: unknown mnemonic 'LDAX'"));
+        editor->SetSelection(0, 0);
         QTest::keyClick(errors->List, Qt::Key_Return);
-        const QString jump = folder.Path("first prog.asm") + "|first prog.asm|4";
-        QCOMPARE(editor.shown, QStringList{jump});
+        QCOMPARE(ActiveEditor(), editor);
+        QCOMPARE(editor->Text->textCursor().blockNumber(), 3);
+        QCOMPARE(editor->SelText(), QString("LOOP LDAX 4,X"));
 
         // Fixed and assembled from the toolbar: no error file is left.
-        editor.Type(QByteArray(Broken).replace("LDAX", "LDAA"));
+        type(QByteArray(Broken).replace("LDAX", "LDAA"));
         form.tbToolbar_ButtonClick(form.Button(19));
         QCOMPARE(f.boxes.boxes.size(), 4);
         QVERIFY(!QFile::exists(folder.Path("first prog.err")));
@@ -189,7 +165,6 @@ private:
         QCOMPARE(CpuRegisters.IX, 0x1000);
 
         CommonDialog::SetHandler(previousDialog);
-        form.Documents = nullptr;
         AsmFile.clear();
         S19File.clear();
         LstFile.clear();
