@@ -4,7 +4,9 @@
 #include "code/frmLabel.h"
 #include "code/frmStack.h"
 #include "views/frmRegCPU.h"
+#include "workspace/frmIOBOard.h"
 #include "workspace/frmMain.h"
+#include "workspace/frmSerial.h"
 
 #include <QAction>
 #include <QMdiArea>
@@ -25,13 +27,13 @@ ToolWindowRow Windows[] = {
     {"frmRegAD", "mnuViewRegAD", nullptr},
     {"frmRegOther", "mnuViewRegOther", nullptr},
     {"frmRegPIA", "mnuViewRegPIA", nullptr},
-    {"frmIOBOard", "mnuViewIOunit", nullptr},
+    {"frmIOBOard", "mnuViewIOunit", &CreateIOBOard},
     {"frmMemory", "mnuViewMemory", nullptr},
     {"frmWatch", "mnuViewWatch", nullptr},
     {"frmStack", "mnuViewStack", &CreateStack},
     {"frmDisAsm", "mnuViewDisassembler", &CreateDisAsm},
     {"frmLabel", "mnuViewLabel", &CreateLabel},
-    {"frmSerial", "mnuViewSerialTerminal", nullptr},
+    {"frmSerial", "mnuViewSerialTerminal", &CreateSerial},
 };
 }  // namespace
 
