@@ -155,6 +155,8 @@ frmIOBOard::~frmIOBOard()
 
 void frmIOBOard::closeEvent(QCloseEvent* event)
 {
+    if (MainForm->IoUnitWindow == this)
+        MainForm->IoUnitWindow = nullptr;
     MainForm->Menu(QStringLiteral("mnuViewIOunit"))->setChecked(false);
     event->accept();
 }

@@ -60,6 +60,7 @@ void frmSerial::Form_Load()
 void frmSerial::closeEvent(QCloseEvent* event)
 {
     SavePlacement(this, Prefix);
+    MainForm->SerialTerminalDisplay = nullptr;
     MainForm->Menu(QStringLiteral("mnuViewSerialTerminal"))->setChecked(false);
     event->accept();
 }
