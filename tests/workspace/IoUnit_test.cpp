@@ -159,16 +159,6 @@ private slots:
         unit.setOutDataRegister(0x40);
         QVERIFY(unit.LedLit(1) && !unit.LedLit(0) && !unit.LedLit(7));
     }
-
-    void flagsTakeBitZero()
-    {
-        IoUnit unit;
-        unit.setInFresh(3);
-        unit.setOutFresh(1);
-        QVERIFY(unit.InFresh && unit.OutFresh);
-        unit.setInFresh(2);
-        QVERIFY(!unit.InFresh);
-    }
 };
 
 QTEST_MAIN(IoUnitTest)
