@@ -1,25 +1,21 @@
-* LED counter on the input-output unit.
-* Counts on the eight LEDs of the output register at $6001 and
-* restarts from the switches of the input register at $6000 whenever
-* switch 7 is pressed.
+* LED counter on the input-output unit (simulator mode).
+* Counts on the eight LEDs of the unit's output and restarts from the
+* value the user enters in its input, whenever one is pending.
 
-IOIN    EQU     $6000           input register: the switches
-IOOUT   EQU     $6001           output register: the LEDs
-IOCTL   EQU     $6002           control register
+INFLAG  EQU     $6000           1: the user has entered a value
+INDATA  EQU     $6001           the value; reading it clears INFLAG
+OUTDATA EQU     $6003           the byte shown on the LEDs
 STACK   EQU     $00FF
-DELAY   EQU     5000            inner loop turns per step
+DELAY   EQU     200             inner loop turns per step
 
         ORG     $E000
 START   LDS     #STACK
-        CLR     IOCTL           plain output, no interrupts
         CLRA
-NEXT    STAA    IOOUT           show the count
+NEXT    STAA    OUTDATA         show the count
         BSR     WAIT
-        LDAB    IOIN
-        BITB    #%10000000      switch 7 pressed?
+        TST     INFLAG          a value entered?
         BEQ     COUNT
-        TBA                     restart from the switches
-        ANDA    #$7F
+        LDAA    INDATA          restart from it
         BRA     NEXT
 COUNT   INCA
         BRA     NEXT

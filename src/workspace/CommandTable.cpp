@@ -196,6 +196,9 @@ const ForwardRow Forwards[] = {
     {"mnuPopupStackGoToSPAddress", "frmStack", "mnuGoToSPAddress"},
     {"mnuPopupStackGoToAddress", "frmStack", "mnuGoToAddress"},
     {"mnuPopupStackRefresh", "frmStack", "mnuRefresh"},
+    {"mnuPopupSerialAscii", "frmSerial", "mnuPopupSerialAscii"},
+    {"mnuPopupSerialHex", "frmSerial", "mnuPopupSerialHex"},
+    {"mnuPopupSerialClear", "frmSerial", "mnuPopupSerialClear"},
     // One popup serves the register windows and the watch window.
     {"mnuPopupViewEnter", nullptr, "mnuEnter"},
     {"mnuPopupViewHex", nullptr, "mnuViewHex"},

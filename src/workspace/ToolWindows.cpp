@@ -5,7 +5,9 @@
 #include "code/frmStack.h"
 #include "views/PeripheralRegisterRows.h"
 #include "views/frmRegCPU.h"
+#include "workspace/frmIOBOard.h"
 #include "workspace/frmMain.h"
+#include "workspace/frmSerial.h"
 
 #include <QAction>
 #include <QMdiArea>
@@ -26,13 +28,13 @@ ToolWindowRow Windows[] = {
     {"frmRegAD", "mnuViewRegAD", &CreateRegisterWindow<AdWindowKind>},
     {"frmRegOther", "mnuViewRegOther", &CreateRegisterWindow<OtherWindowKind>},
     {"frmRegPIA", "mnuViewRegPIA", &CreateRegisterWindow<PiaWindowKind>},
-    {"frmIOBOard", "mnuViewIOunit", nullptr},
+    {"frmIOBOard", "mnuViewIOunit", &CreateIOBOard},
     {"frmMemory", "mnuViewMemory", nullptr},
     {"frmWatch", "mnuViewWatch", nullptr},
     {"frmStack", "mnuViewStack", &CreateStack},
     {"frmDisAsm", "mnuViewDisassembler", &CreateDisAsm},
     {"frmLabel", "mnuViewLabel", &CreateLabel},
-    {"frmSerial", "mnuViewSerialTerminal", nullptr},
+    {"frmSerial", "mnuViewSerialTerminal", &CreateSerial},
 };
 }  // namespace
 

@@ -83,7 +83,7 @@ private slots:
     void examplesAndEveryInstructionLoadAsSymbols()
     {
         const struct { const char* file; const char* label; int value; } rows[] = {
-            {"ledcount.asm", "WLOOP", 0xE01F}, {"echo.asm", "PUTC", 0xE028}, {"lookup.asm", "SEGMENTS", 0xE041},
+            {"ledcount.asm", "WLOOP", 0xE01A}, {"echo.asm", "PUTC", 0xE028}, {"lookup.asm", "SEGMENTS", 0xE041},
             {nullptr, "START", 0xE000}};
         for (const auto& row : rows) {
             std::string source;

@@ -1,0 +1,205 @@
+#include <QtTest>
+
+#include "workspace/CodePage852.h"
+#include "workspace/TerminalKeys.h"
+#include "workspace/TerminalScreen.h"
+
+#include <random>
+
+namespace {
+// The old text brought up to date by a Change, as the window does it.
+QString Apply(QString old, const TerminalScreen& screen, const TerminalScreen::Change& change)
+{
+    if (change.whole)
+        return screen.Text();
+    old.remove(0, change.droppedHead);
+    return old.left(change.from) + screen.Text().mid(change.from);
+}
+
+QString HexRow(const QString& hex, const QString& chars)
+{
+    return hex.leftJustified(48, ' ') + " | " + chars.leftJustified(16, ' ');
+}
+}  // namespace
+
+class TerminalScreenTest : public QObject {
+    Q_OBJECT
+private slots:
+    void asciiSteps_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("caret");
+        QTest::newRow("carriage return overwrites") << QByteArray("AB\rX") << "XB" << 1;
+        QTest::newRow("line feed on the last line adds one") << QByteArray("ABC\rA\nZ") << "ABC\nZ" << 5;
+        QTest::newRow("line feed in the middle moves only")
+            << QByteArray("ab\ncd\r\x08\r\nX") << "ab\nXd" << 4;
+        QTest::newRow("backspace at 0") << QByteArray("\x08") << "" << 0;
+        QTest::newRow("backspace at a line start keeps the lines") << QByteArray("A\n\x08") << "A\n" << 1;
+        QTest::newRow("backspace blanks") << QByteArray("AB\x08") << "A " << 1;
+        QTest::newRow("backspace then write") << QByteArray("A\nB\x08\x08\x08Z") << "Z\n " << 1;
+        QTest::newRow("tab at column 3") << QByteArray("abc\tX") << "abc     X" << 9;
+        QTest::newRow("tab at column 8") << QByteArray("12345678\tX") << "12345678        X" << 17;
+        QTest::newRow("tab overwrites, never past the line end")
+            << QByteArray("abcdef\nline2\r\x08\r\t") << "        \nline2" << 8;
+        QTest::newRow("form feed clears, next byte at the top") << QByteArray("abc\ndef\x0cZ") << "Z" << 1;
+        QTest::newRow("other control bytes do nothing") << QByteArray("a\x01\x1b\x7f") << "a\x7f" << 2;
+        QTest::newRow("code page 852") << QByteArray("\xc9\xcd\xbb\xa0") << QString::fromUtf8("╔═╗á") << 4;
+    }
+    void asciiSteps()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, text);
+        QFETCH(int, caret);
+        TerminalScreen screen;
+        QString mirror;
+        // Byte by byte and all at once give the same screen.
+        for (char b : bytes)
+            mirror = Apply(mirror, screen, screen.Display(QByteArray(1, b)));
+        QCOMPARE(screen.Text(), text);
+        QCOMPARE(screen.Caret(), caret);
+        QCOMPARE(mirror, text);
+        TerminalScreen once;
+        QCOMPARE(Apply(QString(), once, once.Display(bytes)), text);
+        QCOMPARE(once.Caret(), caret);
+    }
+
+    void bellBeepsInAsciiOnly()
+    {
+        TerminalScreen screen;
+        int beeps = 0;
+        screen.Beep = [&] { ++beeps; };
+        screen.Display("\x07x\x07");
+        QCOMPARE(beeps, 2);
+        QCOMPARE(screen.Text(), QString("x"));
+        screen.SetMode(TerminalScreen::Mode::Hex);
+        screen.Display("\x07");
+        QCOMPARE(beeps, 2);
+        QCOMPARE(screen.Text(), HexRow("07", "."));
+    }
+
+    void hexRows()
+    {
+        TerminalScreen screen;
+        screen.Display("abc");
+        screen.SetMode(TerminalScreen::Mode::Hex);
+        QCOMPARE(screen.Text(), QString());
+        QByteArray bytes;
+        for (int i = 0; i < 16; ++i)
+            bytes += char(0x30 + i);
+        QString mirror = Apply(QString(), screen, screen.Display(bytes));
+        QCOMPARE(screen.Text(), HexRow("30 31 32 33 34 35 36 37 38 39 3A 3B 3C 3D 3E 3F", "0123456789:;<=>?"));
+        QCOMPARE(screen.Caret(), 67);
+        mirror = Apply(mirror, screen, screen.Display("A\xff"));
+        QCOMPARE(screen.HexRowStart(), 68);
+        QCOMPARE(screen.HexColumn(), std::int16_t(2));
+        QCOMPARE(screen.Text().mid(68), HexRow("41 FF", QString("A") + FromCodePage852(0xff)));
+        QCOMPARE(screen.Caret(), 68 + 53);
+        QCOMPARE(mirror, screen.Text());
+        // Switching back clears, and the next Hex byte starts a new layout.
+        screen.SetMode(TerminalScreen::Mode::Ascii);
+        screen.SetMode(TerminalScreen::Mode::Hex);
+        screen.Display("\n");
+        QCOMPARE(screen.Text(), HexRow("0A", "."));
+    }
+
+    void simulatorModeTakesTheFirstByteOnly()
+    {
+        TerminalScreen screen;
+        screen.Display("xyz", true);
+        QCOMPARE(screen.Text(), QString("x"));
+    }
+
+    // Random traffic in both modes with a small cap: the window's mirror
+    // follows, the line count stays bounded, and the newest text survives.
+    void changesKeepTheMirrorAndTheCap()
+    {
+        for (auto mode : {TerminalScreen::Mode::Ascii, TerminalScreen::Mode::Hex}) {
+            TerminalScreen screen(20);
+            screen.SetMode(mode);
+            std::mt19937 random(7);
+            const char alphabet[] = "abcdefgh\r\n\n\t\x08\x08 xyz";
+            QString mirror;
+            QByteArray last;
+            for (int block = 0; block < 400; ++block) {
+                QByteArray bytes;
+                for (int n = random() % 40; n > 0; --n)
+                    bytes += alphabet[random() % (sizeof alphabet - 1)];
+                if (block % 97 == 96)
+                    bytes += '\x0c';
+                mirror = Apply(mirror, screen, screen.Display(bytes));
+                QCOMPARE(mirror, screen.Text());
+                QVERIFY(screen.LineCount() <= 20 + 20 / 8 + 1);
+                QVERIFY(screen.Caret() >= 0 && screen.Caret() <= screen.Text().size());
+                last = bytes;
+            }
+            QCOMPARE(screen.LineCount(), int(screen.Text().count('\n')) + 1);
+            if (mode == TerminalScreen::Mode::Hex)
+                QCOMPARE(screen.Text().mid(screen.HexRowStart() + 49, 1), QString("|"));
+        }
+        // Ascii lines written at the end: the oldest go, the newest stay.
+        TerminalScreen screen(10);
+        for (int i = 0; i < 100; ++i)
+            screen.Display(QByteArray::number(i) + "\r\n");
+        QVERIFY(screen.LineCount() <= 12);
+        QVERIFY(screen.Text().endsWith("98\n99\n"));
+        screen.Display("\rX");
+        QVERIFY(screen.Text().endsWith("99\nX"));
+    }
+
+    void codePage()
+    {
+        for (int b = 0; b < 256; ++b)
+            QCOMPARE(ToCodePage852(FromCodePage852(std::uint8_t(b))), std::optional<std::uint8_t>(b));
+        QCOMPARE(ToCodePage852(QChar(0x20AC)), std::optional<std::uint8_t>());   // the euro sign
+    }
+
+    // What the keys send: the Windows 1250 letters of the key table arrive in
+    // code page 852, the edit keys send nothing.
+    void keys_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<bool>("control");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("board");
+        QTest::addColumn<bool>("running");
+        QTest::addColumn<QByteArray>("sent");
+        QTest::newRow("enter") << int(Qt::Key_Return) << false << "\r" << true << false << QByteArray("\r\n");
+        QTest::newRow("backspace") << int(Qt::Key_Backspace) << false << "\b" << true << false << QByteArray("\b");
+        QTest::newRow("enter, simulator") << int(Qt::Key_Return) << false << "\r" << false << true << QByteArray();
+        QTest::newRow("letter, idle") << int(Qt::Key_Q) << false << "q" << true << false << QByteArray();
+        QTest::newRow("letter, running") << int(Qt::Key_Q) << false << "q" << true << true << QByteArray("q");
+        QTest::newRow("letter, simulator") << int(Qt::Key_Q) << false << "q" << false << true << QByteArray();
+        QTest::newRow("control C") << int(Qt::Key_C) << true << "\x03" << true << true << QByteArray();
+        QTest::newRow("control B") << int(Qt::Key_B) << true << "\x02" << true << true << QByteArray("\x02");
+        QTest::newRow("plain C") << int(Qt::Key_C) << false << "c" << true << true << QByteArray("c");
+        QTest::newRow("delete") << int(Qt::Key_Delete) << false << "\x7f" << true << true << QByteArray();
+        QTest::newRow("arrow") << int(Qt::Key_Left) << false << "" << true << true << QByteArray();
+        QTest::newRow("euro") << int(Qt::Key_unknown) << false << QString(QChar(0x20AC)) << true << true
+                              << QByteArray();
+        // The key table: Windows 1250 code (as its character) to code page 852.
+        const std::pair<char16_t, int> table[] = {
+            {u'\u0160', 230}, {u'\u017D', 166}, {u'\u0161', 231}, {u'\u017E', 167}, {u'\u02C7', 243},
+            {u'\u02D8', 244}, {u'\u0141', 157}, {u'\u00A4', 207}, {u'\u00A7', 245}, {u'\u00A8', 249},
+            {u'\u00B0', 248}, {u'\u02DB', 242}, {u'\u0142', 136}, {u'\u00B4', 239}, {u'\u00B8', 247},
+            {u'\u02DD', 241}, {u'\u0106', 143}, {u'\u010C', 172}, {u'\u0110', 209}, {u'\u00D7', 158},
+            {u'\u00DF', 225}, {u'\u0107', 134}, {u'\u010D', 159}, {u'\u0111', 208}, {u'\u00F7', 246},
+            {u'\u02D9', 250}};
+        for (auto [c, code] : table)
+            QTest::addRow("U+%04X", unsigned(c)) << int(Qt::Key_unknown) << false << QString(QChar(c)) << true
+                                                 << true << QByteArray(1, char(code));
+    }
+    void keys()
+    {
+        QFETCH(int, key);
+        QFETCH(bool, control);
+        QFETCH(QString, text);
+        QFETCH(bool, board);
+        QFETCH(bool, running);
+        QFETCH(QByteArray, sent);
+        QCOMPARE(TerminalKeyBytes(key, control, text, board, running), sent);
+    }
+};
+
+QTEST_MAIN(TerminalScreenTest)
+#include "TerminalScreen_test.moc"
