@@ -2,6 +2,7 @@
 // the freeze and thaw of the debugger around a run, the auto-refresh timer,
 // the clock panel and the Debug commands that only forward to frmDisAsm.
 // "Open" is always the View entry's check mark (ToolWindows.h).
+#include "core/TargetMoves.h"
 #include "core/TargetState.h"
 #include "workspace/frmMain.h"
 
@@ -84,6 +85,7 @@ void frmMain::ReadRegisterBlock()
 
 void frmMain::FreezeDisplay()
 {
+    NoteTargetMoves();
     Menu("mnuRunPause")->setEnabled(true);
     Button(PauseButton)->setEnabled(true);
     for (const char* name : {"mnuDebugAddWatch", "mnuFileDownload", "mnuRunRun", "mnuRunPlay", "mnuRunAnimate"})

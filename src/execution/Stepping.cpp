@@ -4,6 +4,7 @@
 // and save area, and leave only straight-line code to MakeStep.
 #include "code/Asm.h"
 #include "code/ProgramBufferAccess.h"
+#include "core/TargetMoves.h"
 #include "core/TargetState.h"
 #include "execution/Breakpoints.h"
 #include "execution/StepPlan.h"
@@ -221,6 +222,9 @@ bool frmMain::CpuWindowOpen()
 
 void frmMain::MakeStep()
 {
+    // A step is a move of its own; the steps of Play and Animate belong to their run.
+    if (!PlayActive && !AnimateActive)
+        NoteTargetMoves();
     FindBoard();
     if (!BoardConnected)
         return;

@@ -3,6 +3,8 @@
 #include "code/frmDisAsm.h"
 #include "code/frmLabel.h"
 #include "code/frmStack.h"
+#include "views/frmMemory.h"
+#include "views/frmWatch.h"
 #include "views/frmRegCPU.h"
 #include "workspace/frmMain.h"
 
@@ -26,8 +28,8 @@ ToolWindowRow Windows[] = {
     {"frmRegOther", "mnuViewRegOther", nullptr},
     {"frmRegPIA", "mnuViewRegPIA", nullptr},
     {"frmIOBOard", "mnuViewIOunit", nullptr},
-    {"frmMemory", "mnuViewMemory", nullptr},
-    {"frmWatch", "mnuViewWatch", nullptr},
+    {"frmMemory", "mnuViewMemory", &CreateMemory},
+    {"frmWatch", "mnuViewWatch", &CreateWatch},
     {"frmStack", "mnuViewStack", &CreateStack},
     {"frmDisAsm", "mnuViewDisassembler", &CreateDisAsm},
     {"frmLabel", "mnuViewLabel", &CreateLabel},

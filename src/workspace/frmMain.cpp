@@ -37,6 +37,7 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent), mdi_(new QMdiArea(this)
     tmrRefresh.setInterval(100);
     connect(&tmrRefresh, &QTimer::timeout, this, &frmMain::tmrRefresh_Timer);
     connect(&MSComm, &MSComm::OnComm, this, &frmMain::MSComm_OnComm);
+    connect(this, &frmMain::SymbolsLoaded, this, &frmMain::WatchSymbolsReloaded);
     connect(&Velmar1, &Velmar::ReadRequest, this, &frmMain::Velmar1_ReadRequest, Qt::DirectConnection);
     connect(&Velmar1, &Velmar::WriteRequest, this, &frmMain::Velmar1_WriteRequest, Qt::DirectConnection);
 }

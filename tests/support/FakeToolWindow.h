@@ -47,4 +47,5 @@ public:
 
 private:
     QStringList windows_;
+    QList<toolwindows::Factory> previous_;   // the real windows come back afterwards
 };
