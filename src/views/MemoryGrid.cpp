@@ -140,6 +140,9 @@ bool MemoryGrid::Scroll(int value)
 
 std::int32_t MemoryGrid::DragAddress(int value) const
 {
+    // The thumb at the bottom means the end, which no step of 512 may reach.
+    if (value >= ScrollMaximum())
+        return End();
     return std::min((value + 1) / 32 * 512, End());
 }
 

@@ -57,7 +57,7 @@ public:
     int ScrollValue() const { return page_ / BytesPerRow; }
     int ScrollMaximum() const { return 0x10000 / BytesPerRow - lines_; }
     // The address the hint shows while the thumb is dragged: steps of 512
-    // bytes, and End at most.
+    // bytes, and End at most; the thumb at the bottom gives End.
     std::int32_t DragAddress(int value) const;
 
     static int ColumnOf(MemorySide side, int byte);

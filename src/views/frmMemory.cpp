@@ -250,6 +250,8 @@ void frmMemory::Form_Resize()
 
 void frmMemory::SubWindowActivated(QMdiSubWindow* sub)
 {
+    if (!MainForm)
+        return;   // the main window is going, with its children
     const bool mine = sub && sub == parentWidget();
     if (mine && !active_) {
         active_ = true;

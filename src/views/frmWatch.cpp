@@ -341,6 +341,8 @@ void frmWatch::StartTimerIfAuto()
 
 void frmWatch::SubWindowActivated(QMdiSubWindow* sub)
 {
+    if (!MainForm)
+        return;   // the main window is going, with its children
     const bool mine = sub && sub == parentWidget();
     if (mine && !active_)
         Form_Activate();
