@@ -25,11 +25,14 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QStaticText>
 #include <QScrollBar>
 #include <QTableView>
 #include <QToolTip>
 
 #include <algorithm>
+#include <array>
 #include <span>
 
 namespace {
@@ -93,6 +96,8 @@ public:
     {
         if (role == Qt::DisplayRole)
             return window_.CellText(index.row(), index.column());
+        if (role == Qt::UserRole)
+            return window_.PageByte(index.row(), index.column());
         if (role == Qt::TextAlignmentRole && MemoryGrid::IsByteColumn(index.column()))
             return int(Qt::AlignCenter);
         if (role == Qt::ForegroundRole && window_.CellChanged(index.row(), index.column()))
@@ -116,6 +121,66 @@ private:
     frmMemory& window_;
 };
 
+// A cell painter that draws the text straight, without the style's item
+// machinery: a page of 64 rows is 2,240 cells, redrawn at every read. The 256
+// hex and 256 character cells are laid out once and only placed afterwards.
+class MemoryCellPainter : public QAbstractItemDelegate {
+public:
+    using QAbstractItemDelegate::QAbstractItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        const bool current = option.state & QStyle::State_Selected;
+        if (current)
+            painter->fillRect(option.rect, option.palette.brush(QPalette::Highlight));
+        if (index.column() == 0) {
+            painter->setPen(option.palette.color(QPalette::Text));
+            painter->drawText(option.rect.left() + 2,
+                              option.rect.top() + (option.rect.height() + option.fontMetrics.ascent() -
+                                                   option.fontMetrics.descent()) / 2,
+                              index.data(Qt::DisplayRole).toString());
+            return;
+        }
+        if (!MemoryGrid::IsByteColumn(index.column()))
+            return;   // the spacers stay empty
+        const QVariant colour = index.data(Qt::ForegroundRole);
+        painter->setPen(current           ? option.palette.color(QPalette::HighlightedText)
+                        : colour.isValid() ? colour.value<QColor>()
+                                           : option.palette.color(QPalette::Text));
+        const int byte = index.data(Qt::UserRole).toInt();
+        if (byte < 0)
+            return;
+        const QStaticText& text = Cached(option.font, MemoryGrid::SideOf(index.column()), byte);
+        const QSizeF size = text.size();
+        painter->drawStaticText(QPointF(option.rect.left() + (option.rect.width() - size.width()) / 2,
+                                        option.rect.top() + (option.rect.height() - size.height()) / 2),
+                                text);
+    }
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        return option.fontMetrics.size(0, index.data(Qt::DisplayRole).toString());
+    }
+
+private:
+    const QStaticText& Cached(const QFont& font, MemorySide side, int byte) const
+    {
+        if (font != font_) {
+            font_ = font;
+            for (int i = 0; i < 256; ++i) {
+                hex_[i] = QStaticText(HexCell(static_cast<std::uint8_t>(i)));
+                chars_[i] = QStaticText(CharCell(static_cast<std::uint8_t>(i)));
+                hex_[i].prepare(QTransform(), font);
+                chars_[i].prepare(QTransform(), font);
+            }
+        }
+        return side == MemorySide::Hex ? hex_[byte] : chars_[byte];
+    }
+
+    mutable QFont font_;
+    mutable std::array<QStaticText, 256> hex_;
+    mutable std::array<QStaticText, 256> chars_;
+};
+
 QWidget* CreateMemory(frmMain&)
 {
     return new frmMemory;
@@ -130,6 +195,7 @@ frmMemory::frmMemory(QWidget* parent) : QWidget(parent)
     gridMemory->setObjectName(QStringLiteral("gridMemory"));
     gridMemory->setFont(FixedPitchFont(QStringLiteral("Courier New"), 10));
     gridMemory->setModel(model_);
+    gridMemory->setItemDelegate(new MemoryCellPainter(gridMemory));
     gridMemory->verticalHeader()->hide();
     gridMemory->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     gridMemory->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -269,11 +335,18 @@ QString frmMemory::CellText(int row, int column) const
 {
     if (column == 0)
         return AddressCell(Grid.RowAddress(row));
-    if (!pageRead_ || !MemoryGrid::IsByteColumn(column))
+    const int byte = PageByte(row, column);
+    if (byte < 0)
         return QString();
-    const std::uint8_t byte = MemoryPage[static_cast<std::size_t>(row * MemoryGrid::BytesPerRow +
-                                                                 MemoryGrid::ByteOf(column))];
-    return MemoryGrid::SideOf(column) == MemorySide::Hex ? HexCell(byte) : CharCell(byte);
+    const auto value = static_cast<std::uint8_t>(byte);
+    return MemoryGrid::SideOf(column) == MemorySide::Hex ? HexCell(value) : CharCell(value);
+}
+
+int frmMemory::PageByte(int row, int column) const
+{
+    if (!pageRead_ || !MemoryGrid::IsByteColumn(column))
+        return -1;
+    return MemoryPage[static_cast<std::size_t>(row * MemoryGrid::BytesPerRow + MemoryGrid::ByteOf(column))];
 }
 
 bool frmMemory::CellChanged(int row, int column) const

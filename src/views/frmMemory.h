@@ -44,6 +44,8 @@ public:
     // The cell text as drawn, "" where the page has no bytes (a failed read).
     QString CellText(int row, int column) const;
     bool CellChanged(int row, int column) const;
+    // The byte of a byte cell, -1 where the page has none.
+    int PageByte(int row, int column) const;
 
     // Keys of the table and the editor box (Qt key codes and text).
     void gridMemory_KeyDown(int key);
