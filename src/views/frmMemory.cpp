@@ -288,17 +288,15 @@ void frmMemory::Form_Resize()
     const int barWidth = VScroll->sizeHint().width();
     const int header = gridMemory->horizontalHeader()->height();
     gridMemory->setGeometry(0, 0, std::max(width() - barWidth, 0), height());
-    VScroll->setGeometry(width() - barWidth, header, barWidth, std::max(height() - header, 0));
     // A table wider than the window has its own horizontal bar, which takes rows.
     int tableWidth = 0;
     for (int column = 0; column < MemoryGrid::ColumnCount; ++column)
         tableWidth += gridMemory->columnWidth(column);
     const int frame = 2 * gridMemory->frameWidth();
-    int rowsHeight = height() - header - frame;
-    if (tableWidth > gridMemory->width() - frame) {
-        rowsHeight -= gridMemory->horizontalScrollBar()->sizeHint().height();
-        VScroll->setFixedHeight(std::max(VScroll->height() - gridMemory->horizontalScrollBar()->sizeHint().height(), 0));
-    }
+    const int horizontalBar =
+        tableWidth > gridMemory->width() - frame ? gridMemory->horizontalScrollBar()->sizeHint().height() : 0;
+    const int rowsHeight = height() - header - frame - horizontalBar;
+    VScroll->setGeometry(width() - barWidth, header, barWidth, std::max(height() - header - horizontalBar, 0));
     const int before = Grid.Rows();
     Grid.SetLinesPerPage(rowsHeight / gridMemory->verticalHeader()->defaultSectionSize());
     scrolling_ = true;
