@@ -25,12 +25,12 @@ PluggedWindows::PluggedWindows(const QStringList& windows) : windows_(windows)
     FakeToolWindow::Log().clear();
     FakeToolWindow::OnCall() = nullptr;
     for (const QString& window : windows_)
-        previous_ << toolwindows::SetFactory(window, [](frmMain&) -> QWidget* { return new FakeToolWindow; });
+        toolwindows::SetFactory(window, [](frmMain&) -> QWidget* { return new FakeToolWindow; });
 }
 
 PluggedWindows::~PluggedWindows()
 {
-    for (int i = 0; i < windows_.size(); ++i)
-        toolwindows::SetFactory(windows_[i], previous_[i]);
+    for (const QString& window : windows_)
+        toolwindows::SetFactory(window, nullptr);
     FakeToolWindow::OnCall() = nullptr;
 }

@@ -47,5 +47,4 @@ public:
 
 private:
     QStringList windows_;
-    QList<toolwindows::Factory> previous_;   // the real windows come back afterwards
 };
