@@ -1,6 +1,5 @@
 #include "core/BlockChanges.h"
 
-std::uint64_t TargetRuns = 0;
 BlockChanges RegisterBlockChanges;
 BlockChanges PiaBlockChanges;
 

@@ -11,13 +11,9 @@
 #include <span>
 #include <vector>
 
-// Counts every time the target is given code to execute (a step, a free run),
-// whichever back-end serves it.
-extern std::uint64_t TargetRuns;
-
 class BlockChanges {
 public:
-    // A fresh reading of the whole block, with TargetRuns at the time.
+    // A fresh reading of the whole block, with TargetMoves (core/TargetMoves.h) at the time.
     void Read(std::span<const std::uint8_t> block, std::uint64_t runs);
 
     // The bits of count bytes at offset (the first byte the high one) that

@@ -1,4 +1,5 @@
 #include "core/TargetState.h"
+#include "core/TargetMoves.h"
 
 #include "core/BlockChanges.h"
 
@@ -50,7 +51,7 @@ void ResetTargetState()
     InstructionWindow.fill(0);
     ProgramBase = MemoryPageAddress = StackViewAddress = 0;
     TargetMemory.fill(0);
-    TargetRuns = 0;
+    TargetMoves = 0;
     RegisterBlockChanges.Forget();
     PiaBlockChanges.Forget();
     BreakpointTable.fill(0);

@@ -3,6 +3,7 @@
 // the clock panel and the Debug commands that only forward to frmDisAsm.
 // "Open" is always the View entry's check mark (ToolWindows.h).
 #include "core/BlockChanges.h"
+#include "core/TargetMoves.h"
 #include "core/TargetState.h"
 #include "workspace/frmMain.h"
 
@@ -74,7 +75,7 @@ void frmMain::ReadRegisterBlock()
 {
     if (TargetMode == SimulatorMode) {
         std::copy_n(TargetMemory.begin() + RegisterBlockAddress, RegisterBlockSize, RegisterBlock.begin());
-        RegisterBlockChanges.Read(RegisterBlock, TargetRuns);
+        RegisterBlockChanges.Read(RegisterBlock, TargetMoves);
         return;
     }
     std::int32_t address = RegisterBlockAddress;
@@ -82,12 +83,13 @@ void frmMain::ReadRegisterBlock()
     InBytes(address, block, RegisterBlockSize);
     if (BoardConnected && block.size() == RegisterBlock.size()) {
         std::copy(block.begin(), block.end(), RegisterBlock.begin());
-        RegisterBlockChanges.Read(RegisterBlock, TargetRuns);
+        RegisterBlockChanges.Read(RegisterBlock, TargetMoves);
     }
 }
 
 void frmMain::FreezeDisplay()
 {
+    NoteTargetMoves();
     Menu("mnuRunPause")->setEnabled(true);
     Button(PauseButton)->setEnabled(true);
     for (const char* name : {"mnuDebugAddWatch", "mnuFileDownload", "mnuRunRun", "mnuRunPlay", "mnuRunAnimate"})

@@ -4,7 +4,7 @@
 // and save area, and leave only straight-line code to MakeStep.
 #include "code/Asm.h"
 #include "code/ProgramBufferAccess.h"
-#include "core/BlockChanges.h"
+#include "core/TargetMoves.h"
 #include "core/TargetState.h"
 #include "execution/Breakpoints.h"
 #include "execution/StepPlan.h"
@@ -228,6 +228,9 @@ bool frmMain::CpuWindowOpen()
 
 void frmMain::MakeStep()
 {
+    // A step is a move of its own; the steps of Play and Animate belong to their run.
+    if (!PlayActive && !AnimateActive)
+        NoteTargetMoves();
     FindBoard();
     if (!BoardConnected)
         return;
@@ -283,7 +286,6 @@ bool frmMain::StepOnBoard(std::int32_t target, std::int16_t length)
                                 StackBuffer[1] * 256 + StackBuffer[2]);
     const QByteArray frame = monitor::StepFrame(CpuRegisters, plan.code);
     CpuRegisters.PC = plan.pc;
-    ++TargetRuns;
 
     ExchangeRules rules{monitor::StepReplySize, ReplyCheck::Checksum, exchange_timeout::Step, false};
     if (kind != StepKind::Plain) {
@@ -315,7 +317,6 @@ void frmMain::StepOnSimulator(std::int16_t length)
     CpuRegisterRecord& r = CpuRegisters;
     std::int16_t a = r.A, b = r.B, ccr = r.CCR;
     std::int32_t ix = r.IX, iy = r.IY, sp = r.SP;
-    ++TargetRuns;
     Velmar1.ExecuteInstruction(a, b, ix, iy, sp, ccr, code[0], code[1], code[2], code[3], code[4]);
     r.A = static_cast<std::uint8_t>(a);
     r.B = static_cast<std::uint8_t>(b);

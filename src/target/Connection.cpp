@@ -1,6 +1,5 @@
 // The state of the link to the target: board presence by CTS, the state the
 // status panel shows, and the start of a free run.
-#include "core/BlockChanges.h"
 #include "core/TargetState.h"
 #include "platform/TickCount.h"
 #include "target/MonitorFrames.h"
@@ -74,7 +73,6 @@ bool TargetLink::StartFreeRun()
     }
     MSComm.SetRThreshold(0);
     MSComm.SetInBufferCount(0);
-    ++TargetRuns;
     MSComm.Output(monitor::ExecuteFrame(CpuRegisters));
     // The acknowledgement is one byte; no events may run meanwhile.
     const std::uint32_t start = GetTickCount();

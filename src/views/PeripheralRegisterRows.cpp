@@ -1,6 +1,7 @@
 #include "views/PeripheralRegisterRows.h"
 
 #include "core/BlockChanges.h"
+#include "core/TargetMoves.h"
 #include "core/TargetState.h"
 #include "workspace/frmMain.h"
 
@@ -143,7 +144,7 @@ void ReadPia(frmMain& main)
     main.InBytes(address, block, PiaSize);
     if (BoardConnected && block.size() == PiaBlock.size()) {
         std::copy(block.begin(), block.end(), PiaBlock.begin());
-        PiaBlockChanges.Read(PiaBlock, TargetRuns);
+        PiaBlockChanges.Read(PiaBlock, TargetMoves);
     }
 }
 

@@ -4,6 +4,8 @@
 #include "code/frmLabel.h"
 #include "code/frmStack.h"
 #include "views/PeripheralRegisterRows.h"
+#include "views/frmMemory.h"
+#include "views/frmWatch.h"
 #include "views/frmRegCPU.h"
 #include "workspace/frmIOBOard.h"
 #include "workspace/frmMain.h"
@@ -29,8 +31,8 @@ ToolWindowRow Windows[] = {
     {"frmRegOther", "mnuViewRegOther", &CreateRegisterWindow<OtherWindowKind>},
     {"frmRegPIA", "mnuViewRegPIA", &CreateRegisterWindow<PiaWindowKind>},
     {"frmIOBOard", "mnuViewIOunit", &CreateIOBOard},
-    {"frmMemory", "mnuViewMemory", nullptr},
-    {"frmWatch", "mnuViewWatch", nullptr},
+    {"frmMemory", "mnuViewMemory", &CreateMemory},
+    {"frmWatch", "mnuViewWatch", &CreateWatch},
     {"frmStack", "mnuViewStack", &CreateStack},
     {"frmDisAsm", "mnuViewDisassembler", &CreateDisAsm},
     {"frmLabel", "mnuViewLabel", &CreateLabel},

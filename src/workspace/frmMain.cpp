@@ -42,6 +42,7 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent), mdi_(new QMdiArea(this)
     tmrRefresh.setInterval(100);
     connect(&tmrRefresh, &QTimer::timeout, this, &frmMain::tmrRefresh_Timer);
     connect(&MSComm, &MSComm::OnComm, this, &frmMain::MSComm_OnComm);
+    connect(this, &frmMain::SymbolsLoaded, this, &frmMain::WatchSymbolsReloaded);
 }
 
 frmMain::~frmMain()

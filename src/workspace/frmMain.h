@@ -214,6 +214,15 @@ public:
     void FileLoadSymbols();
     void mnuFileLoadSymbols_Click();
 
+    // ---- Watches (views/WatchCommands.cpp) --------------------------------------
+    // Add Watch also serves Ctrl+W, toolbar button 34 and the watch popup;
+    // Edit and Remove act on the watch window's selected row, if any.
+    void mnuDebugAddWatch_Click();
+    void mnuDebugEditWatch_Click();
+    void mnuPopupViewRemoveWatch_Click();
+    // The reload rule, at SymbolsLoaded.
+    void WatchSymbolsReloaded();
+
     // ---- Download (code/Download.cpp, code/frmDownload.cpp) -----------------
     // The File menu entry: S19File if that file exists (nothing if it has
     // gone), else the open dialog; then ClockCount starts again from 0.

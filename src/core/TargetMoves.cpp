@@ -1,0 +1,3 @@
+#include "core/TargetMoves.h"
+
+std::uint32_t TargetMoves = 0;

@@ -1,0 +1,103 @@
+#include "views/frmWatchAdr.h"
+
+#include "code/SymbolTable.h"
+#include "core/Conversions.h"
+#include "platform/ModalDialog.h"
+#include "platform/MsgBox.h"
+#include "views/EntryFields.h"
+#include "workspace/frmMain.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+frmWatchAdr::frmWatchAdr(QWidget* parent) : QDialog(parent)
+{
+    setObjectName(QStringLiteral("frmWatchAdr"));
+    setWindowTitle(QStringLiteral("Watch"));
+
+    auto* lbAdr = new QLabel(QStringLiteral("&Address:"), this);
+    lbAdr->setObjectName(QStringLiteral("lbAdr"));
+    txtAdr = new QLineEdit(this);
+    txtAdr->setObjectName(QStringLiteral("txtAdr"));
+    txtAdr->setMaxLength(18);
+    lbAdr->setBuddy(txtAdr);
+    auto* frame = new QGroupBox(QStringLiteral("Data Type"), this);
+    frame->setObjectName(QStringLiteral("Frame"));
+    optByte = new QRadioButton(QStringLiteral("&Byte"), frame);
+    optByte->setObjectName(QStringLiteral("optByte"));
+    optWord = new QRadioButton(QStringLiteral("&Word"), frame);
+    optWord->setObjectName(QStringLiteral("optWord"));
+    cmdOK = new QPushButton(QStringLiteral("OK"), this);
+    cmdOK->setObjectName(QStringLiteral("cmdOK"));
+    cmdOK->setDefault(true);
+    cmdCancel = new QPushButton(QStringLiteral("Cancel"), this);
+    cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
+
+    auto* types = new QHBoxLayout(frame);
+    types->addWidget(optByte);
+    types->addWidget(optWord);
+    auto* layout = new QVBoxLayout(this);
+    auto* entry = new QHBoxLayout;
+    entry->addWidget(lbAdr);
+    entry->addWidget(txtAdr);
+    layout->addLayout(entry);
+    layout->addWidget(frame);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(cmdOK);
+    buttons->addWidget(cmdCancel);
+    layout->addLayout(buttons);
+
+    // Enter in the box reaches cmdOK as the default button, which stops on an empty box.
+    connect(cmdOK, &QPushButton::clicked, this, &frmWatchAdr::cmdOK_Click);
+    connect(cmdCancel, &QPushButton::clicked, this, &frmWatchAdr::reject);
+}
+
+void frmWatchAdr::ShowModal(int helpContext)
+{
+    frmWatchAdr form(MainForm);
+    form.setProperty("HelpContextID", helpContext);
+    form.Form_Load();
+    RunModal(form);
+}
+
+void frmWatchAdr::Form_Load()
+{
+    txtAdr->setText(EntryText);
+    txtAdr->selectAll();
+    txtAdr->setFocus();
+    (EntryIsWord ? optWord : optByte)->setChecked(true);
+}
+
+void frmWatchAdr::cmdOK_Click()
+{
+    const QString text = txtAdr->text();
+    if (text.isEmpty()) {
+        txtAdr->setFocus();
+        return;
+    }
+    // An address is always a 16-bit number; a symbol only where no number reads.
+    EntryValue = AddressFromText(text);
+    EntryLabel = EntryValue != -1 && ParseNumber(text, true) == -1 ? text.toUpper() : QString();
+    EntryIsWord = optWord->isChecked();
+    if (EntryValue != -1) {
+        EntryAccepted = true;
+        accept();
+        return;
+    }
+    txtAdr->clear();
+    MsgBox(QStringLiteral("Invalid Address !"), MbInformation, QStringLiteral("Orvane - Watch"));
+    // The watch window comes to the front only when it is open: a closed one
+    // isn't opened behind its View entry's back.
+    if (MainForm) {
+        if (QWidget* watch = MainForm->Window(QStringLiteral("frmWatch")))
+            watch->parentWidget()->raise();
+    }
+    txtAdr->setFocus();
+}
