@@ -29,7 +29,9 @@ inline void AppendEveryInstruction(TwinSource& out, const std::string& suffix)
         std::snprintf(b, sizeof b, "$%02X", (row * 37 + 5) & 0xFF);            // an 8-bit value
         std::snprintf(m, sizeof m, "$%02X", (row * 11 + 1) & 0xFF);            // a bit mask
         std::snprintf(w, sizeof w, "$%04X", 0x1000 + ((row * 263) & 0xEFFF));  // a 16-bit value above $FF
-        const std::string n(hc11::MnemonicName(ins.mnemonic)), l = "L" + std::to_string(row) + suffix;
+        char label[32];
+        std::snprintf(label, sizeof label, "L%d%s", row, suffix.c_str());
+        const std::string n(hc11::MnemonicName(ins.mnemonic)), l = label;
         const Mode mode = ins.mode;
         const std::string x = mode == Mode::IndexedX || mode == Mode::BitIndexedX || mode == Mode::BitBranchIndexedX
             ? ",X" : ",Y";
@@ -70,7 +72,9 @@ inline TwinSource RepeatedProgram(int lines, unsigned origin)
         out.ours += org;
         out.gnu += "* block\n";
         ++out.lines;
-        AppendEveryInstruction(out, "_" + std::to_string(block));
+        std::string suffix = std::to_string(block);
+        suffix.insert(0, 1, '_');
+        AppendEveryInstruction(out, suffix);
     }
     return out;
 }
