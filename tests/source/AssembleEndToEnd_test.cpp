@@ -1,8 +1,4 @@
-// From source to a stepping target on the real main window: a program with
-// one error, Assemble, the error list leads to the line; fixed, Assemble,
-// panel 3 names the listing, the toolbar's Download takes the fresh .s19
-// without a dialog, the disassembly shows the listing's source, Step Into
-// moves PC. In simulator mode and on hc11board.
+// From source to a stepping target on the real main window, in simulator mode and on hc11board.
 #include <QtTest>
 
 #include "code/frmDisAsm.h"

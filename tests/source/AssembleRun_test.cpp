@@ -48,8 +48,7 @@ private:
     }
 
 private slots:
-    // The real pair, fresh for every test.
-    void init()
+    void init()   // the real pair, fresh for every test
     {
         for (const char* name : {"AS11.EXE", "ASM.BAT"}) {
             QFile::remove(program.filePath(name));
@@ -59,8 +58,7 @@ private slots:
 
     void programFolderStaysUntouchedAndStaleResultsGo()
     {
-        // An installed program's folder is read-only: a run writes nothing
-        // there, its work folder goes again, and an old error file goes too.
+        // A run writes nothing in the (read-only) program folder; its work folder and an old error file go.
         QVERIFY(Write(Src("foo.bar.asm"), " ORG $E000\n NOP\n"));
         for (const char* old : {".lst", ".s19", ".err"})
             QVERIFY(Write(Src(QString("foo.bar") + old), "old"));
@@ -135,52 +133,41 @@ private slots:
         QVERIFY(!run.Running());
     }
 
-    void runsThatCannotStartOrFinishSayWhy_data()
-    {
-        QTest::addColumn<QString>("missingTool");
-        QTest::addColumn<QByteArray>("launcher");   // empty: the real one
-        QTest::addColumn<QString>("source");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QString>("problem");
-        QTest::addColumn<bool>("oldListingKept");
-        using S = AssembleRun::Status;
-        QTest::newRow("no AS11.EXE") << "AS11.EXE" << QByteArray() << "ok" << int(S::NotStarted)
-                                     << "Can't Find AS11.EXE !" << true;
-        QTest::newRow("no ASM.BAT") << "ASM.BAT" << QByteArray() << "ok" << int(S::NotStarted)
-                                    << "Can't Find ASM.BAT !" << true;
-        QTest::newRow("source gone") << "" << QByteArray() << "gone" << int(S::NotStarted) << "Can't copy " << true;
-        QTest::newRow("batch ends without marker") << "" << QByteArray("exit 0\n") << "ok" << int(S::NoMarker)
-                                                   << "ASM.BAT ended without leaving Temp$$$.$$$ !" << true;
-        QTest::newRow("assembler cannot write")
-            << "" << QByteArray("echo 'AS11: cannot write Temp$$$.lst' >&2\n: > 'Temp$$$.$$$'\nexit 2\n") << "ok"
-            << int(S::Finished) << "AS11: cannot write Temp$$$.lst !" << false;
-    }
     void runsThatCannotStartOrFinishSayWhy()
     {
-        QFETCH(QString, missingTool);
-        QFETCH(QByteArray, launcher);
-        QFETCH(QString, source);
-        QFETCH(int, status);
-        QFETCH(QString, problem);
-        QFETCH(bool, oldListingKept);
-        if (!launcher.isEmpty())
-            StandIn(launcher);
-        const QString hidden = program.filePath("hidden");
-        if (!missingTool.isEmpty())
-            QVERIFY(QFile::rename(program.filePath(missingTool), hidden));
+        using S = AssembleRun::Status;
+        const struct {
+            const char *missingTool, *launcher, *source;   // launcher empty: the real one
+            S status;
+            const char* problem;
+            bool oldListingKept;
+        } rows[] = {
+            {"AS11.EXE", "", "ok", S::NotStarted, "Can't Find AS11.EXE !", true},
+            {"ASM.BAT", "", "ok", S::NotStarted, "Can't Find ASM.BAT !", true},
+            {"", "", "gone", S::NotStarted, "Can't copy ", true},
+            {"", "exit 0\n", "ok", S::NoMarker, "ASM.BAT ended without leaving Temp$$$.$$$ !", true},
+            {"", "echo 'AS11: cannot write Temp$$$.lst' >&2\n: > 'Temp$$$.$$$'\nexit 2\n", "ok", S::Finished,
+             "AS11: cannot write Temp$$$.lst !", false},
+        };
         QVERIFY(Write(Src("ok.asm"), " NOP\n"));
-        QVERIFY(Write(Src(source + ".lst"), "old"));
-        QTemporaryDir work;
-        AssembleRun run(program.path(), work.filePath("run"));
-        const AssembleRun::Outcome outcome = Assemble(run, source);
-        if (!missingTool.isEmpty())
-            QVERIFY(QFile::rename(hidden, program.filePath(missingTool)));
-
-        QCOMPARE(int(outcome.status), status);
-        QCOMPARE(outcome.problems.size(), 1);
-        QVERIFY2(outcome.problems[0].startsWith(problem), qPrintable(outcome.problems[0]));
-        QCOMPARE(Read(Src(source + ".lst")) == "old", oldListingKept);
-        QVERIFY(QDir(work.filePath("run")).entryList({"Temp*"}, QDir::Files).isEmpty());
+        for (const auto& row : rows) {
+            const QString source = row.source, missing = row.missingTool, hidden = program.filePath("hidden");
+            if (*row.launcher)
+                StandIn(row.launcher);
+            if (!missing.isEmpty())
+                QVERIFY(QFile::rename(program.filePath(missing), hidden));
+            QVERIFY(Write(Src(source + ".lst"), "old"));
+            QTemporaryDir work;
+            AssembleRun run(program.path(), work.filePath("run"));
+            const AssembleRun::Outcome outcome = Assemble(run, source);
+            if (!missing.isEmpty())
+                QVERIFY(QFile::rename(hidden, program.filePath(missing)));
+            QCOMPARE(outcome.status, row.status);
+            QCOMPARE(outcome.problems.size(), 1);
+            QVERIFY2(outcome.problems[0].startsWith(row.problem), qPrintable(outcome.problems[0]));
+            QCOMPARE(Read(Src(source + ".lst")) == "old", row.oldListingKept);
+            QVERIFY(QDir(work.filePath("run")).entryList({"Temp*"}, QDir::Files).isEmpty());
+        }
     }
 };
 

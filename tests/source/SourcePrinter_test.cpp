@@ -35,43 +35,38 @@ QStringList Marks(const std::vector<PrintedPage>& pages)
 class SourcePrinterTest : public QObject {
     Q_OBJECT
 private slots:
-    void pagesFollowTheRoomOnThePage_data();
     void pagesFollowTheRoomOnThePage();
     void headerAndLinesAreCutAtTheRightEdge();
     void printedPdfHoldsEveryLineInOrder();
 };
 
-void SourcePrinterTest::pagesFollowTheRoomOnThePage_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("rows");
-    QTest::addColumn<QStringList>("marks");
-    QTest::addColumn<QList<int>>("linesPerPage");
-    QTest::newRow("120 lines, 63 rows") << Numbered(120) << 63 << QStringList{"1/2", "2/2"} << QList<int>{60, 60};
-    QTest::newRow("empty document") << QString() << 63 << QStringList{"1/1"} << QList<int>{1};
-    QTest::newRow("room for one source row") << Numbered(2) << 4 << QStringList{"1/2", "2/2"} << QList<int>{1, 1};
-    QTest::newRow("no room for a source row") << Numbered(3) << 3 << QStringList{} << QList<int>{};
-    QTest::newRow("final line end is an empty line") << QStringLiteral("a\nb\n") << 5 << QStringList{"1/2", "2/2"}
-                                                     << QList<int>{2, 1};
-}
-
 void SourcePrinterTest::pagesFollowTheRoomOnThePage()
 {
-    QFETCH(QString, text);
-    QFETCH(int, rows);
-    QFETCH(QStringList, marks);
-    QFETCH(QList<int>, linesPerPage);
-    const std::vector<PrintedPage> pages = LayOutPages(QStringLiteral("T.ASM"), text, Page(80, rows));
-    QCOMPARE(Marks(pages), marks);
-    QList<int> counts;
-    QStringList printed;
-    for (const PrintedPage& page : pages) {
-        counts << page.lines.size();
-        printed << page.lines;
+    const struct {
+        QString text;
+        int rows;
+        QStringList marks;
+        QList<int> linesPerPage;
+    } cases[] = {
+        {Numbered(120), 63, {"1/2", "2/2"}, {60, 60}},
+        {QString(), 63, {"1/1"}, {1}},
+        {Numbered(2), 4, {"1/2", "2/2"}, {1, 1}},   // room for one source row
+        {Numbered(3), 3, {}, {}},                   // no room for a source row
+        {QStringLiteral("a\nb\n"), 5, {"1/2", "2/2"}, {2, 1}},   // a final line end is an empty line
+    };
+    for (const auto& c : cases) {
+        const std::vector<PrintedPage> pages = LayOutPages(QStringLiteral("T.ASM"), c.text, Page(80, c.rows));
+        QCOMPARE(Marks(pages), c.marks);
+        QList<int> counts;
+        QStringList printed;
+        for (const PrintedPage& page : pages) {
+            counts << page.lines.size();
+            printed << page.lines;
+        }
+        QCOMPARE(counts, c.linesPerPage);
+        if (!pages.empty())
+            QCOMPARE(printed, c.text.split('\n'));   // nothing lost, nothing doubled, in order
     }
-    QCOMPARE(counts, linesPerPage);
-    if (!pages.empty())
-        QCOMPARE(printed, text.split('\n'));   // nothing lost, nothing doubled, in order
 }
 
 void SourcePrinterTest::headerAndLinesAreCutAtTheRightEdge()

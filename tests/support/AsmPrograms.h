@@ -1,8 +1,6 @@
-// Programs generated from the instruction table, written twice: in the
-// assembler's own syntax and in the MRI syntax of the GNU HC11 assembler
-// (which wants '*' before a direct operand and commas between bit operands).
-// Used by the cross-check test and the assembler benchmark. Header-only and
-// Qt-free so the benchmark can include it too.
+// Programs generated from the instruction table, in the assembler's own syntax
+// and in the GNU HC11 assembler's MRI syntax ('*' before a direct operand,
+// commas between bit operands). Qt-free: the assembler benchmark uses it too.
 #pragma once
 
 #include <cstdio>
@@ -23,78 +21,41 @@ struct TwinSource {
 // the block can be repeated in one source.
 inline void AppendEveryInstruction(TwinSource& out, const std::string& suffix)
 {
+    using hc11::Mode;
     int row = 0;
-    char ours[96], gnu[96];
     for (const hc11::Instruction& ins : hc11::AllInstructions()) {
         ++row;
-        const std::string name(hc11::MnemonicName(ins.mnemonic));
-        std::string label = std::to_string(row);
-        label.insert(0, 1, 'L');
-        label += suffix;
-        const unsigned b = (row * 37 + 5) & 0xFF;         // an 8-bit value
-        const unsigned m = (row * 11 + 1) & 0xFF;         // a bit mask
-        const unsigned w = 0x1000 + ((row * 263) & 0xEFFF); // a 16-bit value above $FF
-        const char* l = label.c_str();
-        const char* n = name.c_str();
-        switch (ins.mode) {
-        case hc11::Mode::Inherent:
-            std::snprintf(ours, sizeof ours, "        %s", n);
-            std::snprintf(gnu, sizeof gnu, "        %s", n);
+        char b[8], m[8], w[8];
+        std::snprintf(b, sizeof b, "$%02X", (row * 37 + 5) & 0xFF);            // an 8-bit value
+        std::snprintf(m, sizeof m, "$%02X", (row * 11 + 1) & 0xFF);            // a bit mask
+        std::snprintf(w, sizeof w, "$%04X", 0x1000 + ((row * 263) & 0xEFFF));  // a 16-bit value above $FF
+        char label[32];
+        std::snprintf(label, sizeof label, "L%d%s", row, suffix.c_str());
+        const std::string n(hc11::MnemonicName(ins.mnemonic)), l = label;
+        const Mode mode = ins.mode;
+        const std::string x = mode == Mode::IndexedX || mode == Mode::BitIndexedX || mode == Mode::BitBranchIndexedX
+            ? ",X" : ",Y";
+        const std::string op = "        " + n + " ", branch = l + " " + n + " ";
+        std::string ours, gnu;
+        switch (mode) {
+        case Mode::Inherent: ours = gnu = "        " + n; break;
+        case Mode::Immediate8: ours = gnu = op + "#" + b; break;
+        case Mode::Immediate16: ours = gnu = op + "#" + w; break;
+        case Mode::Direct: ours = op + b, gnu = op + "*" + b; break;
+        case Mode::Extended: ours = gnu = op + w; break;
+        case Mode::IndexedX: case Mode::IndexedY: ours = gnu = op + b + x; break;
+        case Mode::BitDirect: ours = op + b + " " + m, gnu = op + "*" + b + ",#" + m; break;
+        case Mode::BitIndexedX: case Mode::BitIndexedY: ours = gnu = op + b + x + ",#" + m; break;
+        case Mode::BitBranchDirect:
+            ours = branch + b + ",#" + m + " " + l, gnu = branch + "*" + b + ",#" + m + "," + l;
             break;
-        case hc11::Mode::Immediate8:
-            std::snprintf(ours, sizeof ours, "        %s #$%02X", n, b);
-            std::snprintf(gnu, sizeof gnu, "        %s #$%02X", n, b);
+        case Mode::BitBranchIndexedX: case Mode::BitBranchIndexedY:
+            ours = branch + b + x + " " + m + " " + l, gnu = branch + b + x + ",#" + m + "," + l;
             break;
-        case hc11::Mode::Immediate16:
-            std::snprintf(ours, sizeof ours, "        %s #$%04X", n, w);
-            std::snprintf(gnu, sizeof gnu, "        %s #$%04X", n, w);
-            break;
-        case hc11::Mode::Direct:
-            std::snprintf(ours, sizeof ours, "        %s $%02X", n, b);
-            std::snprintf(gnu, sizeof gnu, "        %s *$%02X", n, b);
-            break;
-        case hc11::Mode::Extended:
-            std::snprintf(ours, sizeof ours, "        %s $%04X", n, w);
-            std::snprintf(gnu, sizeof gnu, "        %s $%04X", n, w);
-            break;
-        case hc11::Mode::IndexedX:
-        case hc11::Mode::IndexedY: {
-            const char r = ins.mode == hc11::Mode::IndexedX ? 'X' : 'Y';
-            std::snprintf(ours, sizeof ours, "        %s $%02X,%c", n, b, r);
-            std::snprintf(gnu, sizeof gnu, "        %s $%02X,%c", n, b, r);
-            break;
+        case Mode::Relative: ours = gnu = branch + l; break;
         }
-        case hc11::Mode::BitDirect:
-            std::snprintf(ours, sizeof ours, "        %s $%02X $%02X", n, b, m);
-            std::snprintf(gnu, sizeof gnu, "        %s *$%02X,#$%02X", n, b, m);
-            break;
-        case hc11::Mode::BitIndexedX:
-        case hc11::Mode::BitIndexedY: {
-            const char r = ins.mode == hc11::Mode::BitIndexedX ? 'X' : 'Y';
-            std::snprintf(ours, sizeof ours, "        %s $%02X,%c,#$%02X", n, b, r, m);
-            std::snprintf(gnu, sizeof gnu, "        %s $%02X,%c,#$%02X", n, b, r, m);
-            break;
-        }
-        case hc11::Mode::BitBranchDirect:
-            std::snprintf(ours, sizeof ours, "%s %s $%02X,#$%02X %s", l, n, b, m, l);
-            std::snprintf(gnu, sizeof gnu, "%s %s *$%02X,#$%02X,%s", l, n, b, m, l);
-            break;
-        case hc11::Mode::BitBranchIndexedX:
-        case hc11::Mode::BitBranchIndexedY: {
-            const char r = ins.mode == hc11::Mode::BitBranchIndexedX ? 'X' : 'Y';
-            std::snprintf(ours, sizeof ours, "%s %s $%02X,%c $%02X %s", l, n, b, r, m, l);
-            std::snprintf(gnu, sizeof gnu, "%s %s $%02X,%c,#$%02X,%s", l, n, b, r, m, l);
-            break;
-        }
-        case hc11::Mode::Relative:
-            std::snprintf(ours, sizeof ours, "%s %s %s", l, n, l);
-            std::snprintf(gnu, sizeof gnu, "%s %s %s", l, n, l);
-            break;
-        }
-        out.ours += ours;
-        out.ours += '\n';
-        out.gnu += gnu;
-        out.gnu += '\n';
+        out.ours += ours + '\n';
+        out.gnu += gnu + '\n';
         ++out.lines;
     }
 }

@@ -5,9 +5,10 @@
 
 #include "source/hc11/Assembler.h"
 #include "source/hc11/S19Writer.h"
+#include "code/ListingReader.h"
 #include "support/AsmPrograms.h"
-#include "support/ListingRules.h"
 #include "support/S19Image.h"
+#include <QBuffer>
 
 using namespace asmtest;
 using hc11::as11::AssembleSource;
@@ -23,6 +24,16 @@ std::vector<std::string> Lines(const std::string& text)
     return lines;
 }
 
+// The listing as the IDE's symbol reader takes it, so the two cannot drift apart.
+QVector<SymbolEntry> ReadListing(const std::string& listing)
+{
+    QByteArray bytes(listing.data(), qsizetype(listing.size()));
+    QBuffer device(&bytes);
+    device.open(QIODevice::ReadOnly);
+    ReadSymbols(device, {});
+    return SymbolTable.mid(0, SymbolCount);
+}
+
 } // namespace
 
 class AsmListingTest : public QObject {
@@ -35,10 +46,11 @@ private slots:
             "0001                       * heading", "0002 1000                   ORG $1000",
             "0003 1000 86 12            START LDAA #$12", "0004", "0005 1002 18 ED 04          STD 4,Y",
             "", "Symbol Table", "", " START                            $1000", "", "0 errors"}));
-        ListingEntry e;
-        QVERIFY(ReadListingLine(lines[2], e));
-        QVERIFY(e.address == 0x1000 && e.code.size() == 2 && e.label == "START" && e.source == "START LDAA #$12");
-        QVERIFY(!ReadListingLine(lines[0], e));   // a comment has no address
+        SymbolEntry e;
+        QVERIFY(ReadListingLine(QString::fromStdString(lines[2]), e));
+        QVERIFY(e.SymbolAddress == 0x1000 && e.SymbolCodeSize == 2 && e.SymbolLabel == "START"
+                && e.SymbolSource == "START LDAA #$12");
+        QVERIFY(!ReadListingLine(QString::fromStdString(lines[0]), e));   // a comment has no address
     }
 
     void longDataContinuesWithoutSourceAndLoadsAsAValue()
@@ -51,8 +63,8 @@ private slots:
         // TABLE is a value with no bytes; the continuations are dropped.
         const auto entries = ReadListing(result.listing);
         QCOMPARE(int(entries.size()), 3);
-        QVERIFY(entries[1].label == "TABLE" && entries[1].address == 0x2000);
-        QVERIFY(entries[1].code.empty() && entries[1].source.empty());
+        QVERIFY(entries[1].SymbolLabel == "TABLE" && entries[1].SymbolAddress == 0x2000);
+        QVERIFY(entries[1].SymbolCodeSize == 0 && entries[1].SymbolSource.isEmpty());
     }
 
     void valuesAndLabelsLoad()
@@ -61,12 +73,12 @@ private slots:
             AssembleSource("PORT EQU $6000\nN SET -1\n ORG $10\nLOOP: INCA\nALONE\n\tBRA LOOP\n END\n").listing);
         // EQU and SET carry their value; END has no address.
         QCOMPARE(int(entries.size()), 6);
-        QVERIFY(entries[0].label == "PORT" && entries[0].address == 0x6000);
-        QCOMPARE(entries[1].address, 0xFFFF);
-        QVERIFY(entries[3].label == "LOOP" && entries[3].address == 0x10);
-        QVERIFY(entries[4].label == "ALONE" && entries[4].address == 0x11);
-        QCOMPARE(entries[5].source.substr(0, 9), std::string(9, ' '));   // tab expanded
-        QCOMPARE(entries[5].code, (std::vector<std::uint8_t>{0x20, 0xFD}));
+        QVERIFY(entries[0].SymbolLabel == "PORT" && entries[0].SymbolAddress == 0x6000);
+        QCOMPARE(entries[1].SymbolAddress, 0xFFFF);
+        QVERIFY(entries[3].SymbolLabel == "LOOP" && entries[3].SymbolAddress == 0x10);
+        QVERIFY(entries[4].SymbolLabel == "ALONE" && entries[4].SymbolAddress == 0x11);
+        QCOMPARE(entries[5].SymbolSource.left(9), QString(9, ' '));   // tab expanded
+        QVERIFY(entries[5].SymbolCodeSize == 2 && entries[5].SymbolCode[0] == 0x20 && entries[5].SymbolCode[1] == 0xFD);
     }
 
     void lineNumbersBeyondFourDigitsKeepTheColumns()
@@ -102,20 +114,20 @@ private slots:
             QVERIFY(image.problem.empty());
             QCOMPARE(image.start, 0xE000);
             QCOMPARE(image.bytes.at(0xFFFE) * 256 + image.bytes.at(0xFFFF), 0xE000);   // the reset vector
-            std::map<std::string, int> labels;
+            std::map<QString, int> labels;
             int instructionBytes = 0;
-            for (const ListingEntry& e : ReadListing(result.listing)) {
-                if (!e.label.empty())
-                    labels.emplace(e.label, e.address);
-                for (std::size_t i = 0; i < e.code.size(); ++i)
-                    QCOMPARE(int(e.code[i]), int(image.bytes.at(e.address + int(i))));
-                instructionBytes += int(e.code.size());
+            for (const SymbolEntry& e : ReadListing(result.listing)) {
+                if (!e.SymbolLabel.isEmpty())
+                    labels.emplace(e.SymbolLabel, e.SymbolAddress);
+                for (int i = 0; i < e.SymbolCodeSize; ++i)
+                    QCOMPARE(int(e.SymbolCode[i]), int(image.bytes.at(e.SymbolAddress + i)));
+                instructionBytes += e.SymbolCodeSize;
             }
             QVERIFY(instructionBytes > 30);
             if (!row.file)   // every byte but the vector's comes from an instruction line
                 QCOMPARE(instructionBytes, int(image.bytes.size()) - 2);
-            QCOMPARE(labels.at("START"), 0xE000);
-            QCOMPARE(labels.at(row.label), row.value);
+            QCOMPARE(labels.at(QStringLiteral("START")), 0xE000);
+            QCOMPARE(labels.at(QString(row.label)), row.value);
         }
     }
 

@@ -1,4 +1,3 @@
-// The command line of hc11board: what each option sets, and clear refusals.
 #include <QtTest>
 
 #include "hc11board/Options.h"
@@ -20,25 +19,17 @@ private slots:
         QCOMPARE(o.monitor.eraseMs, std::uint64_t(2900));
     }
 
-    void badCommandLinesAreRefusedWithAReason_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QString>("reason");
-        QTest::newRow("unknown") << QStringList{"--pace"} << "unknown option \"--pace\"";
-        QTest::newRow("missing value") << QStringList{"--paced", "--device"} << "--device needs a value";
-        QTest::newRow("not a number") << QStringList{"--erase-ms", "3s"} << "--erase-ms needs a whole number, not \"3s\"";
-        QTest::newRow("empty") << QStringList{"--step-budget", ""} << "--step-budget needs a whole number, not \"\"";
-        QTest::newRow("zero budget") << QStringList{"--step-budget", "0"} << "--step-budget must be at least 1";
-    }
-
     void badCommandLinesAreRefusedWithAReason()
     {
-        QFETCH(QStringList, arguments);
-        QFETCH(QString, reason);
-        std::vector<std::string> args;
-        for (const QString& a : arguments)
-            args.push_back(a.toStdString());
-        QCOMPARE(QString::fromStdString(ParseOptions(args).error), reason);
+        const std::pair<std::vector<std::string>, std::string> rows[] = {
+            {{"--pace"}, "unknown option \"--pace\""},
+            {{"--paced", "--device"}, "--device needs a value"},
+            {{"--erase-ms", "3s"}, "--erase-ms needs a whole number, not \"3s\""},
+            {{"--step-budget", ""}, "--step-budget needs a whole number, not \"\""},
+            {{"--step-budget", "0"}, "--step-budget must be at least 1"},
+        };
+        for (const auto& [arguments, reason] : rows)
+            QCOMPARE(ParseOptions(arguments).error, reason);
     }
 };
 
