@@ -9,6 +9,13 @@ std::int16_t COMPort = 2;
 FontRecord ScreenFont{QStringLiteral("Fixedsys"), 9, false, false};
 FontRecord PrintFont{QStringLiteral("Courier New"), 8, false, false};
 
+QString FontStyleText(const FontRecord& font)
+{
+    if (font.Bold)
+        return font.Italic ? QStringLiteral("Bold Italic") : QStringLiteral("Bold");
+    return font.Italic ? QStringLiteral("Italic") : QStringLiteral("Regular");
+}
+
 namespace {
 const QString Section = QStringLiteral("Settings");
 }

@@ -15,6 +15,9 @@ struct FontRecord {
     bool Italic = false;
 };
 
+// "Bold Italic", "Bold", "Italic" or "Regular".
+QString FontStyleText(const FontRecord& font);
+
 extern std::int16_t COMPort;    // serial port number 1 to 4
 extern FontRecord ScreenFont;   // the editors' font
 extern FontRecord PrintFont;    // the printer's font

@@ -13,10 +13,27 @@ QString DefaultPortDevicePath(int port)
     return port >= 1 && port <= 4 ? QString::fromLatin1(paths[port - 1]) : QString();
 }
 
+namespace {
+// Paths chosen in this process, by port number - 1; empty while none was.
+QString& ChosenDevicePath(int port)
+{
+    static QString chosen[4];
+    return chosen[port - 1];
+}
+}  // namespace
+
+void SetPortDevicePath(int port, const QString& path)
+{
+    if (port >= 1 && port <= 4)
+        ChosenDevicePath(port) = path;
+}
+
 QString PortDevicePath(int port)
 {
     if (port < 1 || port > 4)
         return {};
+    if (!ChosenDevicePath(port).isEmpty())
+        return ChosenDevicePath(port);
     return GetSetting(QStringLiteral("Settings"), QStringLiteral("PortDevice%1").arg(port), DefaultPortDevicePath(port));
 }
 

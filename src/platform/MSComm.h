@@ -85,8 +85,10 @@ private:
     bool receiveEventPending_ = false;
 };
 
-// The device path of a port number, kept in the settings store
-// (section "Settings", keys "PortDevice1" to "PortDevice4").
+// The device path of a port number: the one set in this process, else the
+// settings store's (section "Settings", keys "PortDevice1" to "PortDevice4").
 QString PortDevicePath(int port);
+// Sets the path for the next opening; the store gets it at exit.
+void SetPortDevicePath(int port, const QString& path);
 // The path a port number has when the store has none.
 QString DefaultPortDevicePath(int port);

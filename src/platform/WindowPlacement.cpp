@@ -42,14 +42,29 @@ void LoadPlacement(QWidget* window, const QString& prefix, const WindowPlacement
 
     // The normal geometry goes first: a window maximised afterwards returns to it
     // when the user restores it.
+    MoveToPlacement(window, p);
     QWidget* frame = FrameOf(window);
-    frame->setWindowState(Qt::WindowNoState);
-    frame->move(TwipsToPixelsX(p.Left), TwipsToPixelsY(p.Top));
-    frame->resize(std::max(1, TwipsToPixelsX(p.Width)), std::max(1, TwipsToPixelsY(p.Height)));
     if (p.State == 1)
         frame->setWindowState(Qt::WindowMinimized);
     else if (p.State == 2)
         frame->setWindowState(Qt::WindowMaximized);
+}
+
+void MoveToPlacement(QWidget* window, const WindowPlacement& placement)
+{
+    QWidget* frame = FrameOf(window);
+    frame->setWindowState(Qt::WindowNoState);
+    frame->move(TwipsToPixelsX(placement.Left), TwipsToPixelsY(placement.Top));
+    frame->resize(std::max(1, TwipsToPixelsX(placement.Width)), std::max(1, TwipsToPixelsY(placement.Height)));
+}
+
+void WritePlacement(const QString& prefix, const WindowPlacement& placement)
+{
+    SaveSetting(Section, prefix + "Left", Number(placement.Left));
+    SaveSetting(Section, prefix + "Top", Number(placement.Top));
+    SaveSetting(Section, prefix + "Width", Number(placement.Width));
+    SaveSetting(Section, prefix + "Height", Number(placement.Height));
+    SaveSetting(Section, prefix + "State", QStringLiteral("0"));
 }
 
 WindowPlacement CurrentPlacement(QWidget* window)
@@ -68,10 +83,8 @@ void SavePlacement(QWidget* window, const QString& prefix)
 {
     const WindowPlacement p = CurrentPlacement(window);
     if (p.State == 0) {
-        SaveSetting(Section, prefix + "Left", Number(p.Left));
-        SaveSetting(Section, prefix + "Top", Number(p.Top));
-        SaveSetting(Section, prefix + "Width", Number(p.Width));
-        SaveSetting(Section, prefix + "Height", Number(p.Height));
+        WritePlacement(prefix, p);
+        return;
     }
     SaveSetting(Section, prefix + "State", QString::number(p.State));
 }

@@ -29,5 +29,13 @@ void LoadPlacement(QWidget* window, const QString& prefix, const WindowPlacement
 // maximised window keeps its last normal placement; the state is saved always.
 void SavePlacement(QWidget* window, const QString& prefix);
 
+// Puts the window (or its MDI frame) into the normal state at the placement;
+// the placement's State is not looked at.
+void MoveToPlacement(QWidget* window, const WindowPlacement& placement);
+
+// Writes the four sizes under the prefix with the state 0, so that the window
+// opens there the next time it is loaded.
+void WritePlacement(const QString& prefix, const WindowPlacement& placement);
+
 // The placement as the window has it now, in twips.
 WindowPlacement CurrentPlacement(QWidget* window);

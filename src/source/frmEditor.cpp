@@ -177,10 +177,15 @@ void frmEditor::Form_Load()
 {
     ++EditorCount;
     setWindowTitle(EditorTitle);
-    Text->setFont(FixedPitchFont(ScreenFont.Name, ScreenFont.Size, ScreenFont.Bold, ScreenFont.Italic));
+    ApplyScreenFont();
     Text->setTabStopDistance(TabColumns * Text->fontMetrics().horizontalAdvance(QLatin1Char(' ')));
     TextChanged = Undo = Redo = false;
     Activated(this);
+}
+
+void frmEditor::ApplyScreenFont()
+{
+    Text->setFont(FixedPitchFont(ScreenFont.Name, ScreenFont.Size, ScreenFont.Bold, ScreenFont.Italic));
 }
 
 void frmEditor::Form_Activate()

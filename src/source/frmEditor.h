@@ -44,6 +44,9 @@ public:
     void SelectLine(int line);
 
     void Form_Load();
+    // Text takes ScreenFont (fixed pitch if the named face is missing); the
+    // tab stops stay as they were measured at load.
+    void ApplyScreenFont();
     void Form_Activate();
     void Form_Deactivate();
     // Closed for good: the window may still wait for its deletion.

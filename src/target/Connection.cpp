@@ -39,6 +39,19 @@ void TargetLink::BoardStatus()
         reports_.LinkStateChanged(LinkState::NotResponding);
 }
 
+void TargetLink::OpenPort(int port)
+{
+    MSComm.SetPortOpen(false);
+    MSComm.SetCommPort(port);
+    if (MSComm.SetPortOpen(true)) {
+        BoardConnected = true;
+        BoardStatus();
+        return;
+    }
+    BoardConnected = false;
+    reports_.LinkStateChanged(LinkState::PortError);
+}
+
 void TargetLink::FindBoard()
 {
     if (TargetMode == SimulatorMode) {

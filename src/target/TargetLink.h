@@ -40,6 +40,11 @@ public:
 
     // Shows the link's state (LinkReports::LinkStateChanged).
     void BoardStatus();
+    // Closes the port if it is open and opens it as port, in both target
+    // modes. Success connects and shows the state by BoardStatus; a failure
+    // disconnects and shows the port error, with no message box: the next
+    // target operation retries through FindBoard.
+    void OpenPort(int port);
     // Sets BoardConnected: the simulator is always there; the board needs an
     // open port and CTS. On the board it turns the receive event off
     // (RThreshold 0) for the exchange that follows.

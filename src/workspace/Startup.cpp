@@ -43,17 +43,9 @@ void frmMain::MDIForm_Load()
     }
 
     MSComm.SetRThreshold(TargetLink::ReceiveThreshold);
-    MSComm.SetCommPort(COMPort);
     RunStopped = true;
-
-    // The port opens in both modes. A failure here is told by the panel alone;
-    // every target operation tries again through FindBoard.
-    if (MSComm.SetPortOpen(true)) {
-        BoardConnected = true;
-        BoardStatus();
-    } else {
-        LinkStateChanged(LinkState::PortError);
-    }
+    // The port opens in both modes; a failure is told by the panel alone.
+    link_.OpenPort(COMPort);
 
     ClockCount = 0;
     ClockCountUpdate();

@@ -289,6 +289,13 @@ public:
     void mnuFileExit_Click();
     void mnuViewToolbar_Click();
     void mnuViewStatusBar_Click();
+    // The Options dialog (workspace/frmOptions.cpp).
+    void mnuViewOptions_Click();
+    // Arrange Debugger, and the editors' Cascade and Tile (workspace/WindowArrangement.cpp).
+    void mnuWindowArrangeDebugger_Click();
+    void mnuWindowCascade_Click();
+    void mnuWindowTileHorizontal_Click();
+    void mnuWindowTileVertical_Click();
     void mnuDebugCodeOn_Click();
     void mnuDebugIncludeSym_Click();
     void mnuDebugResetCounter_Click();

@@ -1,0 +1,219 @@
+// The Options dialog on a main window. With ORVANE_SCREENSHOT set to a
+// folder, options.png (the dialog with Simulator ticked) is saved there.
+#include <QtTest>
+
+#include "core/AppSettings.h"
+#include "core/TargetState.h"
+#include "platform/Fonts.h"
+#include "platform/MSComm.h"
+#include "platform/SettingsStore.h"
+#include "source/frmEditor.h"
+#include "support/MainFormFixture.h"
+#include "support/ModalPlayer.h"
+#include "support/PseudoTerminal.h"
+#include "workspace/frmOptions.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QPlainTextEdit>
+
+namespace {
+const QString PortError = "HC11 Board: Communication Port Error !";
+
+// Answers the font dialog for the life of the object, noting what it was asked.
+struct FontAnswer {
+    explicit FontAnswer(FontRecord font, bool confirm = true)
+    {
+        previous = CommonDialog::SetHandler([=, this](CommonDialog& dialog, CommonDialog::Kind) {
+            asked.append(dialog);
+            dialog.FontName = font.Name;
+            dialog.FontSize = font.Size;
+            dialog.FontBold = font.Bold;
+            dialog.FontItalic = font.Italic;
+            return confirm;
+        });
+    }
+    ~FontAnswer() { CommonDialog::SetHandler(previous); }
+    QList<CommonDialog> asked;
+    CommonDialog::Handler previous;
+};
+
+// Plays the Options dialog: the script runs on it, and then OK or Cancel is pressed.
+ModalHook OnOptions(std::function<void(frmOptions&)> script, const char* button = "cmdOK")
+{
+    return [=](QDialog& dialog) {
+        auto* options = qobject_cast<frmOptions*>(&dialog);
+        QVERIFY(options);
+        script(*options);
+        options->findChild<QPushButton*>(button)->click();
+    };
+}
+}  // namespace
+
+class OptionsTest : public QObject {
+    Q_OBJECT
+private slots:
+    void loadsTheSettingsInUse()
+    {
+        MainFormFixture f;
+        SaveSetting("Settings", "COMPort", "3");
+        SaveSetting("Settings", "ScreenFontBold", "True");
+        SaveSetting("Settings", "ScreenFontItalic", "True");
+        SaveSetting("Settings", "SimEnabled", "True");
+        frmOptions options(f.Start());
+        QCOMPARE(options.cbComPort->currentText() + "|" + options.lbDevice->text(), "COM 3|" + PortDevicePath(3));
+        QVERIFY(options.chSimEnabled->isChecked());
+        QCOMPARE(options.lbEStyle->text() + "|" + options.lbPStyle->text(), QString("Bold Italic|Regular"));
+    }
+
+    // Panel 1, the Run entry, button 23 and the mode's menu entries follow the
+    // check box, and the port is opened anew at every OK, in both modes.
+    void switchToTheSimulatorAndBack()
+    {
+        MainFormFixture f;
+        frmMain& form = f.Start();
+        form.DisAsmMenus();
+        QVERIFY(form.Menu("mnuRunRun")->isEnabled());
+        const int opened = f.line.OpenCount();
+        const struct { bool simulator; QString panel; bool ioUnit; bool run; } rows[] = {
+            {true, "Simulator mode", true, false},
+            {false, "HC11 Board: Ready", false, true},
+        };
+        for (const auto& row : rows) {
+            ModalPlayer player(OnOptions([&](frmOptions& o) {
+                o.chSimEnabled->setChecked(row.simulator);
+                const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
+                if (row.simulator && !folder.isEmpty())
+                    QVERIFY(o.grab().save(QDir(folder).filePath("options.png")));
+            }));
+            form.Menu("mnuViewOptions")->trigger();
+            form.DisAsmMenus();
+            QCOMPARE(form.PanelText(1), row.panel);
+            QCOMPARE(TargetMode, row.simulator ? SimulatorMode : BoardMode);
+            QCOMPARE(form.Menu("mnuViewIOunit")->isEnabled(), row.ioUnit);
+            QCOMPARE(form.Menu("mnuViewRegTimer")->isEnabled(), !row.ioUnit);
+            QCOMPARE(form.Menu("mnuRunRun")->isEnabled(), row.run);
+            QCOMPARE(form.Button(23)->isEnabled(), row.run);
+            QVERIFY(f.line.IsOpen());
+        }
+        QCOMPARE(f.line.OpenCount(), opened + 2);
+        QVERIFY(f.boxes.boxes.isEmpty());
+    }
+
+    void cancelChangesNothing()
+    {
+        MainFormFixture f;
+        frmMain& form = f.Start();
+        form.NewEditor();
+        frmEditor* editor = LoadedEditors().value(0);
+        QVERIFY(editor);
+        const QFont before = editor->Text->font();
+        const FontRecord screen = ScreenFont;
+        const int opened = f.line.OpenCount();
+        FontAnswer answer({"Courier New", 14, true, false});
+        ModalPlayer player(OnOptions(
+            [](frmOptions& o) {
+                o.cmdESet->click();
+                o.cmdPSet->click();
+                o.chSimEnabled->setChecked(true);
+                o.cbComPort->setCurrentIndex(3);
+            },
+            "cmdCancel"));
+        form.Menu("mnuViewOptions")->trigger();
+        QCOMPARE(answer.asked.size(), 2);
+        QCOMPARE(ScreenFont.Size, screen.Size);
+        QCOMPARE(ScreenFont.Bold, screen.Bold);
+        QCOMPARE(PrintFont.Size, 8.0f);
+        QCOMPARE(TargetMode, BoardMode);
+        QCOMPARE(COMPort, std::int16_t(2));
+        QCOMPARE(f.line.OpenCount(), opened);
+        QCOMPARE(editor->Text->font(), before);
+        QCOMPARE(form.PanelText(1), QString("HC11 Board: Ready"));
+    }
+
+    // The editor's dialog offers fixed-pitch faces, the printer's all; a
+    // cancelled dialog leaves the copy; OK restyles every open editor.
+    void fontsReachTheOpenEditors()
+    {
+        MainFormFixture f;
+        frmMain& form = f.Start();
+        form.NewEditor();
+        form.NewEditor();
+        QCOMPARE(LoadedEditors().size(), 2);
+        FontAnswer answer({"Orvane No Such Face", 15, true, true});
+        ModalPlayer player(OnOptions([](frmOptions& o) {
+            o.cmdESet->click();
+            QCOMPARE(o.lbEName->text() + "|" + o.lbEStyle->text() + "|" + o.lbESize->text(),
+                     QString("Orvane No Such Face|Bold Italic|15"));
+            o.cmdPSet->click();
+            QCOMPARE(o.lbPStyle->text(), QString("Bold Italic"));
+        }));
+        form.Menu("mnuViewOptions")->trigger();
+        QCOMPARE(answer.asked.size(), 2);
+        QVERIFY(answer.asked[0].FixedPitchOnly);
+        QCOMPARE(answer.asked[0].FontName, QString("Fixedsys"));
+        QVERIFY(!answer.asked[1].FixedPitchOnly);
+        QCOMPARE(answer.asked[1].FontName, QString("Courier New"));
+        QVERIFY(!form.Dialog.FixedPitchOnly);
+        // The face the system lacks stays the saved name; the editors draw in a fixed-pitch one.
+        QCOMPARE(ScreenFont.Name, QString("Orvane No Such Face"));
+        QCOMPARE(PrintFont.Size, 15.0f);
+        const QFont expected = FixedPitchFont("Orvane No Such Face", 15, true, true);
+        for (frmEditor* editor : LoadedEditors()) {
+            QCOMPARE(editor->Text->font().family(), expected.family());
+            QCOMPARE(editor->Text->font().pointSizeF(), 15.0);
+            QVERIFY(editor->Text->font().bold() && editor->Text->font().italic());
+        }
+        form.close();
+        QCOMPARE(GetSetting("Settings", "ScreenFontName"), QString("Orvane No Such Face"));
+        QCOMPARE(GetSetting("Settings", "PrintFontBold"), QString("True"));
+    }
+
+    // The device chosen for COM 3 is opened at OK and kept at exit; one that
+    // does not exist gives the port error in panel 1 and no message box.
+    void deviceOfComThreeIsUsedAndKept()
+    {
+        PseudoTerminal pty;
+        QVERIFY(pty.IsValid());
+        const struct { QString path; QString panel; } rows[] = {
+            {pty.DevicePath(), "HC11 Board: Ready"},
+            {"/dev/orvane-no-such-port", PortError},
+        };
+        for (const auto& row : rows) {
+            MainFormFixture f;
+            SaveSetting("Settings", "PortDevice2", "/dev/orvane-no-such-port");
+            f.form = std::make_unique<frmMain>();   // on the system's serial ports
+            frmMain& form = *f.form;
+            form.MDIForm_Load();
+            QCOMPARE(form.PanelText(1), PortError);
+            ModalPlayer player([&](QDialog& dialog) {
+                if (dialog.objectName() == "frmPortDevice") {
+                    QCOMPARE(dialog.windowTitle(), QString("Device of COM 3"));
+                    TypeAndPressOK(dialog, "txtDevice", row.path);
+                    return;
+                }
+                auto& options = static_cast<frmOptions&>(dialog);
+                options.cbComPort->setCurrentIndex(2);
+                options.cmdDevice->click();
+                QCOMPARE(options.lbDevice->text(), row.path);
+                QCOMPARE(PortDevicePath(3), DefaultPortDevicePath(3));   // not before OK
+                options.cmdOK->click();
+            });
+            form.Menu("mnuViewOptions")->trigger();
+            QCOMPARE(form.PanelText(1), row.panel);
+            QCOMPARE(bool(BoardConnected), row.panel != PortError);
+            QCOMPARE(form.MSComm.PortOpen(), row.panel != PortError);
+            QCOMPARE(form.MSComm.CommPort(), 3);
+            QVERIFY(f.boxes.boxes.isEmpty());
+            form.close();
+            QCOMPARE(GetSetting("Settings", "COMPort"), QString("3"));
+            QCOMPARE(GetSetting("Settings", "PortDevice3"), row.path);
+            QCOMPARE(GetSetting("Settings", "PortDevice2"), QString("/dev/orvane-no-such-port"));
+            SetPortDevicePath(3, {});
+        }
+    }
+};
+
+QTEST_MAIN(OptionsTest)
+#include "frmOptions_test.moc"
