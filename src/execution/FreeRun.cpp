@@ -2,41 +2,28 @@
 // listens until the monitor's reset report (MSComm_OnComm) ends the run.
 // Breakpoints do not exist here; they are compared on the host only.
 #include "core/TargetState.h"
-#include "workspace/frmMain.h"
+#include "execution/Debugger.h"
 
-#include <QAction>
-
-namespace {
-constexpr int PauseButton = 26;
-}  // namespace
-
-void frmMain::mnuRunRun_Click()
+void Debugger::RunFree()
 {
-    RunHC11();
-}
-
-void frmMain::RunHC11()
-{
-    FindBoard();
+    link_.FindBoard();
     if (!BoardConnected)
         return;
     if (link_.StartFreeRun()) {
         EnterFreeRun();
-        MSComm.SetRThreshold(TargetLink::ReceiveThreshold);
+        link_.MSComm.SetRThreshold(TargetLink::ReceiveThreshold);
     }
-    BoardStatus();
+    link_.BoardStatus();
     // The disassembly window's rules turn off what a running board cannot serve.
-    if (IsOpen(QStringLiteral("frmDisAsm")))
-        DisAsmMenus();
+    view_.RunCommandsChanged();
 }
 
-void frmMain::EnterFreeRun()
+void Debugger::EnterFreeRun()
 {
     BoardConnected = true;
     BoardRunning = true;
     StatusSuffix = "";
-    FreezeDisplay();
+    view_.FreezeDisplay();
     // A free run cannot be paused: only the board's reset ends it.
-    Menu("mnuRunPause")->setEnabled(false);
-    Button(PauseButton)->setEnabled(false);
+    view_.SetPauseEnabled(false);
 }

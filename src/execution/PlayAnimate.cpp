@@ -6,58 +6,47 @@
 #include "core/TargetState.h"
 #include "execution/Breakpoints.h"
 #include "execution/StepPlan.h"
-#include "platform/DoEvents.h"
 #include "platform/TickCount.h"
-#include "workspace/frmMain.h"
+#include "execution/Debugger.h"
 
-#include <QAction>
 #include <chrono>
 #include <thread>
 
 namespace {
-constexpr int PauseButton = 26;
 constexpr std::uint32_t AnimateStepMs = 100;
 constexpr std::uint32_t SimulatorEventMs = 10;
 }  // namespace
 
-void frmMain::BeginRun(bool play)
+void Debugger::BeginRun(bool play)
 {
     RunStopped = false;
     PlayActive = play;
     AnimateActive = !play;
     PlayFirstStep = true;
-    Menu("mnuRunPause")->setEnabled(true);
-    Button(PauseButton)->setEnabled(true);
-    CallWindow(Window(QStringLiteral("frmDisAsm")), "mnuGoToPCAddress");
-    tmrCommWasOn_ = tmrComm.isActive();
-    tmrRefreshWasOn_ = tmrRefresh.isActive();
-    tmrComm.stop();
-    tmrRefresh.stop();
-    FreezeDisplay();
+    view_.SetPauseEnabled(true);
+    view_.ShowPCRow();
+    view_.SuspendTimers();
+    view_.FreezeDisplay();
 }
 
-void frmMain::EndRun()
+void Debugger::EndRun()
 {
-    Menu("mnuRunPause")->setEnabled(false);
-    Button(PauseButton)->setEnabled(false);
-    if (tmrCommWasOn_)
-        tmrComm.start();
-    if (tmrRefreshWasOn_)
-        tmrRefresh.start();
+    view_.SetPauseEnabled(false);
+    view_.ResumeTimers();
     if (clockPanelStale_)
-        ClockCountUpdate();
+        view_.ShowClockCount();
     clockPanelStale_ = false;
 }
 
-void frmMain::LetEventsRun()
+void Debugger::LetEventsRun()
 {
     if (clockPanelStale_)
-        ClockCountUpdate();
+        view_.ShowClockCount();
     clockPanelStale_ = false;
-    DoEvents();
+    view_.LetEventsRun();
 }
 
-void frmMain::mnuRunPlay_Click()
+void Debugger::Play()
 {
     BeginRun(true);
     // A board's step takes milliseconds: events run after each. Simulated
@@ -76,10 +65,10 @@ void frmMain::mnuRunPlay_Click()
         }
         if (stepping::OutsideProgramBuffer(CpuRegisters.PC)) {
             ProgramBase = CpuRegisters.PC;
-            InProgram();
+            link_.InProgram();
         }
         if (BoardConnected)
-            mnuRunStepInto_Click();
+            StepOne();
         PlayFirstStep = false;
         // A lost board has shown its message once; the loop would show it at every step.
         if (!BoardConnected)
@@ -87,17 +76,13 @@ void frmMain::mnuRunPlay_Click()
         else if (pump.Due())
             LetEventsRun();
     }
-    QWidget* disAsm = Window(QStringLiteral("frmDisAsm"));
-    if (IsOpen(QStringLiteral("frmDisAsm"))) {
-        CallWindow(disAsm, "mnuRefresh");
-        CallWindow(disAsm, "mnuGoToPCAddress");
-    }
-    ThawDisplay();
+    view_.RedrawAtPC();
+    view_.ThawDisplay();
     PlayActive = false;
     EndRun();
 }
 
-void frmMain::mnuRunAnimate_Click()
+void Debugger::Animate()
 {
     BeginRun(false);
     while (!RunStopped) {
@@ -108,7 +93,7 @@ void frmMain::mnuRunAnimate_Click()
         if (!RunStopped) {
             const std::uint32_t start = GetTickCount();
             // MakeStep refreshes every open window while AnimateActive is set.
-            mnuRunStepInto_Click();
+            StepOne();
             // The rest of the step's 100 ms passes without events: Pause waits for it.
             while (GetTickCount() - start < AnimateStepMs)
                 std::this_thread::sleep_for(std::chrono::microseconds(500));
@@ -116,14 +101,14 @@ void frmMain::mnuRunAnimate_Click()
             if (!BoardConnected)
                 RunStopped = true;
         }
-        DoEvents();
+        view_.LetEventsRun();
     }
-    ThawDisplay();
+    view_.ThawDisplay();
     AnimateActive = false;
     EndRun();
 }
 
-void frmMain::mnuRunPause_Click()
+void Debugger::Pause()
 {
     RunStopped = true;
     // The board's Step Over and Step Out wait too: the board keeps the routine.

@@ -1,7 +1,5 @@
-// Stepping. Neither back-end knows a PC or follows control flow: the step
-// commands work out from the instruction at PC what will happen, do jumps,
-// taken branches, calls and returns themselves through the target's stack
-// and save area, and leave only straight-line code to MakeStep.
+// The debugger's steps and MakeStep, which runs an instruction on the board
+// ("S" frame) or on the simulator component.
 #include "code/Asm.h"
 #include "code/ProgramBufferAccess.h"
 #include "core/TargetMoves.h"
@@ -9,10 +7,8 @@
 #include "execution/Breakpoints.h"
 #include "execution/StepPlan.h"
 #include "target/MonitorFrames.h"
-#include "workspace/frmMain.h"
+#include "execution/Debugger.h"
 
-#include <QAction>
-#include <QPointer>
 
 using stepping::StepKind;
 
@@ -59,16 +55,16 @@ std::vector<std::uint8_t> Word(std::int32_t value)
 
 // ---- Shared pieces ----------------------------------------------------------
 
-bool frmMain::WriteSaveAreaSP()
+bool Debugger::WriteSaveAreaSP()
 {
     std::int32_t address = SaveAreaSP;
-    OutBytes(address, Word(CpuRegisters.SP), 2);
+    link_.OutBytes(address, Word(CpuRegisters.SP), 2);
     return BoardConnected;
 }
 
-bool frmMain::EmulatedReturn()
+bool Debugger::EmulatedReturn()
 {
-    InStack();
+    link_.InStack();
     if (!BoardConnected)
         return false;
     CpuRegisters.SP = (CpuRegisters.SP + 2) & 0xFFFF;
@@ -79,21 +75,27 @@ bool frmMain::EmulatedReturn()
     return true;
 }
 
-// The decoder reads ProgramBuffer only: a PC outside it is read in first.
-static bool ProgramBufferAtPC(frmMain& form)
+bool Debugger::ProgramBufferAtPC()
 {
     if (stepping::OutsideProgramBuffer(CpuRegisters.PC)) {
         ProgramBase = CpuRegisters.PC;
-        form.InProgram();
+        link_.InProgram();
     }
     return BoardConnected;
 }
 
 // ---- The commands -------------------------------------------------------------
 
-void frmMain::mnuRunStepInto_Click()
+void Debugger::StepInto()
 {
-    if (!ProgramBufferAtPC(*this))
+    // A step command is a move of its own; Play's steps belong to their run.
+    NoteTargetMoves();
+    StepOne();
+}
+
+void Debugger::StepOne()
+{
+    if (!ProgramBufferAtPC())
         return;
     // Every instruction counts, whether the target or the host runs it.
     ClockCount += ClockCycles(CpuRegisters.PC);
@@ -108,7 +110,7 @@ void frmMain::mnuRunStepInto_Click()
         CpuRegisters.PC = flow.target;
         CpuRegisters.SP = (CpuRegisters.SP - 1) & 0xFFFF;
         std::int32_t at = CpuRegisters.SP;
-        OutBytes(at, Word(flow.next), 2);
+        link_.OutBytes(at, Word(flow.next), 2);
         if (!BoardConnected)
             return;
         CpuRegisters.SP = (CpuRegisters.SP - 1) & 0xFFFF;
@@ -127,12 +129,13 @@ void frmMain::mnuRunStepInto_Click()
     MakeStep();
 }
 
-void frmMain::mnuRunStepOver_Click()
+void Debugger::StepOver()
 {
+    NoteTargetMoves();
     StepExecute = StepPlain = true;
     StepOverActive = StepOutActive = false;
     if (TargetMode == BoardMode) {
-        if (!ProgramBufferAtPC(*this))
+        if (!ProgramBufferAtPC())
             return;
         Flow flow;
         if (!FlowAtPC(flow, link_.Reader()))
@@ -151,7 +154,7 @@ void frmMain::mnuRunStepOver_Click()
         StepOnBoardFrozen();
     } else if (TargetMode == SimulatorMode) {
         // With a full table there is no room for the stop: the command does nothing.
-        if (BreakpointCount >= MaxBreakpoints || !ProgramBufferAtPC(*this))
+        if (BreakpointCount >= MaxBreakpoints || !ProgramBufferAtPC())
             return;
         Flow flow;
         if (!FlowAtPC(flow, link_.Reader()))
@@ -161,18 +164,19 @@ void frmMain::mnuRunStepOver_Click()
     }
 }
 
-void frmMain::mnuRunStepOut_Click()
+void Debugger::StepOut()
 {
+    NoteTargetMoves();
     if (TargetMode == BoardMode) {
-        InStack();
+        link_.InStack();
         if (!BoardConnected)
             return;
         // The routine now returns to the monitor instead of to its caller.
         std::int32_t at = (CpuRegisters.SP + 1) & 0xFFFF;
-        OutBytes(at, Word(ReturnPointAddress), 2);
+        link_.OutBytes(at, Word(ReturnPointAddress), 2);
         if (!BoardConnected)
             return;
-        CallWindow(Window(QStringLiteral("frmDisAsm")), "mnuGoToPCAddress");
+        view_.ShowPCRow();
         StepOutActive = StepExecute = true;
         StepPlain = StepOverActive = false;
         StepOnBoardFrozen();
@@ -182,56 +186,44 @@ void frmMain::mnuRunStepOut_Click()
     }
 }
 
-void frmMain::mnuRunRunTo_Click()
+void Debugger::RunToCursor()
 {
     // A breakpoint on the current row for the length of one Play.
-    CallWindow(Window(QStringLiteral("frmDisAsm")), "mnuToggleBreakpoint");
-    CallWindow(Window(QStringLiteral("frmDisAsm")), "mnuGoToPCAddress");
-    mnuRunPlay_Click();
+    view_.ToggleCursorBreakpoint();
+    view_.ShowPCRow();
+    Play();
     // After a Pause elsewhere this acts on the row where the run stopped.
-    CallWindow(Window(QStringLiteral("frmDisAsm")), "mnuToggleBreakpoint");
+    view_.ToggleCursorBreakpoint();
 }
 
-void frmMain::PlayToTemporaryBreakpoint(std::int32_t address)
+void Debugger::PlayToTemporaryBreakpoint(std::int32_t address)
 {
     // The caller has made sure there is room; the entry taken off is the last one.
     AddBreakpoint(address);
-    mnuRunPlay_Click();
+    Play();
     std::int32_t temporary = 0;
     TakeLastBreakpoint(temporary);
-    Refresh();
+    view_.Refresh();
 }
 
-void frmMain::StepOnBoardFrozen()
+void Debugger::StepOnBoardFrozen()
 {
-    FreezeDisplay();
+    view_.FreezeDisplay();
     MakeStep();
     if (BoardRunning) {
         // Paused in the wait: the board goes on with the routine until its reset.
-        BoardStatus();
-        if (IsOpen(QStringLiteral("frmDisAsm")))
-            DisAsmMenus();
+        link_.BoardStatus();
+        view_.RunCommandsChanged();
         return;
     }
-    ThawDisplay();
+    view_.ThawDisplay();
 }
 
 // ---- MakeStep -------------------------------------------------------------------
 
-bool frmMain::CpuWindowOpen()
+void Debugger::MakeStep()
 {
-    // Asked at every step of Play: the entry is looked up once.
-    if (!viewRegCpu_)
-        viewRegCpu_ = Menu(QStringLiteral("mnuViewRegCPU"));
-    return viewRegCpu_->isChecked();
-}
-
-void frmMain::MakeStep()
-{
-    // A step is a move of its own; the steps of Play and Animate belong to their run.
-    if (!PlayActive && !AnimateActive)
-        NoteTargetMoves();
-    FindBoard();
+    link_.FindBoard();
     if (!BoardConnected)
         return;
     bool stepped = true;
@@ -249,32 +241,32 @@ void frmMain::MakeStep()
     if (stepped) {
         if (TargetMode == BoardMode) {
             if (RunStopped || AnimateActive) {
-                Refresh();
+                view_.Refresh();
             } else if (PlayActive) {
                 // During Play only the CPU window follows each step.
                 if (stepping::OutsideProgramBuffer(CpuRegisters.PC)) {
                     ProgramBase = CpuRegisters.PC;
-                    InProgram();
+                    link_.InProgram();
                 }
-                if (CpuWindowOpen())
-                    CallWindow(Window(QStringLiteral("frmRegCPU")), "Redraw");
+                if (view_.CpuWindowShown())
+                    view_.FollowStep(false);
             }
         } else if (PlayActive) {
-            if (CpuWindowOpen())
-                CallWindow(Window(QStringLiteral("frmRegCPU")), "mnuRefresh");
+            if (view_.CpuWindowShown())
+                view_.FollowStep(true);
         } else {
-            Refresh();
+            view_.Refresh();
         }
     }
     // Play's event pass brings the panel up to date: nothing is painted in between.
     if (PlayActive)
         clockPanelStale_ = true;
     else
-        ClockCountUpdate();
-    MSComm.SetRThreshold(TargetLink::ReceiveThreshold);
+        view_.ShowClockCount();
+    link_.MSComm.SetRThreshold(TargetLink::ReceiveThreshold);
 }
 
-bool frmMain::StepOnBoard(std::int32_t target, std::int16_t length)
+bool Debugger::StepOnBoard(std::int32_t target, std::int16_t length)
 {
     const StepKind kind = stepping::CurrentStepKind();
     std::array<std::uint8_t, 5> instruction{};
@@ -296,7 +288,7 @@ bool frmMain::StepOnBoard(std::int32_t target, std::int16_t length)
     stepWaitAbandoned_ = false;
     stepWaitRunning_ = rules.pumpEvents;
     QByteArray reply;
-    const bool valid = Exchange(frame, rules, reply, [this] { return stepWaitAbandoned_; });
+    const bool valid = link_.Exchange(frame, rules, reply, [this] { return stepWaitAbandoned_; });
     stepWaitRunning_ = false;
     if (valid) {
         monitor::RegistersFromSaveArea(
@@ -311,13 +303,13 @@ bool frmMain::StepOnBoard(std::int32_t target, std::int16_t length)
     return false;
 }
 
-void frmMain::StepOnSimulator(std::int16_t length)
+void Debugger::StepOnSimulator(std::int16_t length)
 {
     const std::array<std::uint8_t, 5> code = stepping::SimulatorStepBytes(CpuRegisters.PC, length);
     CpuRegisterRecord& r = CpuRegisters;
     std::int16_t a = r.A, b = r.B, ccr = r.CCR;
     std::int32_t ix = r.IX, iy = r.IY, sp = r.SP;
-    Velmar1.ExecuteInstruction(a, b, ix, iy, sp, ccr, code[0], code[1], code[2], code[3], code[4]);
+    link_.Velmar1.ExecuteInstruction(a, b, ix, iy, sp, ccr, code[0], code[1], code[2], code[3], code[4]);
     r.A = static_cast<std::uint8_t>(a);
     r.B = static_cast<std::uint8_t>(b);
     r.CCR = static_cast<std::uint8_t>(ccr);

@@ -3,9 +3,12 @@
 // failures and state it shows as the link's LinkReports. Its methods live
 // with their subsystems: start-up and shut-down in workspace/Startup.cpp,
 // the board's unasked events in workspace/BoardEvents.cpp, the refresh cycle
-// in execution/RefreshCycle.cpp, menus and toolbar in workspace/.
+// in execution/RefreshCycle.cpp, the debugger's view in
+// workspace/DebuggerWindows.cpp, menus and toolbar in workspace/.
 #pragma once
 
+#include "execution/Debugger.h"
+#include "execution/DebuggerView.h"
 #include "platform/CommonDialog.h"
 #include "platform/WindowPlacement.h"
 #include "target/TargetLink.h"
@@ -29,10 +32,11 @@ class SourceDocuments;
 class frmError;
 class frmEditor;
 
-class frmMain : public QMainWindow, public LinkReports {
+class frmMain : public QMainWindow, public LinkReports, public DebuggerView {
     Q_OBJECT
     // First of all members: the forwards below refer into it.
     TargetLink link_{*this};
+    Debugger debugger_{link_, *this};
 
 public:
     explicit frmMain(QWidget* parent = nullptr);
@@ -42,6 +46,8 @@ public:
 
     // The target link: the operations on the board and the simulator.
     TargetLink& Link() { return link_; }
+    // The debugger over the link, showing itself in these windows.
+    Debugger& Debug() { return debugger_; }
 
     // ---- Controls ---------------------------------------------------------
     ::MSComm& MSComm = link_.MSComm;      // the link's serial port
@@ -126,36 +132,40 @@ public:
     // ---- Refresh cycle (execution/RefreshCycle.cpp) -------------------------
     void ClockCountUpdate();
     // Disassembly page at PC, then everything of RefreshRun.
-    void Refresh();
+    void Refresh() override;
     // Registers, stack, watches and peripheral windows that are open.
     void RefreshRun();
     // Fills RegisterBlock from the target's 64 bytes at $1000.
     void ReadRegisterBlock();
     // Shut the debugger's windows and commands for a run, and reopen them.
-    void FreezeDisplay();
-    void ThawDisplay();
+    void FreezeDisplay() override;
+    void ThawDisplay() override;
     void tmrRefresh_Timer();
 
-    // ---- Run, step, Play and Animate (execution/) -----------------------------
-    // Free run on the board until its reset report (FreeRun.cpp).
-    void mnuRunRun_Click();
-    void RunHC11();
-    // The step commands do jumps, calls and returns on the host and hand
-    // straight-line instructions to MakeStep, which runs them on the board
-    // ("S" frame) or on Velmar1 as the step flags say (Stepping.cpp).
-    void mnuRunStepInto_Click();
-    void mnuRunStepOver_Click();
-    void mnuRunStepOut_Click();
-    void mnuRunRunTo_Click();
-    void MakeStep();
-    // Host loops over Step Into that stop at breakpoints or on Pause; they
-    // return when the run has ended (PlayAnimate.cpp).
-    void mnuRunPlay_Click();
-    void mnuRunAnimate_Click();
-    void mnuRunPause_Click();
-    // True until a Play or Animate loop has made its first step: no
-    // breakpoint is tested before it, so a run can leave the one it stands on.
-    bool PlayFirstStep = false;
+    // ---- Run, step, Play and Animate: forwards to Debug() ---------------------
+    void mnuRunRun_Click() { debugger_.RunFree(); }
+    void RunHC11() { debugger_.RunFree(); }
+    void mnuRunStepInto_Click() { debugger_.StepInto(); }
+    void mnuRunStepOver_Click() { debugger_.StepOver(); }
+    void mnuRunStepOut_Click() { debugger_.StepOut(); }
+    void mnuRunRunTo_Click() { debugger_.RunToCursor(); }
+    void MakeStep() { debugger_.MakeStep(); }
+    void mnuRunPlay_Click() { debugger_.Play(); }
+    void mnuRunAnimate_Click() { debugger_.Animate(); }
+    void mnuRunPause_Click() { debugger_.Pause(); }
+
+    // ---- The debugger's view (workspace/DebuggerWindows.cpp) -------------------
+    void SetPauseEnabled(bool on) override;
+    void ShowClockCount() override { ClockCountUpdate(); }
+    void RunCommandsChanged() override;
+    void ShowPCRow() override;
+    void RedrawAtPC() override;
+    void ToggleCursorBreakpoint() override;
+    bool CpuWindowShown() override;
+    void FollowStep(bool readBack) override;
+    void SuspendTimers() override;
+    void ResumeTimers() override;
+    void LetEventsRun() override;
 
     // ---- Child windows (workspace/ToolWindows.cpp) ---------------------------
     // A tool window is open while its View entry is checked; see ToolWindows.h.
@@ -317,34 +327,8 @@ protected:
 private:
     QAction* runEntry_ = nullptr;   // mnuRunRun, which BoardStatus keeps off in simulator mode
 
-    // Execution helpers (execution/).
-    // The board has taken the CPU: display frozen, Pause off, panel "Running ...".
-    void EnterFreeRun();
-    // RTS on the host: PC from the stack copy, SP two up in the save area.
-    // False if a target operation failed.
-    bool EmulatedReturn();
-    // Writes SP to the save area; false if the write failed.
-    bool WriteSaveAreaSP();
-    // Simulator Step Over and Step Out: Play until the temporary breakpoint
-    // at address, which a full table cannot take.
-    void PlayToTemporaryBreakpoint(std::int32_t address);
-    // The board's Step Over and Step Out: the wait for the routine's return.
-    void StepOnBoardFrozen();
-    // MakeStep's two back-ends; false when the step failed.
-    bool StepOnBoard(std::int32_t target, std::int16_t length);
-    void StepOnSimulator(std::int16_t length);
-    // The run loops' start and end: the timers' states noted at the start.
-    void BeginRun(bool play);
-    void EndRun();
-    // The event pass of the Play loop, with the clock panel brought up to date first.
-    void LetEventsRun();
-    // mnuViewRegCPU's check: the CPU window is open.
-    bool CpuWindowOpen();
-    QAction* viewRegCpu_ = nullptr;
-    bool clockPanelStale_ = false;
-    bool stepWaitAbandoned_ = false;   // Pause during the board's Step Over or Step Out wait
-    bool stepWaitRunning_ = false;
-    bool tmrCommWasOn_ = false;
+    QAction* viewRegCpu_ = nullptr;   // mnuViewRegCPU, looked up once: Play asks at every step
+    bool tmrCommWasOn_ = false;       // the timers' states when a run began
     bool tmrRefreshWasOn_ = false;
 
     void BuildMenus();

@@ -1,13 +1,14 @@
-// Stepping, the free run and Play without the disassembly window, in the
-// simulator and on a scripted monitor.
+// Stepping, the free run and Play in the simulator and on a scripted
+// monitor: the debugger on its own link, and the main window where the
+// board's reset report comes in.
 #include <QtTest>
 
 #include "core/TargetState.h"
 #include "execution/Breakpoints.h"
 #include "platform/SettingsStore.h"
 #include "platform/TickCount.h"
+#include "support/DebuggerFixture.h"
 #include "support/DoEventsAction.h"
-#include "support/FakeToolWindow.h"
 #include "support/MainFormFixture.h"
 #include "support/ScriptedMonitor.h"
 
@@ -36,21 +37,22 @@ class SteppingTest : public QObject {
 private slots:
     void branchesInTheSimulatorMoveOnlyThePc()
     {
-        MainFormFixture f;
-        frmMain& form = StartAt2000(f, true);
+        DebuggerFixture f(true);
+        Debugger& debug = f.debugger;
+        CpuRegisters.PC = 0x2000;
         Poke(TargetMemory, 0x2000, {0x20, 0xFE, 0x27, 0xFC, 0x26, 0xFA});   // BRA *; BEQ $2000; BNE $2000
         CpuRegisters.A = 0x33;
-        form.mnuRunStepInto_Click();
-        form.mnuRunStepInto_Click();
+        debug.StepInto();
+        debug.StepInto();
         QCOMPARE(CpuRegisters.PC, 0x2000);
         QCOMPARE(ClockCount, 6);
         CpuRegisters.PC = 0x2002;
         CpuRegisters.CCR = 0x04;
         CpuRegisters.FlagZ = true;
-        form.mnuRunStepInto_Click();   // BEQ taken backwards
+        debug.StepInto();   // BEQ taken backwards
         QCOMPARE(CpuRegisters.PC, 0x2000);
         CpuRegisters.PC = 0x2004;
-        form.mnuRunStepInto_Click();   // BNE not taken
+        debug.StepInto();   // BNE not taken
         QCOMPARE(CpuRegisters.PC, 0x2006);
         QCOMPARE(CpuRegisters.A, 0x33);
         QCOMPARE(CpuRegisters.CCR, 0x04);
@@ -59,15 +61,16 @@ private slots:
 
     void stepOverAndOutStopAtATemporaryEntryOrAUsersBreakpoint()
     {
-        MainFormFixture f;
-        frmMain& form = StartAt2000(f, true);
+        DebuggerFixture f(true);
+        Debugger& debug = f.debugger;
+        CpuRegisters.PC = 0x2000;
         Poke(TargetMemory, 0x2000, {0x8E, 0x01, 0xFF, 0xBD, 0x20, 0x10, 0x01});   // LDS #$01FF; JSR $2010; NOP
         Poke(TargetMemory, 0x2010, {0x4C, 0x4C, 0x4C, 0x39});                     // INCA x3; RTS
-        form.mnuRunStepInto_Click();
+        debug.StepInto();
         AddBreakpoint(0x2011);
-        form.mnuRunStepOver_Click();   // stops at the user's breakpoint inside the routine
+        debug.StepOver();   // stops at the user's breakpoint inside the routine
         QCOMPARE(CpuRegisters.PC, 0x2011);
-        form.mnuRunStepOut_Click();
+        debug.StepOut();
         QCOMPARE(CpuRegisters.PC, 0x2006);
         QCOMPARE(CpuRegisters.A, 3);
         QCOMPARE(CpuRegisters.SP, 0x01FF);
@@ -82,8 +85,8 @@ private slots:
         while (BreakpointCount < MaxBreakpoints)
             AddBreakpoint(0x4000 + BreakpointCount);
         CpuRegisters.PC = 0x2003;
-        form.mnuRunStepOver_Click();
-        form.mnuRunStepOut_Click();
+        debug.StepOver();
+        debug.StepOut();
         QCOMPARE(CpuRegisters.PC, 0x2003);
         QCOMPARE(ClockCount, 20);
         QCOMPARE(BreakpointCount, std::int16_t(MaxBreakpoints));
@@ -91,15 +94,16 @@ private slots:
 
     void theBoardGetsNoBranchToItselfAndACallToTheComputedAddress()
     {
-        MainFormFixture f;
-        ScriptedMonitor board(f);
-        frmMain& form = StartAt2000(f, false);
+        DebuggerFixture f(false);
+        Debugger& debug = f.debugger;
+        ScriptedMonitor board(f.line);
+        CpuRegisters.PC = 0x2000;
         Poke(board.memory, 0x2000, {0x20, 0xFE, 0xAD, 0x10});   // BRA *; JSR $10,X
         ProgramBase = 0x2000;
-        form.InProgram();
+        f.link.InProgram();
         f.line.TakeWritten();
-        form.mnuRunStepInto_Click();
-        form.mnuRunStepInto_Click();
+        debug.StepInto();
+        debug.StepInto();
         QCOMPARE(CpuRegisters.PC, 0x2000);
         QCOMPARE(ClockCount, 6);
         QCOMPARE(f.line.TakeWritten(), QByteArray());   // the host's work alone
@@ -108,14 +112,14 @@ private slots:
         CpuRegisters.IX = 0x3000;
         bool frozenInTheWait = false;
         DoEventsAction look([&] {   // the last event pass is inside the wait for the reply
-            frozenInTheWait = form.Menu("mnuRunPause")->isEnabled() && !form.Menu("mnuViewRegCPU")->isEnabled();
+            frozenInTheWait = f.view.pauseOn && f.view.frozen;
         });
         f.line.SetReplyDelay(5);
-        form.mnuRunStepOver_Click();
+        debug.StepOver();
         QVERIFY(frozenInTheWait);
         QCOMPARE(board.steps.last().mid(10, 4), QByteArray("\xBD\x30\x10\x01", 4));
         QCOMPARE(CpuRegisters.PC, 0x2004);
-        QVERIFY(form.Menu("mnuViewRegCPU")->isEnabled());
+        QVERIFY(!f.view.frozen);
         QCOMPARE(ClockCount, 6);   // what ran on the board is not counted
     }
 
@@ -177,57 +181,52 @@ private slots:
 
     void playStepsOffItsBreakpointFrozenRedrawingTheCpuWindowAlone()
     {
-        MainFormFixture f;
-        PluggedWindows plugged({"frmRegCPU", "frmStack"});
-        frmMain& form = StartAt2000(f, true);
+        DebuggerFixture f(true);
+        CpuRegisters.PC = 0x2000;
         Poke(TargetMemory, 0x2000, {0x4C, 0x20, 0xFD});   // INCA; BRA back to it: five cycles a round
-        form.LoadWindow("frmRegCPU");
-        form.LoadWindow("frmStack");
+        f.view.cpuWindowShown = true;
         AddBreakpoint(0x2000);
-        form.tmrRefresh.start();
-        FakeToolWindow::Log().clear();
         bool frozen = false;
         {
             DoEventsAction look([&] {
                 if (PlayActive)
-                    frozen = !form.tmrRefresh.isActive() && !form.tmrComm.isActive() &&
-                             form.Menu("mnuRunPause")->isEnabled() && !form.Menu("mnuRunPlay")->isEnabled();
+                    frozen = !f.view.timersOn && f.view.pauseOn && f.view.frozen;
             });
-            form.mnuRunPlay_Click();
+            f.debugger.Play();
         }
         QVERIFY(frozen);
         QCOMPARE(CpuRegisters.PC, 0x2000);
         QCOMPARE(CpuRegisters.A, 1);
-        QCOMPARE(form.PanelText(4), QString("Clock= 00000005"));
-        QCOMPARE(int(FakeToolWindow::Log().count("frmStack.mnuRefresh")), 0);
-        QCOMPARE(int(FakeToolWindow::Log().count("frmRegCPU.mnuRefresh")), 2);
-        QVERIFY(RunStopped && !PlayActive && !form.Menu("mnuRunPause")->isEnabled());
-        QVERIFY(form.tmrRefresh.isActive() && form.tmrComm.isActive());   // back as before the run
+        QCOMPARE(ClockCount, 5);
+        QVERIFY(f.view.clockShown > 0);   // the panel is up to date when the run ends
+        QCOMPARE(f.view.refreshes, 0);
+        QCOMPARE(f.view.followSteps, 2);
+        QVERIFY(RunStopped && !PlayActive && !f.view.pauseOn && !f.view.frozen);
+        QVERIFY(f.view.timersOn);   // back as before the run
     }
 
     void aBoardThatStopsAnsweringEndsPlayWithOneMessage()
     {
-        MainFormFixture f;
-        ScriptedMonitor board(f);
-        frmMain& form = StartAt2000(f, false);
+        DebuggerFixture f(false);
+        ScriptedMonitor board(f.line);
+        CpuRegisters.PC = 0x2000;
         Poke(board.memory, 0x2000, {0x4C, 0x20, 0xFD});   // INCA; BRA back to it
         board.answerSteps = false;
         CpuRegisters.A = 7;
         std::uint32_t now = 0;
         const auto clock = SetTickCountSource([&now] { return now += 50; });   // time-outs pass at once
-        form.mnuRunPlay_Click();
+        f.debugger.Play();
         SetTickCountSource(clock);
-        QCOMPARE(f.boxes.boxes.size(), 1);
-        QCOMPARE(f.boxes.boxes[0].text, QString("No Response from M68HC11 Board !"));
+        QCOMPARE(f.reports.failures.size(), 1);
+        QCOMPARE(f.reports.failures[0].first, LinkFailure::NoResponse);
         QCOMPARE(board.steps.size(), 1);
         // The step has moved PC past the INCA; the registers stay as they were.
         QCOMPARE(CpuRegisters.PC, 0x2001);
         QCOMPARE(CpuRegisters.A, 7);
         QVERIFY(!BoardConnected);
-        QCOMPARE(form.MSComm.RThreshold(), 6);
-        QVERIFY(RunStopped && !PlayActive);
-        QVERIFY(!form.Menu("mnuRunPause")->isEnabled());
-        QVERIFY(!form.Menu("mnuRunPlay")->isEnabled());   // off without the disassembly window
+        QCOMPARE(f.link.MSComm.RThreshold(), 6);
+        QVERIFY(RunStopped && !PlayActive && !f.view.pauseOn && !f.view.frozen);
+        QCOMPARE(f.reports.state, LinkState::NotResponding);
     }
 
     void aResetReportDuringPlayGoesOnFromTheResetVector()

@@ -1,0 +1,53 @@
+// The debugger on its own: a target link on a scripted serial line (or the
+// simulator), fresh target records, and a view that records what the
+// debugger asked of the windows. No main window is built.
+#pragma once
+
+#include "core/TargetState.h"
+#include "execution/Debugger.h"
+#include "support/FakeSerialLine.h"
+#include "target/LinkReports.h"
+
+#include <QList>
+#include <utility>
+
+struct RecordedReports : LinkReports {
+    QList<std::pair<LinkFailure, QString>> failures;
+    LinkState state = LinkState::NotConnected;
+    void LinkFailed(LinkFailure failure, const QString& detail) override { failures.append({failure, detail}); }
+    void LinkStateChanged(LinkState s) override { state = s; }
+    bool IoUnitShown() const override { return false; }
+};
+
+// Frozen and Pause as the main window would show them, the timers as one
+// switch, and a count of each redraw.
+struct RecordedView : DebuggerView {
+    bool frozen = false, pauseOn = false, timersOn = true, cpuWindowShown = false;
+    int refreshes = 0, followSteps = 0, clockShown = 0;
+    void Refresh() override { ++refreshes; }
+    void FreezeDisplay() override { frozen = pauseOn = true; }
+    void ThawDisplay() override { frozen = false, pauseOn = !RunStopped; }
+    void SetPauseEnabled(bool on) override { pauseOn = on; }
+    void ShowClockCount() override { ++clockShown; }
+    void RunCommandsChanged() override {}
+    void ShowPCRow() override {}
+    void RedrawAtPC() override {}
+    void ToggleCursorBreakpoint() override {}
+    bool CpuWindowShown() override { return cpuWindowShown; }
+    void FollowStep(bool) override { ++followSteps; }
+    void SuspendTimers() override { timersOn = false; }
+    void ResumeTimers() override { timersOn = true; }
+    void LetEventsRun() override;
+};
+
+struct DebuggerFixture {
+    // simulator: TargetMode, else the board on the scripted line, port open.
+    explicit DebuggerFixture(bool simulator);
+    ~DebuggerFixture();
+
+    FakeSerialLine line;
+    RecordedReports reports;
+    RecordedView view;
+    TargetLink link{reports};
+    Debugger debugger{link, view};
+};
