@@ -62,6 +62,7 @@ bool MSComm::SetPortOpen(bool open)
             device_.reset();
         }
         buffer_.clear();
+        waiting_.clear();
         return true;
     }
     if (device_)
@@ -76,6 +77,7 @@ bool MSComm::SetPortOpen(bool open)
         return false;
     device_ = std::move(device);
     buffer_.clear();
+    waiting_.clear();
     device_->DataArrived = [this] {
         Pull();
         ScheduleReceiveEvent();
@@ -123,10 +125,13 @@ void MSComm::Pull()
     if (!device_ || pulling_)
         return;
     pulling_ = true;
-    const QByteArray fresh = device_->ReadAvailable();
+    waiting_.append(device_->ReadAvailable());
     pulling_ = false;
-    // Like a hardware overrun: what does not fit into the buffer is lost.
-    buffer_.append(fresh.left(ReceiveBufferSize - buffer_.size()));
+    // The buffer shows at most its size; what does not fit waits behind it
+    // and moves up as the program reads, so a fast sender loses nothing.
+    const qsizetype room = ReceiveBufferSize - buffer_.size();
+    buffer_.append(waiting_.left(room));
+    waiting_.remove(0, std::min(room, waiting_.size()));
 }
 
 void MSComm::ScheduleReceiveEvent()
@@ -166,6 +171,7 @@ void MSComm::SetInBufferCount(int count)
         return;
     Pull();
     buffer_.clear();
+    waiting_.clear();
 }
 
 QByteArray MSComm::Input()

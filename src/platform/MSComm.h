@@ -74,6 +74,7 @@ private:
     SerialDeviceFactory factory_;
     std::unique_ptr<SerialDevice> device_;
     QByteArray buffer_;
+    QByteArray waiting_;   // read from the device, behind a full buffer
     QString error_;
     QTimer linePoll_;
     int commPort_ = 1;
