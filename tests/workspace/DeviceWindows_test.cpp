@@ -73,8 +73,8 @@ private slots:
         QVERIFY(TargetMode == SimulatorMode && form.Menu("mnuViewIOunit")->isEnabled());
         std::int16_t data = 0;
         TargetMemory[0x6000] = 1;
-        form.Velmar1_ReadRequest(0x6001, data);
-        form.Velmar1_WriteRequest(0x6003, 0x42);
+        emit form.Velmar1.ReadRequest(0x6001, data);
+        emit form.Velmar1.WriteRequest(0x6003, 0x42);
         QCOMPARE(TargetMemory[0x6000], std::uint8_t(1));
         QCOMPARE(TargetMemory[0x6002], std::uint8_t(0));
 
@@ -89,12 +89,12 @@ private slots:
         QCOMPARE(TargetMemory[0x6000], std::uint8_t(1));
         QCOMPARE(TargetMemory[0x6001], std::uint8_t(0xFD));
         QVERIFY(Lit(unit->ShapeInFresh));
-        form.Velmar1_ReadRequest(0x6001, data);
+        emit form.Velmar1.ReadRequest(0x6001, data);
         QCOMPARE(data, std::int16_t(0xFD));
         QCOMPARE(TargetMemory[0x6000], std::uint8_t(0));
         QVERIFY(!Lit(unit->ShapeInFresh));
 
-        form.Velmar1_WriteRequest(0x6003, 0x81);
+        emit form.Velmar1.WriteRequest(0x6003, 0x81);
         QCOMPARE(TargetMemory[0x6002], std::uint8_t(1));
         QVERIFY(Lit(unit->ShapeOutFresh));
         QCOMPARE(unit->TextOut->text(), QString("-127"));
