@@ -180,6 +180,12 @@ QByteArray MSComm::Input()
     const qsizetype take = inputLen_ > 0 ? std::min<qsizetype>(inputLen_, buffer_.size()) : buffer_.size();
     QByteArray bytes = buffer_.left(take);
     buffer_.remove(0, take);
+    if (!waiting_.isEmpty()) {
+        // Bytes that waited behind the full buffer move up and are announced
+        // at once: the device has nothing new to tell about them.
+        Pull();
+        ScheduleReceiveEvent();
+    }
     return bytes;
 }
 
