@@ -1,6 +1,9 @@
 // What the serial-line benchmarks share: the board emulator's program, a mean
-// time over rounds, and a figure printed as "name: value unit".
+// time over rounds, a figure printed as "name: value unit", and the count of
+// failures that the program reported in message boxes.
 #pragma once
+
+#include "platform/MsgBox.h"
 
 #include <QElapsedTimer>
 #include <QString>
@@ -25,4 +28,13 @@ double MeanMs(int rounds, Operation operation)
 inline void Print(const char* name, double value, const char* unit)
 {
     std::printf("%s: %.3f %s\n", name, value, unit);
+}
+
+// Every message box the run shows counts as a failure and is answered OK.
+inline void CountMessageBoxesAsFailures(int& failures)
+{
+    SetMsgBoxHandler([&failures](const QString&, int, const QString&) {
+        ++failures;
+        return MbResultOk;
+    });
 }

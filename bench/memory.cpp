@@ -47,10 +47,7 @@ int main(int argc, char* argv[])
 {
     HeadlessApp app(argc, argv);
     int failures = 0;
-    SetMsgBoxHandler([&failures](const QString&, int, const QString&) {
-        ++failures;
-        return MbResultOk;
-    });
+    CountMessageBoxesAsFailures(failures);
     SetModalHook([](QDialog&) {});
 
     double simulatorMs = 0;

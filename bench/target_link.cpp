@@ -52,10 +52,7 @@ int main(int argc, char* argv[])
 {
     HeadlessApp app(argc, argv);
     int failures = 0;
-    SetMsgBoxHandler([&failures](const QString&, int, const QString&) {
-        ++failures;
-        return MbResultOk;
-    });
+    CountMessageBoxesAsFailures(failures);
 
     double read256 = 0, step = 0, pacedRead256 = 0;
     {

@@ -104,10 +104,7 @@ int main(int argc, char* argv[])
 {
     HeadlessApp app(argc, argv);
     int failures = 0;
-    SetMsgBoxHandler([&failures](const QString&, int, const QString&) {
-        ++failures;
-        return MbResultOk;
-    });
+    CountMessageBoxesAsFailures(failures);
     const Run fast = FreeRun({QStringLiteral("--fast")}, 5);
     const Run paced = FreeRun({QStringLiteral("--paced")}, 10);
     const double display = DisplayOnly(4 << 20);
