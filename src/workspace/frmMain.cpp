@@ -1,6 +1,6 @@
 #include "workspace/frmMain.h"
 
-#include "source/EditorDocuments.h"
+#include "workspace/EditorDocuments.h"
 #include "source/frmEditor.h"
 #include "workspace/ToolbarIcons.h"
 

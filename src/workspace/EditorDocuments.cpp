@@ -1,4 +1,4 @@
-#include "source/EditorDocuments.h"
+#include "workspace/EditorDocuments.h"
 
 #include "source/SourceDocuments.h"
 #include "source/frmEditor.h"
