@@ -18,6 +18,8 @@ public:
     QString DevicePath() const { return path_; }
     // Presses the board's reset button: the monitor restarts and reports.
     void Reset();
+    // The program itself: its standard input takes commands, and it can be ended.
+    QProcess& Process() { return process_; }
 
 private:
     QProcess process_;

@@ -14,7 +14,6 @@ struct FakeSerialLine::State : std::enable_shared_from_this<FakeSerialLine::Stat
     int openCount = 0;
     int lastPort = 0;
     bool cts = true;
-    bool modemLines = true;
     int ctsReads = 0;
     std::uint32_t replyDelay = 0;
     std::function<QByteArray(const QByteArray&)> responder;
@@ -96,8 +95,6 @@ public:
     std::optional<bool> Cts() override
     {
         ++state_->ctsReads;
-        if (!state_->modemLines)
-            return std::nullopt;
         return state_->cts;
     }
 
@@ -121,10 +118,8 @@ int FakeSerialLine::OpenCount() const { return state_->openCount; }
 int FakeSerialLine::LastPort() const { return state_->lastPort; }
 bool FakeSerialLine::IsOpen() const { return state_->device != nullptr; }
 void FakeSerialLine::SetCTS(bool high) { state_->cts = high; }
-void FakeSerialLine::SetModemLines(bool present) { state_->modemLines = present; }
 int FakeSerialLine::CtsReads() const { return state_->ctsReads; }
 void FakeSerialLine::Arrive(const QByteArray& bytes) { state_->Queue(bytes, 0); }
-void FakeSerialLine::ArriveAfter(const QByteArray& bytes, std::uint32_t delayMs) { state_->Queue(bytes, delayMs); }
 void FakeSerialLine::SetReplyDelay(std::uint32_t delayMs) { state_->replyDelay = delayMs; }
 
 void FakeSerialLine::SetResponder(std::function<QByteArray(const QByteArray&)> responder)

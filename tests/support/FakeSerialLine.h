@@ -25,18 +25,15 @@ public:
     int LastPort() const;      // the port number of the last opening
     bool IsOpen() const;
 
-    // Modem lines: CTS high by default; a line without them reads as high.
+    // CTS, high by default.
     void SetCTS(bool high);
-    void SetModemLines(bool present);
     int CtsReads() const;      // how often the host has looked at CTS
 
-    // Board to host. Arrive delivers at once; ArriveAfter when the tick count
-    // (GetTickCount) has moved on by delayMs.
+    // Board to host, at once.
     void Arrive(const QByteArray& bytes);
-    void ArriveAfter(const QByteArray& bytes, std::uint32_t delayMs);
 
     // The board's side of an exchange: called with each Output; what it returns
-    // arrives after the reply delay.
+    // arrives once the tick count (GetTickCount) has moved on by the reply delay.
     void SetResponder(std::function<QByteArray(const QByteArray& written)> responder);
     void SetReplyDelay(std::uint32_t delayMs);
 

@@ -38,8 +38,7 @@ QByteArray ScriptedMonitor::Answer(const QByteArray& frame)
             return {};
         answer.append('S');
         for (int i = 0; i < 9; ++i)
-            answer.append(static_cast<char>(nextStepRegisters ? (*nextStepRegisters)[i] : byte(1 + i)));
-        nextStepRegisters.reset();
+            answer.append(static_cast<char>(byte(1 + i)));
         monitor::AppendChecksum(answer);
         return answer;
     case 'X':

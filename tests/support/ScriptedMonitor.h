@@ -1,7 +1,6 @@
 // A board's monitor played on the scripted serial line, over a 64 KB memory:
 // "R" is answered with the bytes, "W" stores them and answers ACK, "S" is
-// answered with the registers the frame carried (or the ones a test set for
-// the next step), "X" with the execute answer. A store can be bent (Stored),
+// answered with the registers the frame carried, "X" with the execute answer. A store can be bent (Stored),
 // as a register that reads back other than it was written; every frame is
 // kept. Silent: no answer at all, as a dead board.
 #pragma once
@@ -15,7 +14,6 @@
 #include <array>
 #include <cstdint>
 #include <functional>
-#include <optional>
 
 struct ScriptedMonitor {
     explicit ScriptedMonitor(FakeSerialLine& line);
@@ -27,8 +25,6 @@ struct ScriptedMonitor {
     QList<QByteArray> executes;        // the "X" frames
     bool silent = false;
     bool answerSteps = true;           // off: a step leaves the host waiting
-    // The nine save-area bytes of the next step's answer, once.
-    std::optional<std::array<std::uint8_t, 9>> nextStepRegisters;
     QByteArray executeAnswer = QByteArray(1, '\x06');
     // What a written byte becomes in memory; unchanged by default.
     std::function<std::uint8_t(std::int32_t address, std::uint8_t written)> Stored;

@@ -2,8 +2,6 @@
 
 #include "platform/SettingsStore.h"
 
-#include <QStandardPaths>
-
 TestSettings::TestSettings()
 {
     SetSettingsFolder(dir_.path());

@@ -9,7 +9,6 @@ class TestSettings {
 public:
     TestSettings();
     ~TestSettings();
-    QString Folder() const { return dir_.path(); }
     // The INI file that the store writes.
     QString FilePath() const;
 

@@ -20,4 +20,10 @@ struct WorkFolder {
         QFile file(Path(name));
         return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
     }
+    // The file's bytes; "<unreadable>" when it cannot be read.
+    QByteArray Read(const QString& name) const
+    {
+        QFile file(Path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
+    }
 };
