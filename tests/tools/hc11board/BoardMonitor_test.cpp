@@ -71,26 +71,23 @@ private slots:
         QVERIFY(memory.Peek(0xDFFF) == 0x42 && memory.Peek(0x3000) == 0xF0);
     }
 
-    void failingEraseAnswersNakAndKeepsTheFlash()
+    void eraseThatFailsAnswersNakAndOneThatTakesLongAnswersWhenDone()
     {
-        Monitor monitor(MonitorSettings{.eraseFails = true});
-        Send(monitor, ProgramFrame(0xE100, {0x12}));
-        QCOMPARE(Send(monitor, ToBytes(monitor::EraseFrame())), (Bytes{Nak}));
-        QCOMPARE(monitor.Memory().Peek(0xE100), std::uint8_t(0x12));
-    }
+        Monitor failing(MonitorSettings{.eraseFails = true});
+        Send(failing, ProgramFrame(0xE100, {0x12}));
+        QCOMPARE(Send(failing, ToBytes(monitor::EraseFrame())), (Bytes{Nak}));
+        QCOMPARE(failing.Memory().Peek(0xE100), std::uint8_t(0x12));
 
-    void slowEraseAnswersWhenDoneAndIgnoresBytesMeanwhile()
-    {
-        Monitor monitor(MonitorSettings{.eraseMs = 2900});
-        QVERIFY(Send(monitor, ToBytes(monitor::EraseFrame()), 1000).empty());
-        QCOMPARE(monitor.NextDeadlineMs().value_or(0), std::uint64_t(3900));
-        QVERIFY(Send(monitor, ReadFrame(0x0000, 1), 2000).empty());   // busy: lost
-        monitor.Service(3899);
-        QVERIFY(monitor.TakeOutput().empty());
-        monitor.Service(3900);
-        QCOMPARE(monitor.TakeOutput(), AckOnly);
-        QVERIFY(!monitor.NextDeadlineMs());
-        QCOMPARE(Send(monitor, ReadFrame(0xE000, 1), 4000), (Bytes{6, 0xFF, 0x01}));
+        Monitor slow(MonitorSettings{.eraseMs = 2900});
+        QVERIFY(Send(slow, ToBytes(monitor::EraseFrame()), 1000).empty());
+        QCOMPARE(slow.NextDeadlineMs().value_or(0), std::uint64_t(3900));
+        QVERIFY(Send(slow, ReadFrame(0x0000, 1), 2000).empty());   // busy: lost
+        slow.Service(3899);
+        QVERIFY(slow.TakeOutput().empty());
+        slow.Service(3900);
+        QCOMPARE(slow.TakeOutput(), AckOnly);
+        QVERIFY(!slow.NextDeadlineMs());
+        QCOMPARE(Send(slow, ReadFrame(0xE000, 1), 4000), (Bytes{6, 0xFF, 0x01}));
     }
 
     void malformedAndIncompleteFramesGetNoReply()
@@ -198,11 +195,8 @@ private slots:
         // RAM survives a reset; the monitor starts its save area afresh.
         QCOMPARE(Send(monitor, ReadFrame(0x2000, 1)), Reply({PrintProgram[0]}));
         QCOMPARE(Send(monitor, ReadFrame(0x0000, 9)), StepReply(Regs(0, 0, 0, 0, ResetStackPointer)));
-    }
 
-    void runThatReachesTheReturnPointRepliesAsAStep()
-    {
-        Monitor monitor;
+        // A run that reaches the return point replies as a step and listens again.
         Send(monitor, WriteFrame(0x2000, {0x86, 0x31, 0x7E, 0x00, 0x0D}));   // LDAA #$31, JMP $000D
         Send(monitor, ExecuteFrame(Regs(), 0x2000));
         monitor.Run(1000);

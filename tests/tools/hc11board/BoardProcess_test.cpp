@@ -3,6 +3,7 @@
 #include <QtTest>
 
 #include "BoardFrames.h"
+#include "support/BoardProcess.h"
 
 #include <QProcess>
 #include <fcntl.h>
@@ -16,8 +17,6 @@ using namespace boardtest;
 namespace {
 const Bytes Report{'\r', '\n', '>', 'B', 'B', 'B'};
 constexpr int WaitMs = 5000;   // bounds a missing answer; no test measures time with it
-
-QString ProgramPath() { return qEnvironmentVariable("ORVANE_PROGRAM_DIR") + "/hc11board"; }
 
 void MakeRaw(int fd)
 {
@@ -42,26 +41,14 @@ Bytes ReadBytes(int fd, std::size_t count, int quietMs = WaitMs)
     return in;
 }
 
-// One board process and the host's end of its line.
-struct Board {
-    explicit Board(const QStringList& arguments = {})
-    {
-        process.start(ProgramPath(), arguments);
-        if (process.waitForStarted(WaitMs))
-            while (!process.canReadLine() && process.waitForReadyRead(WaitMs)) {
-            }
-        path = QString::fromLocal8Bit(process.readLine()).trimmed();
-    }
-    ~Board()
-    {
-        Close();
-        process.kill();
-        process.waitForFinished(WaitMs);
-    }
+// The host's end of a board process's line.
+struct Board : BoardProcess {
+    using BoardProcess::BoardProcess;
+    ~Board() { Close(); }
     // Opens the line and waits until the program has seen the host: the first exchange answers.
     bool Connect()
     {
-        fd = ::open(path.toLocal8Bit().constData(), O_RDWR | O_NOCTTY);
+        fd = ::open(DevicePath().toLocal8Bit().constData(), O_RDWR | O_NOCTTY);
         if (fd >= 0)
             MakeRaw(fd);
         return fd >= 0 && Exchange(ReadFrame(0xE000, 1), 3) == Bytes{6, 0xFF, 0x01};
@@ -78,16 +65,14 @@ struct Board {
     }
     void Command(const char* line)
     {
-        process.write(line);
-        process.waitForBytesWritten(WaitMs);
+        Process().write(line);
+        Process().waitForBytesWritten(WaitMs);
     }
     bool EndedCleanly()
     {
-        return process.waitForFinished(WaitMs) && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+        return Process().waitForFinished(WaitMs) && Process().exitStatus() == QProcess::NormalExit
+            && Process().exitCode() == 0;
     }
-
-    QProcess process;
-    QString path;
     int fd = -1;
 };
 } // namespace
@@ -98,7 +83,7 @@ private slots:
     void writeThenAFreeRunUntilAResetLineThenTheHostCloses()
     {
         Board board;
-        QVERIFY(board.path.startsWith("/dev/pts/"));
+        QVERIFY(board.DevicePath().startsWith("/dev/pts/"));
         QVERIFY(board.Connect());
         QCOMPARE(board.Exchange(WriteFrame(0x2100, EchoProgram), 1), Bytes{6});
         QVERIFY(ReadBytes(board.fd, 1, 100).empty());   // nothing comes behind a reply
@@ -120,10 +105,10 @@ private slots:
         QVERIFY(board.Connect());
         QCOMPARE(board.Exchange(WriteFrame(0x3000, {0x42}), 1), Bytes{6});
         board.Close();
-        QVERIFY(!board.process.waitForFinished(300));
+        QVERIFY(!board.Process().waitForFinished(300));
         QVERIFY(board.Connect());
         QCOMPARE(board.Exchange(ReadFrame(0x3000, 1), 3), (Bytes{6, 0x42, 0xBE}));
-        board.process.terminate();
+        board.Process().terminate();
         QVERIFY(board.EndedCleanly());
     }
 
@@ -134,28 +119,28 @@ private slots:
         QCOMPARE(openpty(&host, &device, name, nullptr, nullptr), 0);
         MakeRaw(host);
         Board board({"--device", name});
-        QCOMPARE(board.path, QString::fromLocal8Bit(name));
+        QCOMPARE(board.DevicePath(), QString::fromLocal8Bit(name));
         QVERIFY(ReadBytes(host, 1, 200).empty());   // nothing unasked
         const Bytes frame = ReadFrame(0x0000, 9);
         QCOMPARE(::write(host, frame.data(), frame.size()), ssize_t(frame.size()));
         QCOMPARE(ReadBytes(host, 11), StepReply(Regs(0, 0, 0, 0, 0x00FF)));
-        board.process.terminate();
+        board.Process().terminate();
         QVERIFY(board.EndedCleanly());
         ::close(host);
         ::close(device);
     }
 
-    void badCommandLineIsRefused()
+    void unusableCommandLineOrDeviceEndsTheProgram()
     {
-        QProcess process;
-        process.start(ProgramPath(), {"--step-budget", "lots"});
-        QVERIFY(process.waitForFinished(WaitMs));
-        QCOMPARE(process.exitCode(), 2);
-        QVERIFY(process.readAllStandardError().contains("--step-budget needs a whole number"));
-        process.start(ProgramPath(), {"--device", "/nonexistent/tty"});
-        QVERIFY(process.waitForFinished(WaitMs));
-        QCOMPARE(process.exitCode(), 1);
-        QVERIFY(process.readAllStandardOutput().isEmpty());
+        // Bad options exit with 2 (their reasons are the options test's), an unusable device with 1.
+        const std::pair<QStringList, int> rows[] = {{{"--step-budget", "lots"}, 2}, {{"--device", "/nonexistent/tty"}, 1}};
+        for (const auto& [arguments, code] : rows) {
+            Board board(arguments);
+            QVERIFY(board.DevicePath().isEmpty());
+            board.Process().waitForFinished(WaitMs);   // if it has not ended already
+            QCOMPARE(board.Process().state(), QProcess::NotRunning);
+            QCOMPARE(board.Process().exitCode(), code);
+        }
     }
 };
 
