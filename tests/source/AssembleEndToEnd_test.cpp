@@ -1,4 +1,5 @@
-// From source to a stepping target on the real main window, in simulator mode and on hc11board.
+// From source to a stepping target on the real main window. The target is the
+// simulator: downloads and steps on the board are the download and debugger tests'.
 #include <QtTest>
 
 #include "code/frmDisAsm.h"
@@ -9,7 +10,6 @@
 #include "source/frmEditor.h"
 #include "source/SourceRecords.h"
 #include "source/frmError.h"
-#include "support/BoardProcess.h"
 #include "support/MainFormFixture.h"
 #include "support/WorkFolder.h"
 
@@ -25,7 +25,6 @@ const QByteArray Broken = " ORG $E000\n"
                           " BRA LOOP\n"
                           " ORG $FFFE\n"
                           " FDB START\n";
-
 }  // namespace
 
 class AssembleEndToEndTest : public QObject {
@@ -33,63 +32,12 @@ class AssembleEndToEndTest : public QObject {
 private slots:
     void initTestCase() { SetProgramFolder(qEnvironmentVariable("ORVANE_PROGRAM_DIR")); }
 
-    void simulator()
+    void writeAssembleDownloadAndStep()
     {
         MainFormFixture f;
         SaveSetting("Settings", "SimEnabled", "True");
         frmMain& form = f.Start();
         form.show();
-        WriteAssembleAndStep(form, f);
-    }
-
-    void board()
-    {
-        BoardProcess emulator;
-        QVERIFY(!emulator.DevicePath().isEmpty());
-        MainFormFixture f;
-        frmMain& form = f.StartOn(emulator.DevicePath());
-        form.show();
-        WriteAssembleAndStep(form, f);
-    }
-
-    void errorRowsAndWhereTheyLead()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        WorkFolder folder;
-        folder.Enter();
-        frmError list(&form);
-        QList<int> jumps;
-        list.GoToLine = [&](int line) { jumps << line; };
-
-        // Only a number above 0 before the first colon makes a row.
-        QVERIFY(folder.Write("x.err", "AS11 error report\r\n\n0: no line\nLDAX: no number\nno colon\n"
-                                      "12: twelve\r\n$C: hex twelve: again\n%11:three\n70000: too far\n"));
-        ErrFile = "x.err";
-        list.ErrorShow();
-        QCOMPARE(list.windowTitle(), QString("x.err"));
-        QCOMPARE(list.ErrorCount, std::int16_t(3));
-        QCOMPARE(list.ErrorLines, (std::vector<std::int32_t>{12, 12, 3}));
-        QCOMPARE(list.List->item(1)->text(), QString("$C: hex twelve: again"));
-        QCOMPARE(list.List->currentRow(), 0);
-        list.List->setCurrentRow(2);
-        QTest::keyClick(list.List, Qt::Key_Return);
-        QCOMPARE(jumps, QList<int>{3});
-
-        // A file without rows: nothing to show, and a click goes nowhere.
-        QVERIFY(folder.Write("x.err", "no errors\n"));
-        list.ErrorShow();
-        QCOMPARE(list.ErrorCount, std::int16_t(0));
-        QVERIFY(!list.cmdShow->isEnabled());
-        list.cmdShow_Click();
-        QTest::keyClick(list.List, Qt::Key_Return);
-        QCOMPARE(jumps.size(), 1);
-        ErrFile.clear();
-    }
-
-private:
-    void WriteAssembleAndStep(frmMain& form, MainFormFixture& f)
-    {
         WorkFolder folder;
         folder.Enter();
         QVERIFY(folder.Write("first prog.asm", "; to be written\n"));
@@ -164,6 +112,39 @@ private:
         AsmFile.clear();
         S19File.clear();
         LstFile.clear();
+    }
+
+    void errorRowsAndWhereTheyLead()
+    {
+        WorkFolder folder;
+        folder.Enter();
+        frmError list(nullptr);
+        QList<int> jumps;
+        list.GoToLine = [&](int line) { jumps << line; };
+
+        // Only a number above 0 before the first colon makes a row.
+        QVERIFY(folder.Write("x.err", "AS11 error report\r\n\n0: no line\nLDAX: no number\nno colon\n"
+                                      "12: twelve\r\n$C: hex twelve: again\n%11:three\n70000: too far\n"));
+        ErrFile = "x.err";
+        list.ErrorShow();
+        QCOMPARE(list.windowTitle(), QString("x.err"));
+        QCOMPARE(list.ErrorCount, std::int16_t(3));
+        QCOMPARE(list.ErrorLines, (std::vector<std::int32_t>{12, 12, 3}));
+        QCOMPARE(list.List->item(1)->text(), QString("$C: hex twelve: again"));
+        QCOMPARE(list.List->currentRow(), 0);
+        list.List->setCurrentRow(2);
+        QTest::keyClick(list.List, Qt::Key_Return);
+        QCOMPARE(jumps, QList<int>{3});
+
+        // A file without rows: nothing to show, and a click goes nowhere.
+        QVERIFY(folder.Write("x.err", "no errors\n"));
+        list.ErrorShow();
+        QCOMPARE(list.ErrorCount, std::int16_t(0));
+        QVERIFY(!list.cmdShow->isEnabled());
+        list.cmdShow_Click();
+        QTest::keyClick(list.List, Qt::Key_Return);
+        QCOMPARE(jumps.size(), 1);
+        ErrFile.clear();
     }
 };
 

@@ -3,24 +3,14 @@
 #include <QtTest>
 
 #include "source/AssembleRun.h"
+#include "support/WorkFolder.h"
 
 namespace {
-QByteArray Read(const QString& path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-bool Write(const QString& path, const QByteArray& text)
-{
-    QFile f(path);
-    return f.open(QIODevice::WriteOnly) && f.write(text) == text.size();
-}
-
 // A process that has ended may stay a zombie until someone reaps it.
 bool Alive(int pid)
 {
-    const QByteArray stat = Read(QString("/proc/%1/stat").arg(pid));
+    QFile file(QString("/proc/%1/stat").arg(pid));
+    const QByteArray stat = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     const qsizetype close = stat.lastIndexOf(')');
     return close > 0 && stat.size() > close + 2 && stat[close + 2] != 'Z';
 }
@@ -29,17 +19,17 @@ bool Alive(int pid)
 class AssembleRunTest : public QObject {
     Q_OBJECT
 private:
-    QTemporaryDir program;   // the program's folder: AS11.EXE and ASM.BAT
-    QTemporaryDir sources;
+    WorkFolder program;   // the program's folder: AS11.EXE and ASM.BAT
+    WorkFolder sources;
 
-    QString Src(const QString& name) const { return sources.filePath(name); }
+    QString Src(const QString& name) const { return sources.Path(name); }
 
     // A launcher of our own in place of ASM.BAT.
     void StandIn(const QByteArray& script)
     {
-        const QString path = program.filePath("ASM.BAT");
+        const QString path = program.Path("ASM.BAT");
         QFile::remove(path);
-        QVERIFY(Write(path, "#!/bin/sh\n" + script));
+        QVERIFY(program.Write("ASM.BAT", "#!/bin/sh\n" + script));
         QVERIFY(QFile::setPermissions(path, QFile::permissions(path) | QFile::ExeOwner));
     }
     AssembleRun::Outcome Assemble(AssembleRun& run, const QString& base, int timeoutMs = 10000)
@@ -51,50 +41,50 @@ private slots:
     void init()   // the real pair, fresh for every test
     {
         for (const char* name : {"AS11.EXE", "ASM.BAT"}) {
-            QFile::remove(program.filePath(name));
-            QVERIFY(QFile::copy(qEnvironmentVariable("ORVANE_PROGRAM_DIR") + "/" + name, program.filePath(name)));
+            QFile::remove(program.Path(name));
+            QVERIFY(QFile::copy(qEnvironmentVariable("ORVANE_PROGRAM_DIR") + "/" + name, program.Path(name)));
         }
     }
 
     void programFolderStaysUntouchedAndStaleResultsGo()
     {
         // A run writes nothing in the (read-only) program folder; its work folder and an old error file go.
-        QVERIFY(Write(Src("foo.bar.asm"), " ORG $E000\n NOP\n"));
+        QVERIFY(sources.Write("foo.bar.asm", " ORG $E000\n NOP\n"));
         for (const char* old : {".lst", ".s19", ".err"})
-            QVERIFY(Write(Src(QString("foo.bar") + old), "old"));
-        const QStringList programBefore = QDir(program.path()).entryList(QDir::Files | QDir::Hidden);
+            QVERIFY(sources.Write(QString("foo.bar") + old, "old"));
+        const QStringList programBefore = QDir(program.dir.path()).entryList(QDir::Files | QDir::Hidden);
         QTemporaryDir work;
-        AssembleRun run(program.path(), work.filePath("run"));
+        AssembleRun run(program.dir.path(), work.filePath("run"));
         const AssembleRun::Outcome outcome = Assemble(run, "foo.bar");
         QVERIFY2(outcome.problems.isEmpty(), qPrintable(outcome.problems.join('\n')));
         QVERIFY(outcome.listingArrived && outcome.machineCodeArrived && !outcome.errorsArrived);
-        QVERIFY(Read(Src("foo.bar.lst")).contains("E000 01"));
+        QVERIFY(sources.Read("foo.bar.lst").contains("E000 01"));
         QVERIFY(!QFile::exists(Src("foo.bar.err")));
-        QCOMPARE(QDir(program.path()).entryList(QDir::Files | QDir::Hidden), programBefore);
+        QCOMPARE(QDir(program.dir.path()).entryList(QDir::Files | QDir::Hidden), programBefore);
         QVERIFY(!QFileInfo::exists(work.filePath("run")));
     }
 
     void twoRunsAtOnceKeepTheirOwnFiles()
     {
         // Two IDEs, one source name in two folders with different code.
-        QTemporaryDir otherSources;
-        QVERIFY(Write(Src("prog.asm"), " ORG $E000\n FCB $11\n"));
-        QVERIFY(Write(otherSources.filePath("prog.asm"), " ORG $E000\n FCB $22\n LDAX\n"));
+        WorkFolder otherSources;
+        QVERIFY(sources.Write("prog.asm", " ORG $E000\n FCB $11\n"));
+        QVERIFY(otherSources.Write("prog.asm", " ORG $E000\n FCB $22\n LDAX\n"));
         QTemporaryDir work;
-        AssembleRun first(program.path(), work.filePath("first"));
-        AssembleRun second(program.path(), work.filePath("second"));
+        AssembleRun first(program.dir.path(), work.filePath("first"));
+        AssembleRun second(program.dir.path(), work.filePath("second"));
         AssembleRun::Outcome inner;
         // The second run starts and ends while the first one's batch is out.
         connect(&first, &AssembleRun::Started, this, [&] {
-            const QString o = otherSources.filePath("prog");
+            const QString o = otherSources.Path("prog");
             inner = second.Run(o + ".asm", o + ".lst", o + ".s19", o + ".err");
         });
         const AssembleRun::Outcome outer = Assemble(first, "prog");
         QCOMPARE(outer.status, AssembleRun::Status::Finished);
         QCOMPARE(inner.status, AssembleRun::Status::Finished);
         QVERIFY(!outer.errorsArrived && inner.errorsArrived);
-        QVERIFY(Read(Src("prog.s19")).contains("E00011"));
-        QVERIFY(Read(otherSources.filePath("prog.s19")).contains("E00022"));
+        QVERIFY(sources.Read("prog.s19").contains("E00011"));
+        QVERIFY(otherSources.Read("prog.s19").contains("E00022"));
         QVERIFY(!QFile::exists(Src("prog.err")));
     }
 
@@ -107,13 +97,13 @@ private slots:
     void batchThatNeverEndsIsStoppedAndCleanedUp()
     {
         QFETCH(bool, cancel);
-        const QString sleeperPid = sources.filePath("sleeper.pid");
+        const QString sleeperPid = sources.Path("sleeper.pid");
         // Half a listing, then an assembler that hangs under the batch.
         StandIn("echo partial > 'Temp$$$.lst'\nsleep 60 &\necho $! > '" + sleeperPid.toUtf8() + "'\nwait\n");
-        QVERIFY(Write(Src("hang.asm"), " NOP\n"));
-        QVERIFY(Write(Src("hang.lst"), "the last good listing"));
+        QVERIFY(sources.Write("hang.asm", " NOP\n"));
+        QVERIFY(sources.Write("hang.lst", "the last good listing"));
         QTemporaryDir work;
-        AssembleRun run(program.path(), work.filePath("run"));
+        AssembleRun run(program.dir.path(), work.filePath("run"));
         if (cancel)
             connect(&run, &AssembleRun::Started, &run, &AssembleRun::Cancel);
         const AssembleRun::Outcome outcome = Assemble(run, "hang", cancel ? 60000 : 300);
@@ -124,10 +114,10 @@ private slots:
         else
             QCOMPARE(outcome.problems, QStringList{"ASM.BAT did not finish within 0.3 seconds !"});
         QVERIFY(!outcome.listingArrived);
-        QCOMPARE(Read(Src("hang.lst")), QByteArray("the last good listing"));
+        QCOMPARE(sources.Read("hang.lst"), QByteArray("the last good listing"));
         QVERIFY(!QFileInfo::exists(work.filePath("run")));
         // The assembler under the batch was stopped too.
-        const int sleeper = Read(sleeperPid).trimmed().toInt();
+        const int sleeper = sources.Read("sleeper.pid").trimmed().toInt();
         QVERIFY(sleeper > 0);
         QTRY_VERIFY(!Alive(sleeper));
         QVERIFY(!run.Running());
@@ -149,23 +139,23 @@ private slots:
             {"", "echo 'AS11: cannot write Temp$$$.lst' >&2\n: > 'Temp$$$.$$$'\nexit 2\n", "ok", S::Finished,
              "AS11: cannot write Temp$$$.lst !", false},
         };
-        QVERIFY(Write(Src("ok.asm"), " NOP\n"));
+        QVERIFY(sources.Write("ok.asm", " NOP\n"));
         for (const auto& row : rows) {
-            const QString source = row.source, missing = row.missingTool, hidden = program.filePath("hidden");
+            const QString source = row.source, missing = row.missingTool, hidden = program.Path("hidden");
             if (*row.launcher)
                 StandIn(row.launcher);
             if (!missing.isEmpty())
-                QVERIFY(QFile::rename(program.filePath(missing), hidden));
-            QVERIFY(Write(Src(source + ".lst"), "old"));
+                QVERIFY(QFile::rename(program.Path(missing), hidden));
+            QVERIFY(sources.Write(source + ".lst", "old"));
             QTemporaryDir work;
-            AssembleRun run(program.path(), work.filePath("run"));
+            AssembleRun run(program.dir.path(), work.filePath("run"));
             const AssembleRun::Outcome outcome = Assemble(run, source);
             if (!missing.isEmpty())
-                QVERIFY(QFile::rename(hidden, program.filePath(missing)));
+                QVERIFY(QFile::rename(hidden, program.Path(missing)));
             QCOMPARE(outcome.status, row.status);
             QCOMPARE(outcome.problems.size(), 1);
             QVERIFY2(outcome.problems[0].startsWith(row.problem), qPrintable(outcome.problems[0]));
-            QCOMPARE(Read(Src(source + ".lst")) == "old", row.oldListingKept);
+            QCOMPARE(sources.Read(source + ".lst") == "old", row.oldListingKept);
             QVERIFY(QDir(work.filePath("run")).entryList({"Temp*"}, QDir::Files).isEmpty());
         }
     }

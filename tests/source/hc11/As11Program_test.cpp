@@ -1,6 +1,7 @@
 #include <QtTest>
 
 #include "support/S19Image.h"
+#include "support/WorkFolder.h"
 
 #include <sys/stat.h>
 
@@ -8,24 +9,16 @@
 class As11ProgramTest : public QObject {
     Q_OBJECT
 private:
-    QTemporaryDir work;
+    WorkFolder work;
 
-    QString In(const QString& name) const { return work.filePath(name); }
-    void Write(const QString& name, const QByteArray& text)
-    {
-        QFile f(In(name));
-        QVERIFY(f.open(QIODevice::WriteOnly) && f.write(text) == text.size());
-    }
-    QByteArray Read(const QString& name) const
-    {
-        QFile f(In(name));
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
+    QString In(const QString& name) const { return work.Path(name); }
+    void Write(const QString& name, const QByteArray& text) { QVERIFY(work.Write(name, text)); }
+    QByteArray Read(const QString& name) const { return work.Read(name); }
     // Runs a program in the work folder; gives its exit code, -1 on a crash.
     int Run(const QString& program, const QStringList& arguments = {}, QByteArray* errors = nullptr)
     {
         QProcess p;
-        p.setWorkingDirectory(work.path());
+        p.setWorkingDirectory(work.dir.path());
         p.start(program, arguments);
         if (!p.waitForFinished(60000))
             return -2;
@@ -62,13 +55,13 @@ private slots:
         QVERIFY(said.contains("Temp$$$.asm:3: unknown mnemonic 'FOO'"));
         QCOMPARE(Read("Temp$$$.err"), QByteArray("3: unknown mnemonic 'FOO'\n"));
         const QDateTime marker = QFileInfo(In("Temp$$$.$$$")).lastModified();
-        for (const QString& name : {"Temp$$$.lst", "Temp$$$.s19", "Temp$$$.err", "Temp$$$.$$$"})
-            QVERIFY2(QFile::exists(In(name)) && QFileInfo(In(name)).lastModified() <= marker, qPrintable(name));
+        for (const char* name : {"Temp$$$.lst", "Temp$$$.s19", "Temp$$$.err", "Temp$$$.$$$"})
+            QVERIFY2(QFile::exists(In(name)) && QFileInfo(In(name)).lastModified() <= marker, name);
     }
 
     void sourcesThatAreNoFilesAreRefused()
     {
-        QVERIFY(QDir(work.path()).mkdir("folder.asm"));
+        QVERIFY(QDir(work.dir.path()).mkdir("folder.asm"));
         QVERIFY(mkfifo(qPrintable(In("pipe.asm")), 0600) == 0);   // a read would wait for a writer
         for (const char* source : {"folder.asm", "pipe.asm", "missing.asm"}) {
             QByteArray said;
@@ -86,7 +79,7 @@ private slots:
             big += " LDAA #1\n";
         Write("full.asm", big);
         Write("stale.asm", " NOP\n");
-        QVERIFY(QDir(work.path()).mkpath("stale.err/inside"));
+        QVERIFY(QDir(work.dir.path()).mkpath("stale.err/inside"));
         for (const char* base : {"full", "stale"}) {
             for (const char* extension : {".lst", ".s19"})
                 Write(QString(base) + extension, "last run");
@@ -99,7 +92,7 @@ private slots:
         for (const char* name : {"full.lst", "full.s19", "stale.lst", "stale.s19"})
             QCOMPARE(Read(name), QByteArray("last run"));
         // No half-written file is left behind.
-        QCOMPARE(QDir(work.path()).entryList({"*.lst.*", "*.s19.*", "*.err.*"}, QDir::Files), QStringList());
+        QCOMPARE(QDir(work.dir.path()).entryList({"*.lst.*", "*.s19.*", "*.err.*"}, QDir::Files), QStringList());
     }
 };
 
