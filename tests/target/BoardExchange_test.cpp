@@ -91,6 +91,11 @@ private slots:
         QCOMPARE(threshold, 0);                   // no receive event during an exchange
         QCOMPARE(f.form->MSComm.RThreshold(), 6);
         QCOMPARE(f.form->PanelText(1), QString("HC11 Board: Ready"));
+
+        // The frames that carry registers: "S" with its code, "X" with a jump to the host's PC.
+        const CpuRegisterRecord r{.A = 0x12, .B = 0x34, .IX = 0x5678, .IY = 0x9ABC, .PC = 0xE123, .SP = 0x01F0, .CCR = 0xD5};
+        QCOMPARE(monitor::StepFrame(r, {0x86, 0x42, 0x01, 0x01}), Hex("53 1234 5678 9ABC 01F0 D5 86420101 06"));
+        QCOMPARE(monitor::ExecuteFrame(r), Hex("58 1234 5678 9ABC 01F0 D5 7EE123 4E"));
     }
 
     void ctsLowStopsEveryOperationButTheErase()
@@ -121,29 +126,26 @@ private slots:
         QCOMPARE(f.boxes.boxes[2].caption, CommCaption);
     }
 
-    void badRepliesLeaveTheCopyAloneAndLockNothing_data()
-    {
-        QTest::addColumn<QString>("operation");
-        QTest::addColumn<QByteArray>("reply");
-        QTest::addColumn<int>("delay");
-        QTest::addColumn<QString>("message");
-        const QByteArray good = ReadReply(Hex("010203040506070809"));
-        QTest::newRow("bad sum") << "InStack" << QByteArray(good).replace(3, 1, "\x55") << 0 << InvalidData;
-        QTest::newRow("garbage") << "InStack" << QByteArray("hello world") << 0 << InvalidData;
-        QTest::newRow("one byte too long") << "InStack" << good + "x" << 0 << NoResponse;
-        QTest::newRow("one byte short") << "InStack" << good.left(10) << 0 << NoResponse;
-        QTest::newRow("past the time-out") << "InStack" << good << 150 << NoResponse;
-        QTest::newRow("write NAK") << "OutByte" << Hex("15") << 0 << InvalidData;
-        QTest::newRow("write two ACKs") << "OutByte" << Hex("0606") << 0 << NoResponse;
-        QTest::newRow("program other byte") << "Programm" << Hex("07") << 0 << InvalidData;
-    }
-
     void badRepliesLeaveTheCopyAloneAndLockNothing()
     {
-        QFETCH(QString, operation);
-        QFETCH(QByteArray, reply);
-        QFETCH(int, delay);
-        QFETCH(QString, message);
+        const QByteArray good = ReadReply(Hex("010203040506070809"));
+        const struct { const char* operation; QByteArray reply; int delay; QString message; } rows[] = {
+            {"InStack", QByteArray(good).replace(3, 1, "\x55"), 0, InvalidData},   // bad sum
+            {"InStack", "hello world", 0, InvalidData},
+            {"InStack", good + "x", 0, NoResponse},                                 // one byte too long
+            {"InStack", good.left(10), 0, NoResponse},                              // one byte short
+            {"InStack", good, 150, NoResponse},                                     // past the time-out
+            {"OutByte", Hex("15"), 0, InvalidData},                                 // NAK
+            {"OutByte", Hex("0606"), 0, NoResponse},                                // two ACKs
+            {"Programm", Hex("07"), 0, InvalidData},                                // some other byte
+        };
+        for (const auto& [operation, reply, delay, message] : rows)
+            BadReply(operation, reply, delay, message);
+    }
+
+private:
+    void BadReply(const QString& operation, const QByteArray& reply, int delay, const QString& message)
+    {
         BoardFixture f;
         f.line.SetReplyDelay(std::uint32_t(delay));
         f.line.SetResponder([&](const QByteArray&) { return reply; });
@@ -178,6 +180,7 @@ private slots:
         QCOMPARE(f.form->PanelText(1), QString("HC11 Board: Ready"));
     }
 
+private slots:
     void failedBlockEndsTheMemoryReadKeepingTheBlocksBefore()
     {
         BoardFixture f;
@@ -221,25 +224,21 @@ private slots:
         QCOMPARE(f.line.OpenCount(), 2);
     }
 
-    void eraseReplies_data()
-    {
-        QTest::addColumn<QByteArray>("reply");
-        QTest::addColumn<int>("delay");
-        QTest::addColumn<QString>("message");
-        QTest::addColumn<QString>("caption");
-        QTest::newRow("ACK after 2.9 s") << Hex("06") << 2900 << QString() << QString();
-        QTest::newRow("ACK after 3.1 s") << Hex("06") << 3100 << NoResponse << CommCaption;
-        QTest::newRow("NAK") << Hex("15") << 0 << QString("Erasing Flash failed!")
-                             << QString("Orvane Integrated Development Tools");
-        QTest::newRow("other byte") << Hex("42") << 0 << QString("Invalid data from board !") << CommCaption;
-    }
-
     void eraseReplies()
     {
-        QFETCH(QByteArray, reply);
-        QFETCH(int, delay);
-        QFETCH(QString, message);
-        QFETCH(QString, caption);
+        const struct { QByteArray reply; int delay; QString message, caption; } rows[] = {
+            {Hex("06"), 2900, {}, {}},                         // an ACK in time
+            {Hex("06"), 3100, NoResponse, CommCaption},        // too late
+            {Hex("15"), 0, "Erasing Flash failed!", "Orvane Integrated Development Tools"},
+            {Hex("42"), 0, "Invalid data from board !", CommCaption},
+        };
+        for (const auto& [reply, delay, message, caption] : rows)
+            EraseReply(reply, delay, message, caption);
+    }
+
+private:
+    void EraseReply(const QByteArray& reply, int delay, const QString& message, const QString& caption)
+    {
         BoardFixture f;
         int passes = 0;
         DoEventsAction events([&passes] { ++passes; });
