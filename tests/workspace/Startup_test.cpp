@@ -5,7 +5,6 @@
 #include "platform/ProgramFolder.h"
 #include "platform/SettingsStore.h"
 #include "support/MainFormFixture.h"
-#include "support/PseudoTerminal.h"
 
 #include <QCloseEvent>
 #include <QMdiArea>
@@ -40,8 +39,9 @@ private slots:
         QVERIFY(form.tmrComm.isActive() && !form.tmrRefresh.isActive());
     }
 
-    // No message box in any start case: an absent board is told at the first target operation.
-    void fourStartCases()
+    // No message box in any start case: an absent board is told at the first
+    // target operation. (A real device's cases are the Options test's.)
+    void startCases()
     {
         const struct { const char* simEnabled; bool cts; bool fails; QString panel; } rows[] = {
             {"False", true, false, "HC11 Board: Ready"},
@@ -60,23 +60,6 @@ private slots:
             QCOMPARE(form.PanelText(1), row.panel);
             QCOMPARE(bool(BoardConnected), !row.fails);
             QCOMPARE(f.line.IsOpen(), !row.fails);   // in simulator mode too
-            QVERIFY(f.boxes.boxes.isEmpty());
-        }
-    }
-
-    void startCasesOnADevice()
-    {
-        PseudoTerminal pty;
-        QVERIFY(pty.IsValid());
-        const struct { QString path; const char* simEnabled; QString panel; } rows[] = {
-            {pty.DevicePath(), "False", "HC11 Board: Ready"},
-            {pty.DevicePath(), "True", "Simulator mode"},
-            {"/dev/orvane-no-such-port", "False", PortError},
-        };
-        for (const auto& row : rows) {
-            MainFormFixture f;
-            SaveSetting("Settings", "SimEnabled", row.simEnabled);
-            QCOMPARE(f.StartOn(row.path).PanelText(1), row.panel);
             QVERIFY(f.boxes.boxes.isEmpty());
         }
     }

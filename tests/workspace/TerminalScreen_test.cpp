@@ -25,46 +25,36 @@ QString HexRow(const QString& hex, const QString& chars)
 class TerminalScreenTest : public QObject {
     Q_OBJECT
 private slots:
-    void asciiSteps_data()
-    {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("caret");
-        QTest::newRow("carriage return overwrites") << QByteArray("AB\rX") << "XB" << 1;
-        QTest::newRow("line feed on the last line adds one") << QByteArray("ABC\rA\nZ") << "ABC\nZ" << 5;
-        QTest::newRow("line feed in the middle moves only")
-            << QByteArray("ab\ncd\r\x08\r\nX") << "ab\nXd" << 4;
-        QTest::newRow("backspace at 0") << QByteArray("\x08") << "" << 0;
-        QTest::newRow("backspace at a line start keeps the lines") << QByteArray("A\n\x08") << "A\n" << 1;
-        QTest::newRow("backspace blanks") << QByteArray("AB\x08") << "A " << 1;
-        QTest::newRow("backspace then write") << QByteArray("A\nB\x08\x08\x08Z") << "Z\n " << 1;
-        QTest::newRow("tab at column 3") << QByteArray("abc\tX") << "abc     X" << 9;
-        QTest::newRow("tab at column 8") << QByteArray("12345678\tX") << "12345678        X" << 17;
-        QTest::newRow("tab overwrites, never past the line end")
-            << QByteArray("abcdef\nline2\r\x08\r\t") << "        \nline2" << 8;
-        QTest::newRow("form feed clears, next byte at the top") << QByteArray("abc\ndef\x0cZ") << "Z" << 1;
-        QTest::newRow("other control bytes do nothing") << QByteArray("a\x01\x1b\x7f") << "a\x7f" << 2;
-        QTest::newRow("code page 852") << QByteArray("\xc9\xcd\xbb\xa0") << QString::fromUtf8("╔═╗á") << 4;
-    }
     void asciiSteps()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(QString, text);
-        QFETCH(int, caret);
-        TerminalScreen screen;
-        QString mirror;
-        // Byte by byte and all at once give the same screen.
-        for (char b : bytes)
-            mirror = Apply(mirror, screen, screen.Display(QByteArray(1, b)));
-        QCOMPARE(screen.Text(), text);
-        QCOMPARE(screen.Caret(), caret);
-        QCOMPARE(mirror, text);
-        TerminalScreen once;
-        QCOMPARE(Apply(QString(), once, once.Display(bytes)), text);
-        QCOMPARE(once.Caret(), caret);
+        const struct { QByteArray bytes; QString text; int caret; } rows[] = {
+            {"AB\rX", "XB", 1},                                     // carriage return overwrites
+            {"ABC\rA\nZ", "ABC\nZ", 5},                             // line feed on the last line adds one
+            {"ab\ncd\r\x08\r\nX", "ab\nXd", 4},                    // line feed in the middle moves only
+            {"\x08", "", 0}, {"A\n\x08", "A\n", 1},                  // backspace at 0 and at a line start
+            {"AB\x08", "A ", 1}, {"A\nB\x08\x08\x08Z", "Z\n ", 1},   // backspace blanks
+            {"abc\tX", "abc     X", 9}, {"12345678\tX", "12345678        X", 17},
+            {"abcdef\nline2\r\x08\r\t", "        \nline2", 8},       // tab overwrites, never past the line end
+            {"abc\ndef\x0cZ", "Z", 1},                               // form feed clears, next byte at the top
+            {"a\x01\x1b\x7f", "a\x7f", 2},                           // other control bytes do nothing
+            {"\xc9\xcd\xbb\xa0", QString::fromUtf8("╔═╗á"), 4},      // code page 852
+        };
+        for (const auto& row : rows) {
+            TerminalScreen screen;
+            QString mirror;
+            // Byte by byte and all at once give the same screen.
+            for (char b : row.bytes)
+                mirror = Apply(mirror, screen, screen.Display(QByteArray(1, b)));
+            QCOMPARE(screen.Text(), row.text);
+            QCOMPARE(screen.Caret(), row.caret);
+            QCOMPARE(mirror, row.text);
+            TerminalScreen once;
+            QCOMPARE(Apply(QString(), once, once.Display(row.bytes)), row.text);
+            QCOMPARE(once.Caret(), row.caret);
+        }
     }
 
-    void bellBeepsInAsciiOnly()
+    void bellBeepsInAsciiOnlyAndTheSimulatorShowsOneByte()
     {
         TerminalScreen screen;
         int beeps = 0;
@@ -72,6 +62,8 @@ private slots:
         screen.Display("\x07x\x07");
         QCOMPARE(beeps, 2);
         QCOMPARE(screen.Text(), QString("x"));
+        screen.Display("yz", true);   // the simulator's output register holds one byte
+        QCOMPARE(screen.Text(), QString("xy"));
         screen.SetMode(TerminalScreen::Mode::Hex);
         screen.Display("\x07");
         QCOMPARE(beeps, 2);
@@ -101,13 +93,6 @@ private slots:
         screen.SetMode(TerminalScreen::Mode::Hex);
         screen.Display("\n");
         QCOMPARE(screen.Text(), HexRow("0A", "."));
-    }
-
-    void simulatorModeTakesTheFirstByteOnly()
-    {
-        TerminalScreen screen;
-        screen.Display("xyz", true);
-        QCOMPARE(screen.Text(), QString("x"));
     }
 
     // Random traffic in both modes with a small cap: the window's mirror
@@ -156,27 +141,20 @@ private slots:
 
     // What the keys send: the Windows 1250 letters of the key table arrive in
     // code page 852, the edit keys send nothing.
-    void keys_data()
+    void keys()
     {
-        QTest::addColumn<int>("key");
-        QTest::addColumn<bool>("control");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("board");
-        QTest::addColumn<bool>("running");
-        QTest::addColumn<QByteArray>("sent");
-        QTest::newRow("enter") << int(Qt::Key_Return) << false << "\r" << true << false << QByteArray("\r\n");
-        QTest::newRow("backspace") << int(Qt::Key_Backspace) << false << "\b" << true << false << QByteArray("\b");
-        QTest::newRow("enter, simulator") << int(Qt::Key_Return) << false << "\r" << false << true << QByteArray();
-        QTest::newRow("letter, idle") << int(Qt::Key_Q) << false << "q" << true << false << QByteArray();
-        QTest::newRow("letter, running") << int(Qt::Key_Q) << false << "q" << true << true << QByteArray("q");
-        QTest::newRow("letter, simulator") << int(Qt::Key_Q) << false << "q" << false << true << QByteArray();
-        QTest::newRow("control C") << int(Qt::Key_C) << true << "\x03" << true << true << QByteArray();
-        QTest::newRow("control B") << int(Qt::Key_B) << true << "\x02" << true << true << QByteArray("\x02");
-        QTest::newRow("plain C") << int(Qt::Key_C) << false << "c" << true << true << QByteArray("c");
-        QTest::newRow("delete") << int(Qt::Key_Delete) << false << "\x7f" << true << true << QByteArray();
-        QTest::newRow("arrow") << int(Qt::Key_Left) << false << "" << true << true << QByteArray();
-        QTest::newRow("euro") << int(Qt::Key_unknown) << false << QString(QChar(0x20AC)) << true << true
-                              << QByteArray();
+        const struct { int key; bool control; QString text; bool board, running; QByteArray sent; } rows[] = {
+            {Qt::Key_Return, false, "\r", true, false, "\r\n"}, {Qt::Key_Backspace, false, "\b", true, false, "\b"},
+            {Qt::Key_Return, false, "\r", false, true, ""},      // simulator
+            {Qt::Key_Q, false, "q", true, false, ""},             // idle
+            {Qt::Key_Q, false, "q", true, true, "q"}, {Qt::Key_Q, false, "q", false, true, ""},
+            {Qt::Key_C, true, "\x03", true, true, ""}, {Qt::Key_B, true, "\x02", true, true, "\x02"},
+            {Qt::Key_C, false, "c", true, true, "c"}, {Qt::Key_Delete, false, "\x7f", true, true, ""},
+            {Qt::Key_Left, false, "", true, true, ""}, {Qt::Key_unknown, false, QString(QChar(0x20AC)), true, true, ""},
+        };
+        for (const auto& row : rows)
+            QVERIFY2(TerminalKeyBytes(row.key, row.control, row.text, row.board, row.running) == row.sent,
+                     qPrintable(row.text));
         // The key table: Windows 1250 code (as its character) to code page 852.
         const std::pair<char16_t, int> table[] = {
             {u'\u0160', 230}, {u'\u017D', 166}, {u'\u0161', 231}, {u'\u017E', 167}, {u'\u02C7', 243},
@@ -186,18 +164,7 @@ private slots:
             {u'\u00DF', 225}, {u'\u0107', 134}, {u'\u010D', 159}, {u'\u0111', 208}, {u'\u00F7', 246},
             {u'\u02D9', 250}};
         for (auto [c, code] : table)
-            QTest::addRow("U+%04X", unsigned(c)) << int(Qt::Key_unknown) << false << QString(QChar(c)) << true
-                                                 << true << QByteArray(1, char(code));
-    }
-    void keys()
-    {
-        QFETCH(int, key);
-        QFETCH(bool, control);
-        QFETCH(QString, text);
-        QFETCH(bool, board);
-        QFETCH(bool, running);
-        QFETCH(QByteArray, sent);
-        QCOMPARE(TerminalKeyBytes(key, control, text, board, running), sent);
+            QCOMPARE(TerminalKeyBytes(Qt::Key_unknown, false, QString(QChar(c)), true, true), QByteArray(1, char(code)));
     }
 };
 

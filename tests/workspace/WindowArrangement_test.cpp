@@ -76,24 +76,26 @@ private slots:
         QVERIFY(CascadePlacements(0, 10000, 5000, 15, 15).empty());
     }
 
-    // Open windows move by the table at two main-window sizes; a closed one
-    // gets its place written for its next opening; an editor stays put.
-    void arrangeDebuggerMovesOpenWindowsOnly()
+    // Arrange Debugger moves the open debugger windows by the table at two
+    // main-window sizes and writes a closed one's place for its next opening;
+    // the editor commands move editors only. Neither touches the other's windows.
+    void arrangementCommandsMoveTheirOwnWindowsOnly()
     {
         PluggedWindows plugged({"frmStack", "frmRegCPU", "frmWatch", "frmLabel", "frmDisAsm"});
         MainFormFixture f;
         frmMain& form = f.Start();
         form.showNormal();
-        form.NewEditor();
+        for (int i = 0; i < 3; ++i)
+            form.NewEditor();
         QWidget* editorFrame = Frame(LoadedEditors().value(0));
         editorFrame->setGeometry(30, 40, 200, 100);
         for (const char* window : {"frmStack", "frmRegCPU", "frmDisAsm"})
             QVERIFY(form.LoadWindow(window));
         Frame(form.Window("frmStack"))->showMaximized();
+        const QWidget* client = form.mdiArea()->viewport();
         for (const QSize size : {QSize(1100, 700), QSize(600, 500)}) {
             form.resize(size);
             QCoreApplication::processEvents();
-            const QWidget* client = form.mdiArea()->viewport();
             const auto placements =
                 DebuggerPlacements(PixelsToTwipsX(client->width()), PixelsToTwipsY(client->height()));
             form.Menu("mnuWindowArrangeDebugger")->trigger();
@@ -107,22 +109,11 @@ private slots:
             QVERIFY(!form.Window("frmWatch"));
             QCOMPARE(editorFrame->geometry(), QRect(30, 40, 200, 100));
         }
-    }
 
-    void editorCommandsMoveEditorsOnly()
-    {
-        PluggedWindows plugged({"frmStack"});
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        form.resize(900, 600);
-        form.showNormal();
-        QWidget* stack = Frame(form.LoadWindow("frmStack"));
-        stack->setGeometry(10, 20, 150, 120);
-        for (int i = 0; i < 3; ++i)
-            form.NewEditor();
+        QWidget* stack = Frame(form.Window("frmStack"));
+        const QRect stackPlace = stack->geometry();
         Frame(LoadedEditors().value(1))->showMaximized();
         QCoreApplication::processEvents();
-        const QWidget* client = form.mdiArea()->viewport();
         const double W = PixelsToTwipsX(client->width()), H = PixelsToTwipsY(client->height());
         const struct { const char* entry; std::vector<WindowPlacement> expected; } rows[] = {
             {"mnuWindowTileHorizontal", TileHorizontalPlacements(3, W, H)},
@@ -136,7 +127,7 @@ private slots:
                 QVERIFY(!Frame(editors[i])->isMaximized());
                 QCOMPARE(Frame(editors[i])->geometry(), Pixels(row.expected[i]));
             }
-            QCOMPARE(stack->geometry(), QRect(10, 20, 150, 120));
+            QCOMPARE(stack->geometry(), stackPlace);
         }
     }
 };

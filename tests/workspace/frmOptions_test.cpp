@@ -54,19 +54,6 @@ ModalHook OnOptions(std::function<void(frmOptions&)> script, const char* button 
 class OptionsTest : public QObject {
     Q_OBJECT
 private slots:
-    void loadsTheSettingsInUse()
-    {
-        MainFormFixture f;
-        SaveSetting("Settings", "COMPort", "3");
-        SaveSetting("Settings", "ScreenFontBold", "True");
-        SaveSetting("Settings", "ScreenFontItalic", "True");
-        SaveSetting("Settings", "SimEnabled", "True");
-        frmOptions options(f.Start());
-        QCOMPARE(options.cbComPort->currentText() + "|" + options.lbDevice->text(), "COM 3|" + PortDevicePath(3));
-        QVERIFY(options.chSimEnabled->isChecked());
-        QCOMPARE(options.lbEStyle->text() + "|" + options.lbPStyle->text(), QString("Bold Italic|Regular"));
-    }
-
     // Panel 1, the Run entry, button 23 and the mode's menu entries follow the
     // check box, and the port is opened anew at every OK, in both modes.
     void switchToTheSimulatorAndBack()
@@ -101,9 +88,15 @@ private slots:
         QVERIFY(f.boxes.boxes.isEmpty());
     }
 
-    void cancelChangesNothing()
+    // The dialog opens on the settings in use; Cancel changes nothing, fonts
+    // chosen on the way included.
+    void opensOnTheSettingsAndCancelChangesNothing()
     {
         MainFormFixture f;
+        SaveSetting("Settings", "COMPort", "3");
+        SaveSetting("Settings", "ScreenFontBold", "True");
+        SaveSetting("Settings", "ScreenFontItalic", "True");
+        SaveSetting("Settings", "SimEnabled", "True");
         frmMain& form = f.Start();
         form.NewEditor();
         frmEditor* editor = LoadedEditors().value(0);
@@ -111,25 +104,27 @@ private slots:
         const QFont before = editor->Text->font();
         const FontRecord screen = ScreenFont;
         const int opened = f.line.OpenCount();
-        FontAnswer answer({"Courier New", 14, true, false});
+        FontAnswer answer({"Courier New", 14, false, false});
         ModalPlayer player(OnOptions(
             [](frmOptions& o) {
+                QCOMPARE(o.cbComPort->currentText() + "|" + o.lbDevice->text(), "COM 3|" + PortDevicePath(3));
+                QVERIFY(o.chSimEnabled->isChecked());
+                QCOMPARE(o.lbEStyle->text() + "|" + o.lbPStyle->text(), QString("Bold Italic|Regular"));
                 o.cmdESet->click();
                 o.cmdPSet->click();
-                o.chSimEnabled->setChecked(true);
-                o.cbComPort->setCurrentIndex(3);
+                o.chSimEnabled->setChecked(false);
+                o.cbComPort->setCurrentIndex(0);
             },
             "cmdCancel"));
         form.Menu("mnuViewOptions")->trigger();
         QCOMPARE(answer.asked.size(), 2);
-        QCOMPARE(ScreenFont.Size, screen.Size);
-        QCOMPARE(ScreenFont.Bold, screen.Bold);
+        QVERIFY(ScreenFont.Size == screen.Size && ScreenFont.Bold && ScreenFont.Italic);
         QCOMPARE(PrintFont.Size, 8.0f);
-        QCOMPARE(TargetMode, BoardMode);
-        QCOMPARE(COMPort, std::int16_t(2));
+        QCOMPARE(TargetMode, SimulatorMode);
+        QCOMPARE(COMPort, std::int16_t(3));
         QCOMPARE(f.line.OpenCount(), opened);
         QCOMPARE(editor->Text->font(), before);
-        QCOMPARE(form.PanelText(1), QString("HC11 Board: Ready"));
+        QCOMPARE(form.PanelText(1), QString("Simulator mode"));
     }
 
     // The editor's dialog offers fixed-pitch faces, the printer's all; a
