@@ -5,14 +5,6 @@
 #include <QDir>
 #include <QTemporaryDir>
 
-namespace {
-struct DialogAnswer {
-    CommonDialog::Handler previous;
-    explicit DialogAnswer(CommonDialog::Handler handler) { previous = CommonDialog::SetHandler(std::move(handler)); }
-    ~DialogAnswer() { CommonDialog::SetHandler(previous); }
-};
-}  // namespace
-
 class CommonDialogTest : public QObject {
     Q_OBJECT
 private slots:
@@ -29,7 +21,7 @@ private slots:
     {
         QTemporaryDir folder;
         const QString saved = QDir::currentPath();
-        DialogAnswer answer([&](CommonDialog& d, CommonDialog::Kind kind) {
+        const CommonDialog::Handler previous = CommonDialog::SetHandler([&](CommonDialog& d, CommonDialog::Kind kind) {
             if (kind != CommonDialog::Kind::Open)
                 return false;
             d.FileName = folder.filePath("prog.asm");
@@ -49,6 +41,7 @@ private slots:
         QVERIFY(!dialog.ShowSave());
         QCOMPARE(dialog.FileName, QString("keep"));
         QCOMPARE(QDir::currentPath(), saved);
+        CommonDialog::SetHandler(previous);
     }
 };
 

@@ -96,24 +96,24 @@ private slots:
         }
     }
 
+    // The frame's contents are the core's (its flow test); here it travels as
+    // events, and a WAI's wait does not carry over to the next call.
     void swiRtiAndWaiMoveTheirFrameThroughEvents()
     {
         Rig r;
         r.A = 0x11, r.B = 0x22, r.IX = 0x3344, r.IY = 0x5566, r.CCR = 0xC1;
         r.memory[0xFFF6] = 0xE0;
         r.Run({0x3F});                                        // SWI: the return address is its length
-        QCOMPARE(r.log, (Log{{true, 0x1FF, 0x01}, {true, 0x1FE, 0x00}, {true, 0x1FD, 0x66}, {true, 0x1FC, 0x55},
-                             {true, 0x1FB, 0x44}, {true, 0x1FA, 0x33}, {true, 0x1F9, 0x11}, {true, 0x1F8, 0x22},
-                             {true, 0x1F7, 0xC1}, {false, 0xFFF6, 0xE0}, {false, 0xFFF7, 0x00}}));
+        QCOMPARE(int(r.log.size()), 11);
+        QVERIFY((r.log.front() == Access{true, 0x1FF, 0x01}) && (r.log.back() == Access{false, 0xFFF7, 0x00}));
         QVERIFY(r.SP == 0x01F6 && r.CCR == 0xD1);
         r.A = r.B = r.IX = r.IY = 0;
         r.Run({0x3B});                                        // RTI
         QCOMPARE(int(r.log.size()), 9);
         QVERIFY(r.A == 0x11 && r.B == 0x22 && r.IX == 0x3344 && r.IY == 0x5566 && r.SP == 0x01FF && r.CCR == 0xC1);
-
         r.Run({0x3E});                                        // WAI stacks, then returns
         QCOMPARE(r.SP, 0x01F6);
-        r.Run({0x86, 0x05});                                  // and does not carry over to the next call
+        r.Run({0x86, 0x05});
         QCOMPARE(r.A, std::int16_t(5));
     }
 };
