@@ -1,5 +1,20 @@
 #include "platform/QtSerialDevice.h"
 
+#include <cerrno>
+#include <poll.h>
+
+namespace {
+// True when the line at this descriptor has gone: its peer closed, the
+// device was pulled, or the descriptor is no longer valid.
+bool HungUp(int fd)
+{
+    pollfd line{fd, POLLIN, 0};
+    if (::poll(&line, 1, 0) < 0)
+        return errno != EINTR;
+    return (line.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
+}
+}  // namespace
+
 QtSerialDevice::QtSerialDevice(const QString& path)
 {
     port_.setPortName(path);
@@ -11,13 +26,24 @@ QtSerialDevice::QtSerialDevice(const QString& path)
             DataArrived();
     });
     QObject::connect(&port_, &QSerialPort::errorOccurred, [this](QSerialPort::SerialPortError e) {
-        // A vanished peer makes every further read fail; report it once.
-        const bool fatal = e == QSerialPort::ResourceError || e == QSerialPort::ReadError;
-        if (fatal && port_.isOpen() && !lost_) {
-            lost_ = true;
-            if (LineLost)
-                LineLost();
+        if (e != QSerialPort::ResourceError && e != QSerialPort::ReadError)
+            return;
+        if (!port_.isOpen() || lost_)
+            return;
+        if (!HungUp(port_.handle())) {
+            // A read notice whose bytes a poll in between had already taken
+            // reads nothing, and Qt calls that an error (naming whatever errno
+            // was left); as a resource error it even stops reading. The line
+            // is still there: clear it and read on.
+            port_.clearError();
+            if (e == QSerialPort::ResourceError)
+                port_.setReadBufferSize(0);   // turns the read notice back on
+            return;
         }
+        // A vanished peer makes every further read fail; report it once.
+        lost_ = true;
+        if (LineLost)
+            LineLost();
     });
 }
 

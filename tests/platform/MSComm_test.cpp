@@ -126,6 +126,18 @@ private slots:
         QTRY_COMPARE(events.count(), 1);
         QCOMPARE(comm.Input(), QByteArray("BBBBBB"));
 
+        // A handler that runs in the same pass as the line's read notice, and
+        // before it, takes the bytes; the notice then reads nothing, which Qt
+        // reports as an error named after the errno left over (EAGAIN even
+        // stops its reading). The line is still there and announces what follows.
+        QMetaObject::invokeMethod(&comm, [&comm] { comm.InBufferCount(); errno = EAGAIN; }, Qt::QueuedConnection);
+        pty.Write("abc");
+        QTest::qWait(50);
+        QVERIFY(comm.PortOpen());
+        pty.Write("def");
+        QTRY_COMPARE(events.count(), 2);
+        QCOMPARE(comm.Input(), QByteArray("abcdef"));
+
         pty.Close();   // its read errors would come in a loop
         QTRY_VERIFY_WITH_TIMEOUT(!comm.PortOpen(), 2000);
         QCOMPARE(comm.InBufferCount(), 0);
