@@ -67,7 +67,7 @@ int main(int argc, char* argv[])
             QByteArray reply;
             const QByteArray frame = monitor::StepFrame(CpuRegisters, {0x08, monitor::Nop, monitor::Nop, monitor::Nop});
             link.form.Exchange(frame, stepRules, reply);
-            link.form.MSComm.SetRThreshold(6);
+            link.form.MSComm.SetRThreshold(TargetLink::ReceiveThreshold);
         });
     }
     {

@@ -90,9 +90,7 @@ bool InstructionInBuffer(std::int32_t Address)
     const std::int32_t index = Unwrapped(Address) - ProgramBase;
     if (index < 0 || index >= BufferSize)
         return false;
-    const Opcode op = OpcodeAt(index);
-    const int length = op.row ? op.row->length : op.opcodeBytes;
-    return index + length <= BufferSize;
+    return index + LengthOf(OpcodeAt(index)) <= BufferSize;
 }
 
 std::int16_t InstructionLength(std::int32_t Address)

@@ -2,6 +2,7 @@
 
 #include "core/Conversions.h"
 
+#include <QFile>
 #include <QIODevice>
 #include <limits>
 
@@ -157,4 +158,18 @@ void ReadSymbols(QIODevice& device, const std::function<void()>& afterLine)
         if (afterLine)
             afterLine();
     }
+}
+
+ListingLoad LoadListingFile(const QString& path, const std::function<void()>& afterLine)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {false, file.errorString()};
+    try {
+        ReadSymbols(file, afterLine);
+    } catch (const std::exception& error) {
+        // The entries read before the failure stay in the table.
+        return {true, QString::fromLocal8Bit(error.what())};
+    }
+    return {true, {}};
 }

@@ -54,3 +54,10 @@ private:
 // the entries read so far in the table; so does a listing with more counted
 // lines than SymbolCount can number (32767).
 void ReadSymbols(QIODevice& device, const std::function<void()>& afterLine);
+
+// Reading a listing file into SymbolTable by ReadSymbols.
+struct ListingLoad {
+    bool opened = false;   // false: the file could not be opened and the old table stays
+    QString failure;       // why the file could not be opened or read to its end; empty when all went well
+};
+ListingLoad LoadListingFile(const QString& path, const std::function<void()>& afterLine);

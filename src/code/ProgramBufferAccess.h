@@ -36,10 +36,11 @@ inline Opcode OpcodeAt(std::int32_t index)
     return {hc11::FindInstruction(0, first), 1};
 }
 
-// Bytes of the instruction, prefix included; an illegal sequence counts its opcode bytes.
+// Bytes of the instruction, prefix included, from the table; an illegal
+// sequence counts its opcode bytes.
 inline int LengthOf(const Opcode& op)
 {
-    return op.row ? op.opcodeBytes + hc11::OperandBytes(op.row->mode) : op.opcodeBytes;
+    return op.row ? op.row->length : op.opcodeBytes;
 }
 
 inline bool IsBitBranch(hc11::Mode mode)

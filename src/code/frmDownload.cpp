@@ -9,7 +9,6 @@
 #include "views/EntryFields.h"
 #include "workspace/frmMain.h"
 
-#include <QFile>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMdiArea>
@@ -18,21 +17,10 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
-#include <stdexcept>
 
 namespace {
 const QString ReadErrorCaption = QStringLiteral("Orvane - Read Error");
 const QString DownloadErrorCaption = QStringLiteral("Orvane - Download Error");
-
-// A run-time failure of the run: its text goes to the user with " !" behind it.
-struct DownloadFailure : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
-
-[[noreturn]] void Fail(const QString& text)
-{
-    throw DownloadFailure(text.toStdString());
-}
 
 void RaiseActiveChild()
 {
@@ -125,6 +113,22 @@ void frmDownload::Unload()
     done(QDialog::Accepted);
 }
 
+void frmDownload::ShowProgress(int percent)
+{
+    ProgressBar->setValue(percent);
+}
+
+void frmDownload::ShowRecord(std::int32_t address, int count)
+{
+    lbAddress->setText(DownloadAddressText(address));
+    lbSize->setText(DownloadSizeText(count));
+}
+
+void frmDownload::LetEventsRun()
+{
+    DoEvents();   // cmdCancel gets its turn here
+}
+
 frmDownload::Outcome frmDownload::Download()
 {
     DoEvents();   // the window is drawn before the first byte moves
@@ -132,65 +136,23 @@ frmDownload::Outcome frmDownload::Download()
     ProgressBar->setValue(0);
     DownloadCancel = false;
 
-    QFile file(MainForm->Dialog.FileName);
-    try {
-        if (!file.open(QIODevice::ReadOnly))
-            Fail(file.errorString());
-
-        // The simulated erase leaves BoardConnected alone, and a port that
-        // failed at start-up left it false: the simulator is always there.
-        if (TargetMode == SimulatorMode)
-            MainForm->FindBoard();
-        MainForm->FlashErase();
-        if (!BoardConnected) {
-            MsgBox(QStringLiteral("Can't Write to Memory !"), MbOkOnly | MbExclamation, DownloadErrorCaption);
-            file.close();
-            Unload();
-            return Outcome::Failed;
-        }
-
-        EntryAccepted = false;
-        const qint64 length = file.size();
-        int lineNumber = 0;
-        while (!file.atEnd() && !DownloadCancel) {
-            const QByteArray line = file.readLine();
-            ++lineNumber;
-            if (line.isEmpty() && file.error() != QFileDevice::NoError)
-                Fail(file.errorString());
-            ProgressBar->setValue(DownloadProgress(file.pos(), length));
-
-            S1Record record = ReadS1Line(line);
-            if (record.kind == S1Record::Kind::NoData)
-                Fail(QStringLiteral("S1 record without data in line %1").arg(lineNumber));
-            if (record.kind == S1Record::Kind::Good) {
-                // The monitor and the simulator would both wrap into the save area at $0000.
-                if (!S1RecordFits(record))
-                    Fail(QStringLiteral("S1 record past $FFFF in line %1").arg(lineNumber));
-                const auto count = static_cast<std::int16_t>(record.Data.size());
-                lbAddress->setText(DownloadAddressText(record.Address));
-                lbSize->setText(DownloadSizeText(count));
-                MainForm->Programm(record.Address, record.Data, count);
-                if (!BoardConnected)
-                    break;
-                EntryAccepted = true;
-            }
-            DoEvents();   // cmdCancel gets its turn here
-        }
-    } catch (const DownloadFailure& failure) {
-        file.close();
-        MsgBox(QString::fromStdString(failure.what()) + QStringLiteral(" !"), MbOkOnly | MbExclamation,
-               ReadErrorCaption);
+    const DownloadResult result = DownloadMachineCode(MainForm->Link(), MainForm->Dialog.FileName, *this);
+    EntryAccepted = result.written;
+    switch (result.kind) {
+    case DownloadResult::Kind::NoTarget:
+        MsgBox(QStringLiteral("Can't Write to Memory !"), MbOkOnly | MbExclamation, DownloadErrorCaption);
+        Unload();
+        return Outcome::Failed;
+    case DownloadResult::Kind::Failed:
+        MsgBox(result.failure + QStringLiteral(" !"), MbOkOnly | MbExclamation, ReadErrorCaption);
         RaiseActiveChild();
         Unload();
         return Outcome::Failed;
+    case DownloadResult::Kind::Ended: break;
     }
-
-    // Also after a Cancel or a failed record, PC follows the vector in the target.
-    MainForm->InResetVector(CpuRegisters.PC);
     RaiseActiveChild();
     lbAddress->clear();
     lbSize->clear();
-    file.close();
     Unload();
     return Outcome::Ended;
 }

@@ -1,10 +1,11 @@
-// "Download": the modal window that puts a machine-code file into the target.
-// It does its work on its first activation, so it is on the screen before the
-// first byte moves: erase the flash, program every good S1 record in file
-// order, read the reset vector into PC. After a run that wrote something the
-// debugger is set up for the program: breakpoints gone, the CPU, stack and
-// disassembly windows open on PC.
+// "Download": the modal window that shows a download (code/S19Download.h).
+// It starts the run on its first activation, so it is on the screen before
+// the first byte moves. After a run that wrote something the debugger is set
+// up for the program: breakpoints gone, the CPU, stack and disassembly
+// windows open on PC.
 #pragma once
+
+#include "code/S19Download.h"
 
 #include <QDialog>
 
@@ -12,7 +13,7 @@ class QLabel;
 class QProgressBar;
 class QPushButton;
 
-class frmDownload : public QDialog {
+class frmDownload : public QDialog, public DownloadView {
     Q_OBJECT
 public:
     // Downloads the file that MainForm->Dialog.FileName names; the caller sets it.
@@ -33,13 +34,19 @@ public:
     // Escape and the window button count as Cancel while the run goes on.
     void reject() override;
 
+    // The run's view.
+    void ShowProgress(int percent) override;
+    void ShowRecord(std::int32_t address, int count) override;
+    void LetEventsRun() override;
+    bool CancelRequested() const override { return DownloadCancel; }
+
 protected:
     void showEvent(QShowEvent* event) override;
 
 private:
     enum class Outcome { Ended, Failed };
     void Form_Activate();
-    // Erase, the records, the reset vector; the window is unloaded at its end.
+    // The run and its messages; the window is unloaded at its end.
     Outcome Download();
     void Unload();
     bool unloaded_ = false;

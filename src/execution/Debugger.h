@@ -34,6 +34,15 @@ public:
     void EnterFreeRun();
     // Runs the instruction at PC on the target as the step flags say.
     void MakeStep();
+    // The serial control's event (MSComm_OnComm): a CTS change goes to the
+    // panel; a block that ends in the monitor's reset report ends a free run
+    // with PC at the reset vector; the user program's output goes to the terminal.
+    void OnComm();
+    // tmrComm's tick (tmrComm_Timer): during a free run, output shorter than
+    // the receive threshold reaches the terminal after a tick without news.
+    void PassQuietOutput();
+    // The bytes waiting at the last tick; 0 outside a free run.
+    std::int16_t TerminalPassCount = 0;
 
     // True until a Play or Animate loop has made its first step: no
     // breakpoint is tested before it, so a run can leave the one it stands on.

@@ -3,6 +3,8 @@
 // windows; a test implements it with a few counters.
 #pragma once
 
+class QByteArray;
+
 class DebuggerView {
 public:
     virtual ~DebuggerView() = default;
@@ -10,6 +12,8 @@ public:
     // The disassembly page at PC and every open register, stack, watch and
     // peripheral window, read anew from the target.
     virtual void Refresh() = 0;
+    // The same without the disassembly page.
+    virtual void RefreshRun() = 0;
     // Shut the debugger's windows and commands for a run, with Pause on;
     // open them again once the run has stopped.
     virtual void FreezeDisplay() = 0;
@@ -37,4 +41,6 @@ public:
     virtual void ResumeTimers() = 0;
     // Lets pending events run once, so that Pause and a reset report reach the run.
     virtual void LetEventsRun() = 0;
+    // The user program's output during a free run, for the serial terminal.
+    virtual void PassToTerminal(const QByteArray& bytes) = 0;
 };

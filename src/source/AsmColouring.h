@@ -1,12 +1,9 @@
-// Colouring of assembly source in the editors: the parts of a line by kind,
-// and the highlighter that paints them. The text itself is never touched.
+// Colouring of assembly source in the editors: the parts of a line by kind.
+// The editors' painter is workspace/EditorColouring.h.
 #pragma once
 
 #include <QList>
 #include <QString>
-#include <QObject>
-
-class QPlainTextEdit;
 
 enum class AsmPart { Label, Mnemonic, Directive, Number, String, Comment };
 
@@ -21,21 +18,3 @@ struct AsmSpan {
 // symbols in operands, operators) keeps the plain colour. Mnemonics and
 // directives are the assembler's own keywords, aliases included.
 QList<AsmSpan> ColourParts(const QString& line);
-
-// Paints the parts of the lines of a text control in their colours. Lines
-// are coloured as they come into view and again after each change, so that
-// opening a long file does not pay for lines nobody has looked at yet.
-class AsmColourer : public QObject {
-public:
-    explicit AsmColourer(QPlainTextEdit* text);
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
-private:
-    void TextChanged(int from, int removed, int added);
-    void ColourVisibleLines();
-
-    QPlainTextEdit* text_;
-    bool colouring_ = false;
-};

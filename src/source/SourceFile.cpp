@@ -1,6 +1,9 @@
 #include "source/SourceFile.h"
 
+#include "core/Conversions.h"
+
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QStringDecoder>
 
@@ -92,4 +95,31 @@ bool WriteFileSafely(const QString& path, const QByteArray& bytes, QString& erro
         return false;
     }
     return true;
+}
+
+bool SaveSourceText(const QString& path, const QString& text, const SourceEncoding& encoding, QString& error)
+{
+    QByteArray bytes;
+    if (!EncodeSource(text, encoding, bytes)) {
+        error = QStringLiteral("The text holds characters that this file's one-byte encoding cannot store");
+        return false;
+    }
+    return WriteFileSafely(path, bytes, error);
+}
+
+bool SameFile(const QString& a, const QString& b)
+{
+    const QFileInfo first(a), second(b);
+    const QString canonical = first.canonicalFilePath();
+    return canonical.isEmpty() ? first.absoluteFilePath() == second.absoluteFilePath()
+                               : canonical == second.canonicalFilePath();
+}
+
+int SaveFilterIndexOf(const QString& fileName)
+{
+    QString base, extension;
+    SplitFileName(fileName, base, extension);
+    extension = extension.toUpper();
+    return extension == QLatin1String("ASM") ? 1 : extension == QLatin1String("LST") ? 2
+         : extension == QLatin1String("TXT") ? 3 : 4;
 }

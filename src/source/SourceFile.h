@@ -39,3 +39,14 @@ bool WriteFileSafely(const QString& path, const QByteArray& bytes, QString& erro
 enum class SaveStep { Open, Write, Commit };
 using SaveFaultHook = std::function<QString(SaveStep step, const QString& path)>;
 SaveFaultHook SetSaveFaultHook(SaveFaultHook hook);
+
+// The editor's text written to path in the file's encoding by WriteFileSafely;
+// false with what the user is told when a character does not fit the
+// encoding or the write failed.
+bool SaveSourceText(const QString& path, const QString& text, const SourceEncoding& encoding, QString& error);
+
+// a and b name the same file; a file that does not exist yet is compared by its absolute path.
+bool SameFile(const QString& a, const QString& b);
+
+// The Save As filter's entry for a file name: 1 .asm, 2 .lst, 3 .txt, 4 anything else.
+int SaveFilterIndexOf(const QString& fileName);

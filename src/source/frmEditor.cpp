@@ -5,7 +5,7 @@
 #include "platform/Fonts.h"
 #include "platform/MsgBox.h"
 #include "platform/PopupMenu.h"
-#include "source/AsmColouring.h"
+#include "workspace/EditorColouring.h"
 #include "source/EditorRecords.h"
 #include "source/SourceRecords.h"
 #include "source/frmReplace.h"

@@ -1,9 +1,7 @@
-// What the board sends unasked: CTS changes, the monitor's reset report that
-// ends a free run, and the user program's own output for the serial terminal.
-// And the main window's side of the link's reports: its failures as message
-// boxes, its state on panel 1.
+// The main window's side of the link's reports: its failures as message
+// boxes, its state on panel 1; and the user program's output for the serial
+// terminal. What the board sends unasked is the debugger's (Debugger::OnComm).
 #include "core/TargetState.h"
-#include "platform/DoEvents.h"
 #include "platform/MsgBox.h"
 #include "workspace/frmMain.h"
 
@@ -13,7 +11,6 @@ namespace {
 const QString CommCaption = QStringLiteral("Orvane - Communication Error");
 // A message without a subject of its own carries the application's title.
 const QString ApplicationTitle = QStringLiteral("Orvane Integrated Development Tools");
-const QByteArray ResetReport = QByteArrayLiteral("BBB");
 }  // namespace
 
 void frmMain::LinkFailed(LinkFailure failure, const QString& detail)
@@ -71,43 +68,4 @@ void frmMain::PassToTerminal(const QByteArray& bytes)
 {
     if (Menu("mnuViewSerialTerminal")->isChecked() && SerialTerminalDisplay)
         SerialTerminalDisplay(bytes);
-}
-
-void frmMain::MSComm_OnComm()
-{
-    const int event = MSComm.CommEvent();
-    if (event == ::MSComm::comEvCTS)
-        BoardStatus();
-    if (event == ::MSComm::comEvReceive) {
-        QByteArray block = MSComm.Input();
-        // The monitor announces a reset with three "B"s: they must end this block.
-        if (block.endsWith(ResetReport)) {
-            BoardConnected = true;
-            InResetVector(CpuRegisters.PC);
-            ThawDisplay();
-            StatusSuffix = "";
-            BoardStatus();
-            DoEvents();
-            BoardRunning = false;
-            RefreshRun();
-            StatusSuffix = " (Reset)";
-            BoardStatus();
-            block.chop(ResetReport.size());
-        }
-        if (!block.isEmpty())
-            PassToTerminal(block);
-    }
-    ClockCount = 0;
-}
-
-void frmMain::tmrComm_Timer()
-{
-    if (TargetMode != BoardMode || !BoardRunning) {
-        TerminalPassCount = 0;
-        return;
-    }
-    // Output shorter than the receive threshold reaches the terminal after a quiet tick.
-    if (MSComm.InBufferCount() == TerminalPassCount && TerminalPassCount != 0)
-        PassToTerminal(MSComm.Input());
-    TerminalPassCount = static_cast<std::int16_t>(MSComm.InBufferCount());
 }

@@ -30,11 +30,8 @@ void frmMain::ShowPCRow()
 
 void frmMain::RedrawAtPC()
 {
-    if (!IsOpen(DisAsm))
-        return;
-    QWidget* disAsm = Window(DisAsm);
-    CallWindow(disAsm, "mnuRefresh");
-    CallWindow(disAsm, "mnuGoToPCAddress");
+    if (ViewShown(TargetView::Code))
+        RefreshView(TargetView::Code);
 }
 
 void frmMain::ToggleCursorBreakpoint()

@@ -1,14 +1,16 @@
 // The main window and hub: it owns the child windows, the menus, the toolbar,
 // the status bar, the timers and the target link (target/TargetLink.h), whose
-// failures and state it shows as the link's LinkReports. Its methods live
-// with their subsystems: start-up and shut-down in workspace/Startup.cpp,
-// the board's unasked events in workspace/BoardEvents.cpp, the refresh cycle
-// in execution/RefreshCycle.cpp, the debugger's view in
-// workspace/DebuggerWindows.cpp, menus and toolbar in workspace/.
+// failures and state it shows as the link's LinkReports. It is the view of
+// the engine's debugger and refresh cycle, and its command handlers forward
+// to the engine's code; all of them live in workspace/: start-up and
+// shut-down in Startup.cpp, the link's reports in BoardEvents.cpp, the
+// refresh views in DisplayRefresh.cpp, the debugger's view in
+// DebuggerWindows.cpp, the File and Edit commands in *Commands.cpp.
 #pragma once
 
 #include "execution/Debugger.h"
 #include "execution/DebuggerView.h"
+#include "execution/RefreshCycle.h"
 #include "platform/CommonDialog.h"
 #include "platform/WindowPlacement.h"
 #include "target/TargetLink.h"
@@ -32,11 +34,12 @@ class SourceDocuments;
 class frmError;
 class frmEditor;
 
-class frmMain : public QMainWindow, public LinkReports, public DebuggerView {
+class frmMain : public QMainWindow, public LinkReports, public DebuggerView, public RefreshViews {
     Q_OBJECT
     // First of all members: the forwards below refer into it.
     TargetLink link_{*this};
     Debugger debugger_{link_, *this};
+    RefreshCycle refresh_{link_, *this};
 
 public:
     explicit frmMain(QWidget* parent = nullptr);
@@ -115,10 +118,10 @@ public:
     }
     IoUnitHooks*& IoUnitWindow = link_.IoUnitWindow;
 
-    // ---- The board's unasked events (workspace/BoardEvents.cpp) -----------------
-    void MSComm_OnComm();
-    void tmrComm_Timer();
-    std::int16_t TerminalPassCount = 0;
+    // ---- The board's unasked events: forwards to Debug() ------------------------
+    void MSComm_OnComm() { debugger_.OnComm(); }
+    void tmrComm_Timer() { debugger_.PassQuietOutput(); }
+    std::int16_t& TerminalPassCount = debugger_.TerminalPassCount;
     // The link's reports: message boxes and panel 1.
     void LinkFailed(LinkFailure failure, const QString& detail) override;
     void LinkStateChanged(LinkState state) override;
@@ -127,16 +130,19 @@ public:
     // The serial terminal's Display: set by the terminal window while it is
     // loaded. Bytes go to it only while mnuViewSerialTerminal is checked.
     std::function<void(const QByteArray&)> SerialTerminalDisplay;
-    void PassToTerminal(const QByteArray& bytes);
+    void PassToTerminal(const QByteArray& bytes) override;
 
-    // ---- Refresh cycle (execution/RefreshCycle.cpp) -------------------------
+    // ---- Refresh cycle: forwards to the engine's RefreshCycle -----------------
+    // The tool windows as its views (workspace/DisplayRefresh.cpp).
+    bool ViewShown(TargetView view) override;
+    void RefreshView(TargetView view) override;
     void ClockCountUpdate();
     // Disassembly page at PC, then everything of RefreshRun.
-    void Refresh() override;
+    void Refresh() override { refresh_.Refresh(); }
     // Registers, stack, watches and peripheral windows that are open.
-    void RefreshRun();
+    void RefreshRun() override { refresh_.RefreshRun(); }
     // Fills RegisterBlock from the target's 64 bytes at $1000.
-    void ReadRegisterBlock();
+    void ReadRegisterBlock() { refresh_.ReadRegisterBlock(); }
     // Shut the debugger's windows and commands for a run, and reopen them.
     void FreezeDisplay() override;
     void ThawDisplay() override;
@@ -215,7 +221,7 @@ public:
     int HelpContextOf(const QString& name) const;
     void SetHelpContext(const QString& name, int context);
 
-    // ---- Symbols from listings (code/LoadSymbols.cpp) -----------------------
+    // ---- Symbols from listings (workspace/SymbolCommands.cpp) ----------------
     // Rebuilds SymbolTable from the listing that Dialog.FileName names and
     // shows the result in panel 3; failures go to "Orvane - Read Error".
     void LoadSymbols();
@@ -233,7 +239,7 @@ public:
     // The reload rule, at SymbolsLoaded.
     void WatchSymbolsReloaded();
 
-    // ---- Download (code/Download.cpp, code/frmDownload.cpp) -----------------
+    // ---- Download (workspace/DownloadCommands.cpp, code/frmDownload.cpp) -----
     // The File menu entry: S19File if that file exists (nothing if it has
     // gone), else the open dialog; then ClockCount starts again from 0.
     void mnuFileDownload_Click();
@@ -241,7 +247,7 @@ public:
     // the menu entry's way.
     void FileDownload();
 
-    // ---- Assemble (source/AssembleCommand.cpp) -------------------------------
+    // ---- Assemble (workspace/AssembleCommands.cpp, source/AssembleFile.h) ----
     // The editor documents; nullptr while there are none to ask.
     SourceDocuments* Documents = nullptr;
     // ok false when the user declines to save the active document's changes.
@@ -252,9 +258,11 @@ public:
     // The run on AsmFile: results beside the source, symbols loaded, the
     // error list when there are errors.
     void FileAssemble();
+    // The error list, loaded first if needed, shows ErrFile.
+    void ShowErrorList();
     // The error list while it is loaded, else nullptr.
     frmError* ErrorList() const;
-    // ---- Documents (source/FileCommands.cpp, source/EditCommands.cpp) -------
+    // ---- Documents (workspace/FileCommands.cpp, workspace/EditCommands.cpp) --
     void NewEditor();
     // Reads a file into a new editor and shows it; nullptr if it could not
     // be read, which "Orvane - Read Error" tells.
@@ -278,7 +286,7 @@ public:
     void mnuEditFindNext_Click();
     void mnuEditReplace_Click();
     void mnuEditGoToLine_Click();
-    // ---- Printing (source/Printing.cpp) --------------------------------------
+    // ---- Printing (workspace/PrintCommands.cpp) -------------------------------
     // What is printed: the active document's title and text. The editors set
     // the provider; it answers nothing while no document is active, and the
     // print commands then do nothing.

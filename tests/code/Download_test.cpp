@@ -1,12 +1,14 @@
-// Download in simulator mode: the line reader, skipped and refused records,
-// Cancel, and the file closed on every way out.
+// Download: the line reader, the run over the simulator's link with skipped
+// and refused records and Cancel, and the download window on the main window.
 #include <QtTest>
 
+#include "code/S19Download.h"
 #include "code/S1Record.h"
 #include "code/frmDownload.h"
 #include "core/TargetState.h"
 #include "platform/SettingsStore.h"
 #include "source/SourceRecords.h"
+#include "support/DebuggerFixture.h"
 #include "support/DoEventsAction.h"
 #include "support/FakeToolWindow.h"
 #include "support/MainFormFixture.h"
@@ -37,6 +39,30 @@ bool HeldOpen(const QString& path)
             return true;
     return false;
 }
+
+// The run on its own: the simulator's link, a view that records, the file in a work folder.
+struct EngineRun : DownloadView {
+    DebuggerFixture f{true};
+    WorkFolder folder;
+    QStringList records;
+    int passes = 0;
+    int cancelAtPass = -1;   // Cancel comes in at this event pass
+
+    explicit EngineRun(const QByteArray& file)
+    {
+        folder.Write("prog.s19", file);
+        CpuRegisters.PC = 0x1234;
+        TargetMemory.fill(0x5A);
+    }
+    DownloadResult Go() { return DownloadMachineCode(f.link, folder.Path("prog.s19"), *this); }
+    void ShowProgress(int) override {}
+    void ShowRecord(std::int32_t address, int count) override
+    {
+        records << DownloadAddressText(address) + ' ' + DownloadSizeText(count);
+    }
+    void LetEventsRun() override { ++passes; }
+    bool CancelRequested() const override { return passes == cancelAtPass; }
+};
 
 // Stand-in CPU, stack and disassembly windows; S19File names "prog.s19" in the work folder.
 struct Session {
@@ -100,6 +126,66 @@ private slots:
         QCOMPARE(DownloadProgress(qint64(3) << 30, qint64(4) << 30), 75);   // no 32-bit overflow
     }
 
+    void filesWithoutGoodRecordsOnlyErase()
+    {
+        std::mt19937 random(11);
+        QByteArray garbage;
+        for (int i = 0; i < 20000; ++i)
+            garbage += char(random());
+        garbage.replace('S', 'x');   // so that no line is a record
+        for (const QByteArray& file : {"S00600004844521B\n\ns1040010EB00\nS2080100000102030400\n" +
+                                           S1(0x0100, {0x11}, 1) + "S9030000FC\n",
+                                       garbage}) {
+            EngineRun run(file);
+            const DownloadResult result = run.Go();
+            QVERIFY(result.kind == DownloadResult::Kind::Ended && !result.written);
+            QCOMPARE(TargetMemory[0xE000], std::uint8_t(0xFF));
+            QCOMPARE(TargetMemory[0x0100], std::uint8_t(0x5A));
+            QCOMPARE(CpuRegisters.PC, 0xFFFF);   // the erased vector
+        }
+    }
+
+    void badRecordsAreSkippedAndTheRunGoesOn()
+    {
+        QByteArray lowerCase = S1(0x0120, {0xAB, 0xCD});
+        lowerCase.replace("ABCD", "abcd");
+        EngineRun run(S1(0x0100, {0x11, 0x22}) + S1(0x0110, {0x33}, 1) + lowerCase + "S1050130AA\n" + "S1FF\n" +
+                      QByteArray("S1\xFF\x00\x01\n", 6) + S1(0x0140, {0x44}) + S1(0x0101, {0x99}));
+        const DownloadResult result = run.Go();
+        QVERIFY(result.kind == DownloadResult::Kind::Ended && result.written);
+        QCOMPARE(run.records, QStringList({"Address = $0100 2 bytes", "Address = $0140 1 byte",
+                                           "Address = $0101 1 byte"}));
+        QCOMPARE(TargetMemory[0x0100], std::uint8_t(0x11));
+        QCOMPARE(TargetMemory[0x0101], std::uint8_t(0x99));   // a later record overwrites
+        for (int skipped : {0x0110, 0x0120, 0x0130, 0x0000})   // a short line writes no zeros
+            QCOMPARE(TargetMemory[skipped], std::uint8_t(0x5A));
+        QCOMPARE(TargetMemory[0x0140], std::uint8_t(0x44));
+    }
+
+    void refusedRecordsAndCancelEndTheRun()
+    {
+        const std::pair<QByteArray, const char*> refused[] = {
+            {"S1030000FC\n", "S1 record without data in line 2"},
+            {S1(0xFFFF, {0x01, 0x02}), "S1 record past $FFFF in line 2"}};
+        for (const auto& [line, message] : refused) {
+            EngineRun run(S1(0x0100, {0x11}) + line + S1(0x0200, {0x22}) + S1(0xFFFE, {0xE0, 0x00}));
+            const DownloadResult result = run.Go();
+            QVERIFY(result.kind == DownloadResult::Kind::Failed && !result.written);
+            QCOMPARE(result.failure, QString(message));
+            QCOMPARE(TargetMemory[0x0100], std::uint8_t(0x11));   // written before stays
+            QCOMPARE(TargetMemory[0x0200], std::uint8_t(0x5A));
+            QCOMPARE(TargetMemory[0x0000], std::uint8_t(0x5A));   // nothing wrapped round
+            QCOMPARE(CpuRegisters.PC, 0x1234);
+        }
+        // Cancel after the first line: the rest stays erased, PC has the vector, and nothing counts as written.
+        EngineRun run(S1(0xFFFE, {0xE0, 0x10}) + S1(0xE010, {0x01}) + S1(0xE011, {0x02}));
+        run.cancelAtPass = 1;
+        const DownloadResult result = run.Go();
+        QVERIFY(result.kind == DownloadResult::Kind::Ended && !result.written);
+        QCOMPARE(TargetMemory[0xE010], std::uint8_t(0xFF));
+        QCOMPARE(CpuRegisters.PC, 0xE010);
+    }
+
     void goodRunErasesTheFlashAndBringsTheWindowsUp()
     {
         Session s(S1(0xE000, {0x8E, 0x00, 0xFF}) + S1(0xFFFE, {0xE0, 0x00}));   // the last ends at $FFFF
@@ -121,62 +207,6 @@ private slots:
         QCOMPARE(s.form->ActiveWindow(), s.form->Window("frmDisAsm"));
     }
 
-    void filesWithoutGoodRecordsOnlyErase()
-    {
-        std::mt19937 random(11);
-        QByteArray garbage;
-        for (int i = 0; i < 20000; ++i)
-            garbage += char(random());
-        garbage.replace('S', 'x');   // so that no line is a record
-        for (const QByteArray& file : {"S00600004844521B\n\ns1040010EB00\nS2080100000102030400\n" +
-                                           S1(0x0100, {0x11}, 1) + "S9030000FC\n",
-                                       garbage}) {
-            Session s(file);
-            s.form->mnuFileDownload_Click();
-            QVERIFY(s.f.boxes.boxes.isEmpty());
-            QCOMPARE(TargetMemory[0xE000], std::uint8_t(0xFF));
-            QCOMPARE(TargetMemory[0x0100], std::uint8_t(0x5A));
-            QCOMPARE(CpuRegisters.PC, 0xFFFF);   // the erased vector
-            s.ExpectOldProgramKept();
-        }
-    }
-
-    void badRecordsAreSkippedAndTheRunGoesOn()
-    {
-        QByteArray lowerCase = S1(0x0120, {0xAB, 0xCD});
-        lowerCase.replace("ABCD", "abcd");
-        Session s(S1(0x0100, {0x11, 0x22}) + S1(0x0110, {0x33}, 1) + lowerCase + "S1050130AA\n" +
-                  "S1FF\n" + QByteArray("S1\xFF\x00\x01\n", 6) + S1(0x0140, {0x44}) + S1(0x0101, {0x99}));
-        s.form->mnuFileDownload_Click();
-
-        QVERIFY(s.f.boxes.boxes.isEmpty());
-        QCOMPARE(TargetMemory[0x0100], std::uint8_t(0x11));
-        QCOMPARE(TargetMemory[0x0101], std::uint8_t(0x99));   // a later record overwrites
-        for (int skipped : {0x0110, 0x0120, 0x0130, 0x0000})   // a short line writes no zeros
-            QCOMPARE(TargetMemory[skipped], std::uint8_t(0x5A));
-        QCOMPARE(TargetMemory[0x0140], std::uint8_t(0x44));
-        QCOMPARE(s.form->PanelText(2), QString("Program: prog.s19"));
-    }
-
-    void refusedRecordsEndTheRunAndKeepTheState()
-    {
-        const std::pair<QByteArray, const char*> cases[] = {
-            {"S1030000FC\n", "S1 record without data in line 2 !"},
-            {S1(0xFFFF, {0x01, 0x02}), "S1 record past $FFFF in line 2 !"}};
-        for (const auto& [line, message] : cases) {
-            Session s(S1(0x0100, {0x11}) + line + S1(0x0200, {0x22}) + S1(0xFFFE, {0xE0, 0x00}));
-            s.form->mnuFileDownload_Click();
-            QCOMPARE(s.f.boxes.boxes.size(), 1);
-            QCOMPARE(s.f.boxes.boxes[0].text, QString(message));
-            QCOMPARE(s.f.boxes.boxes[0].caption, QString("Orvane - Read Error"));
-            QCOMPARE(TargetMemory[0x0100], std::uint8_t(0x11));   // written before stays
-            QCOMPARE(TargetMemory[0x0200], std::uint8_t(0x5A));
-            QCOMPARE(TargetMemory[0x0000], std::uint8_t(0x5A));   // nothing wrapped round
-            QCOMPARE(CpuRegisters.PC, 0x1234);
-            s.ExpectOldProgramKept();
-        }
-    }
-
     void unreadableFileIsAReadErrorBeforeTheErase()
     {
         Session s("");
@@ -184,11 +214,12 @@ private slots:
         frmDownload::ShowModal();
         QCOMPARE(s.f.boxes.boxes.size(), 1);
         QVERIFY(s.f.boxes.boxes[0].text.endsWith("directory !"));
+        QCOMPARE(s.f.boxes.boxes[0].caption, QString("Orvane - Read Error"));
         QCOMPARE(TargetMemory[0xE000], std::uint8_t(0x5A));
         s.ExpectOldProgramKept();
     }
 
-    void cancelStopsAtTheNextLine()
+    void theWindowsCancelAndEscapeStopTheRun()
     {
         for (const bool escape : {false, true}) {
             Session s(S1(0xFFFE, {0xE0, 0x10}) + S1(0xE010, {0x01}) + S1(0xE011, {0x02}));
@@ -199,8 +230,7 @@ private slots:
             });
             s.form->mnuFileDownload_Click();
             QCOMPARE(passes, 2);
-            QCOMPARE(TargetMemory[0xE010], std::uint8_t(0xFF));   // erased all the same
-            QCOMPARE(CpuRegisters.PC, 0xE010);   // the vector, read after the Cancel
+            QCOMPARE(TargetMemory[0xE011], std::uint8_t(0xFF));   // not written
             s.ExpectOldProgramKept();
         }
     }

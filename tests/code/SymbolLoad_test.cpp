@@ -60,13 +60,18 @@ private slots:
         SymbolTable.clear();
         SymbolCount = 0;
         LstFile = "PROG.LST";
+    }
+    void cleanup() { f.reset(); }
+    // The main window, for the tests of the command and the label window.
+    void StartMainWindow()
+    {
         f = std::make_unique<MainFormFixture>();
         f->Start();
     }
-    void cleanup() { f.reset(); }
 
     void menuCommandAsksForAListingAndLoadsIt()
     {
+        StartMainWindow();
         frmLabel* labels = frmLabel::Open();
         int told = 0;
         QObject::connect(f->form.get(), &frmMain::SymbolsLoaded, [&] { ++told; });
@@ -93,6 +98,13 @@ private slots:
         QCOMPARE(int(SymbolCount), 3);
         QCOMPARE(LstFile, QString("blink.lst"));
         QVERIFY(f->boxes.boxes.isEmpty());
+
+        // A file that cannot be opened keeps the old table and panel.
+        f->form->Dialog.FileName = dir.filePath("missing.lst");
+        f->form->LoadSymbols();
+        QCOMPARE(int(SymbolCount), 3);
+        QCOMPARE(f->form->PanelText(3), QString("Symbols: blink.lst"));
+        QCOMPARE(f->boxes.boxes.value(0).caption, QString("Orvane - Read Error"));
     }
 
     void theTableStopsAt32767Entries()
@@ -100,16 +112,15 @@ private slots:
         QStringList lines;
         for (int i = 0; i < 32770; ++i)
             lines << ListingLine(i % 10000, i & 0xFFFF, {"01"}, QStringLiteral("L%1 NOP").arg(i));
-        f->form->Dialog.FileName = WriteListing(dir.path(), "big.lst", lines, "\n");
-        f->form->LoadSymbols();
+        const ListingLoad load = LoadListingFile(WriteListing(dir.path(), "big.lst", lines, "\n"), {});
         QCOMPARE(int(SymbolCount), 32767);
         QCOMPARE(SymbolTable[32766].SymbolLabel, QString("L32766"));
-        QCOMPARE(f->boxes.boxes.size(), 1);
-        QVERIFY(f->boxes.boxes[0].text.startsWith("Overflow"));
+        QVERIFY(load.opened && load.failure.startsWith("Overflow"));
     }
 
     void theLabelWindowSortsAndStoresItsOrder()
     {
+        StartMainWindow();
         // Names and values both out of order, one name twice, one entry without a label.
         SymbolTable = {{0x1010, 1, {0x39}, "delay", "delay RTS"}, {0x0040, 0, {}, "LIMIT", ""},
                        {0x1000, 1, {0x01}, "", "   NOP"}, {0xE000, 0, {}, "BEGIN", ""}, {0x0040, 0, {}, "LIMIT", ""}};

@@ -10,6 +10,7 @@
 #include "execution/Breakpoints.h"
 #include "support/BoardProcess.h"
 #include "support/CpuHarness.h"
+#include "support/DebuggerFixture.h"
 #include "support/DisAsmLooks.h"
 #include "support/MainFormFixture.h"
 #include "support/S19Image.h"
@@ -177,28 +178,27 @@ private slots:
         const CoreRun core = RunOnCore(program, start, end);
         QCOMPARE(core.end.b, 0x10);   // the program itself checks the core: no INCB, no FAIL
         {
-            MainFormFixture f;
-            SaveSetting("Settings", "SimEnabled", "True");
-            RunBitBranches(f.Start(), f, program, core);
+            DebuggerFixture f(true);
+            RunBitBranches(f, program, core);
             if (QTest::currentTestFailed())
                 return;
         }
         BoardProcess emulator;
         QVERIFY(!emulator.DevicePath().isEmpty());
-        MainFormFixture f;
-        RunBitBranches(f.StartOn(emulator.DevicePath()), f, program, core);
+        DebuggerFixture f(emulator.DevicePath());
+        RunBitBranches(f, program, core);
     }
 
 private:
-    void RunBitBranches(frmMain& form, MainFormFixture& f, const std::map<int, std::uint8_t>& program,
-                        const CoreRun& core)
+    // The flow analysis and the steps on the debugger alone, without windows.
+    void RunBitBranches(DebuggerFixture& f, const std::map<int, std::uint8_t>& program, const CoreRun& core)
     {
         std::vector<std::uint8_t> bytes;
         for (const auto& [address, byte] : program)
             bytes.push_back(byte);
         const std::int32_t start = program.begin()->first;
         std::int32_t at = start;
-        form.OutBytes(at, bytes, static_cast<std::int16_t>(bytes.size()));
+        f.link.OutBytes(at, bytes, static_cast<std::int16_t>(bytes.size()));
         QVERIFY(BoardConnected);
         const auto restart = [start] {
             CpuRegisters = CpuRegisterRecord{};
@@ -213,9 +213,9 @@ private:
             QList<std::int32_t> trace;
             while (CpuRegisters.PC != core.end.pc && trace.size() < core.trace.size() + 5) {
                 if (QByteArray(command) == "Step Into")
-                    form.mnuRunStepInto_Click();
+                    f.debugger.StepInto();
                 else
-                    form.mnuRunStepOver_Click();
+                    f.debugger.StepOver();
                 trace << CpuRegisters.PC;
             }
             QVERIFY2(trace == core.trace, command);
@@ -225,10 +225,10 @@ private:
         }
         restart();
         QVERIFY(AddBreakpoint(core.end.pc));
-        form.mnuRunPlay_Click();
+        f.debugger.Play();
         QCOMPARE(HostRegisters(), core.end);
         QCOMPARE(ClockCount, core.cycles);
-        QVERIFY(f.boxes.boxes.isEmpty());
+        QVERIFY(f.reports.failures.isEmpty());
     }
 
     void Snap(QList<Stop>& stops, const QString& where, frmMain& form)

@@ -1,15 +1,12 @@
 // Stepping, the free run and Play in the simulator and on a scripted
-// monitor: the debugger on its own link, and the main window where the
-// board's reset report comes in.
+// monitor: the debugger on its own link, without a main window.
 #include <QtTest>
 
 #include "core/TargetState.h"
 #include "execution/Breakpoints.h"
-#include "platform/SettingsStore.h"
 #include "platform/TickCount.h"
 #include "support/DebuggerFixture.h"
 #include "support/DoEventsAction.h"
-#include "support/MainFormFixture.h"
 #include "support/ScriptedMonitor.h"
 
 #include <initializer_list>
@@ -19,16 +16,6 @@ void Poke(std::array<std::uint8_t, 65536>& memory, std::int32_t address, std::in
 {
     for (int b : bytes)
         memory[address++ & 0xFFFF] = static_cast<std::uint8_t>(b);
-}
-
-frmMain& StartAt2000(MainFormFixture& f, bool simulator)
-{
-    if (simulator)
-        SaveSetting("Settings", "SimEnabled", "True");
-    frmMain& form = f.Start();
-    f.line.TakeWritten();
-    CpuRegisters.PC = 0x2000;
-    return form;
 }
 }  // namespace
 
@@ -125,57 +112,57 @@ private slots:
 
     void pauseLeavesTheWaitAndTheBoardRunsUntilItsReset()
     {
-        MainFormFixture f;
-        ScriptedMonitor board(f);
-        frmMain& form = StartAt2000(f, false);
+        DebuggerFixture f(false);
+        ScriptedMonitor board(f.line);
+        CpuRegisters.PC = 0x2000;
         Poke(board.memory, 0x2000, {0xBD, 0x30, 0x00});   // JSR $3000, which never returns
         Poke(board.memory, 0xFFFE, {0xE0, 0x00});
         board.answerSteps = false;
         {
             DoEventsAction pause([&] {
-                if (form.Menu("mnuRunPause")->isEnabled())
-                    form.Menu("mnuRunPause")->trigger();
+                if (f.view.pauseOn)
+                    f.debugger.Pause();
             });
-            form.mnuRunStepOver_Click();
+            f.debugger.StepOver();
         }
-        QVERIFY(f.boxes.boxes.isEmpty());
+        QVERIFY(f.reports.failures.isEmpty());
         QVERIFY(BoardRunning);
-        QCOMPARE(form.PanelText(1), QString("HC11 Board: Running ..."));
-        QVERIFY(!form.Menu("mnuRunPause")->isEnabled());
-        QVERIFY(!form.Menu("mnuViewRegCPU")->isEnabled());   // still frozen
+        QCOMPARE(f.reports.state, LinkState::Running);
+        QVERIFY(!f.view.pauseOn && f.view.frozen);
 
         f.line.Arrive("\r\nMonitor BBB");
         QTRY_VERIFY(!BoardRunning);
         QCOMPARE(CpuRegisters.PC, 0xE000);
-        QCOMPARE(form.PanelText(1), QString("HC11 Board: Ready (Reset)"));
-        QVERIFY(form.Menu("mnuViewRegCPU")->isEnabled());
+        QCOMPARE(f.reports.state, LinkState::Ready);
+        QCOMPARE(QString(StatusSuffix), QString(" (Reset)"));
+        QVERIFY(!f.view.frozen);
+        QCOMPARE(f.view.refreshRuns, 1);
+        QCOMPARE(f.view.terminal, QByteArray("\r\nMonitor "));   // the report itself is not shown
     }
 
     void aRunWantsOneAckAndPassesTheRestToTheTerminal()
     {
-        MainFormFixture f;
-        ScriptedMonitor board(f);
-        frmMain& form = StartAt2000(f, false);
+        DebuggerFixture f(false);
+        ScriptedMonitor board(f.line);
         board.executeAnswer = QByteArray("\x15", 1);
-        form.RunHC11();
-        QCOMPARE(f.boxes.boxes.value(0).text, QString("Invalid Data from M68HC11 Board !"));
+        f.debugger.RunFree();
+        QCOMPARE(f.reports.failures.value(0).first, LinkFailure::InvalidData);
         QVERIFY(!BoardRunning && !BoardConnected);
 
-        QByteArray shown;
-        form.Menu("mnuViewSerialTerminal")->setChecked(true);
-        form.SerialTerminalDisplay = [&shown](const QByteArray& bytes) { shown += bytes; };
         StatusSuffix = " (Reset)";
         CpuRegisters.PC = 0x2345;
         board.executeAnswer = QByteArray("\x06Hi", 3);
-        form.mnuRunRun_Click();
+        f.debugger.RunFree();
         QCOMPARE(board.executes.last().mid(10, 3), QByteArray("\x7E\x23\x45", 3));
         QVERIFY(BoardRunning);
-        QCOMPARE(form.PanelText(1), QString("HC11 Board: Running ..."));
-        QVERIFY(!form.Menu("mnuRunPause")->isEnabled() && !form.Menu("mnuRunPlay")->isEnabled());
-        QCOMPARE(form.MSComm.RThreshold(), 6);
-        form.tmrComm_Timer();
-        form.tmrComm_Timer();
-        QCOMPARE(shown, QByteArray("Hi"));
+        QCOMPARE(f.reports.state, LinkState::Running);
+        QVERIFY(!f.view.pauseOn && f.view.frozen);
+        QCOMPARE(f.link.MSComm.RThreshold(), TargetLink::ReceiveThreshold);
+        // Less than the threshold: the terminal has it after a tick without news.
+        f.debugger.PassQuietOutput();
+        QVERIFY(f.view.terminal.isEmpty());
+        f.debugger.PassQuietOutput();
+        QCOMPARE(f.view.terminal, QByteArray("Hi"));
         QCOMPARE(QString(StatusSuffix), QString());
     }
 
@@ -224,16 +211,16 @@ private slots:
         QCOMPARE(CpuRegisters.PC, 0x2001);
         QCOMPARE(CpuRegisters.A, 7);
         QVERIFY(!BoardConnected);
-        QCOMPARE(f.link.MSComm.RThreshold(), 6);
+        QCOMPARE(f.link.MSComm.RThreshold(), TargetLink::ReceiveThreshold);
         QVERIFY(RunStopped && !PlayActive && !f.view.pauseOn && !f.view.frozen);
         QCOMPARE(f.reports.state, LinkState::NotResponding);
     }
 
     void aResetReportDuringPlayGoesOnFromTheResetVector()
     {
-        MainFormFixture f;
-        ScriptedMonitor board(f);
-        frmMain& form = StartAt2000(f, false);
+        DebuggerFixture f(false);
+        ScriptedMonitor board(f.line);
+        CpuRegisters.PC = 0x2000;
         Poke(board.memory, 0x2000, {0x20, 0xFE});   // BRA *: the host's work alone
         Poke(board.memory, 0xE000, {0x20, 0xFE});
         Poke(board.memory, 0xFFFE, {0xE0, 0x00});
@@ -246,15 +233,16 @@ private slots:
                     f.line.Arrive("\r\nHC11 Monitor BBB");
                 }
                 if (CpuRegisters.PC == 0xE000)
-                    pauseOnAfterReport = form.Menu("mnuRunPause")->isEnabled();
+                    pauseOnAfterReport = f.view.pauseOn;
             });
-            form.mnuRunPlay_Click();
+            f.debugger.Play();
         }
-        QVERIFY(f.boxes.boxes.isEmpty());
+        QVERIFY(f.reports.failures.isEmpty());
         QCOMPARE(CpuRegisters.PC, 0xE000);
         QVERIFY(pauseOnAfterReport);   // the report thawed the display in the middle of the run
-        QCOMPARE(form.PanelText(1), QString("HC11 Board: Ready (Reset)"));
-        QVERIFY(!form.Menu("mnuRunPause")->isEnabled());
+        QCOMPARE(f.reports.state, LinkState::Ready);
+        QCOMPARE(QString(StatusSuffix), QString(" (Reset)"));
+        QVERIFY(!f.view.pauseOn);
         QVERIFY(board.steps.isEmpty());
     }
 };

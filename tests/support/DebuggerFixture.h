@@ -1,6 +1,7 @@
-// The debugger on its own: a target link on a scripted serial line (or the
-// simulator), fresh target records, and a view that records what the
-// debugger asked of the windows. No main window is built.
+// The debugger on its own: a target link on a scripted serial line, on a
+// real port, or the simulator, fresh target records, the serial control's
+// events going to the debugger, and a view that records what the debugger
+// asked of the windows. No main window is built.
 #pragma once
 
 #include "core/TargetState.h"
@@ -20,11 +21,14 @@ struct RecordedReports : LinkReports {
 };
 
 // Frozen and Pause as the main window would show them, the timers as one
-// switch, and a count of each redraw.
+// switch, a count of each redraw, and what the terminal was given.
 struct RecordedView : DebuggerView {
     bool frozen = false, pauseOn = false, timersOn = true, cpuWindowShown = false;
-    int refreshes = 0, followSteps = 0, clockShown = 0;
+    int refreshes = 0, refreshRuns = 0, followSteps = 0, clockShown = 0;
+    QByteArray terminal;
     void Refresh() override { ++refreshes; }
+    void RefreshRun() override { ++refreshRuns; }
+    void PassToTerminal(const QByteArray& bytes) override { terminal += bytes; }
     void FreezeDisplay() override { frozen = pauseOn = true; }
     void ThawDisplay() override { frozen = false, pauseOn = !RunStopped; }
     void SetPauseEnabled(bool on) override { pauseOn = on; }
@@ -43,6 +47,8 @@ struct RecordedView : DebuggerView {
 struct DebuggerFixture {
     // simulator: TargetMode, else the board on the scripted line, port open.
     explicit DebuggerFixture(bool simulator);
+    // The board on the port at path (a pseudo-terminal of hc11board).
+    explicit DebuggerFixture(const QString& path);
     ~DebuggerFixture();
 
     FakeSerialLine line;
@@ -50,4 +56,7 @@ struct DebuggerFixture {
     RecordedView view;
     TargetLink link{reports};
     Debugger debugger{link, view};
+
+private:
+    DebuggerFixture(bool simulator, const SerialDeviceFactory& device);
 };

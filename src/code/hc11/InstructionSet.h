@@ -28,13 +28,6 @@ enum class Mode : std::uint8_t {
     Relative = 13,
 };
 
-// Operand bytes that follow the opcode in each mode.
-constexpr int OperandBytes(Mode mode)
-{
-    constexpr std::uint8_t bytes[] = {0, 1, 2, 1, 2, 3, 2, 1, 2, 3, 1, 2, 3, 1};
-    return bytes[static_cast<int>(mode)];
-}
-
 // The 138 mnemonics, in alphabetical order. The decoder's spellings: LSL, not
 // ASL; BCC and BCS, not BHS and BLO.
 enum class Mnemonic : std::uint8_t {

@@ -1,5 +1,5 @@
-// The File menu's document commands: New, Open, Close, Save, Save As.
-#include "core/Conversions.h"
+// The File menu's document commands on frmMain: New, Open, Close, Save, Save
+// As. Reading, writing and their encodings are source/SourceFile's.
 #include "platform/MsgBox.h"
 #include "source/EditorRecords.h"
 #include "source/SourceFile.h"
@@ -25,23 +25,6 @@ struct BusyPointer {
     BusyPointer() { QApplication::setOverrideCursor(Qt::WaitCursor); }
     ~BusyPointer() { QApplication::restoreOverrideCursor(); }
 };
-
-int SaveFilterIndexOf(const QString& fileName)
-{
-    QString base, extension;
-    SplitFileName(fileName, base, extension);
-    extension = extension.toUpper();
-    return extension == QLatin1String("ASM") ? 1 : extension == QLatin1String("LST") ? 2
-         : extension == QLatin1String("TXT") ? 3 : 4;
-}
-
-bool SameFile(const QString& a, const QString& b)
-{
-    const QFileInfo first(a), second(b);
-    const QString canonical = first.canonicalFilePath();
-    return canonical.isEmpty() ? first.absoluteFilePath() == second.absoluteFilePath()
-                               : canonical == second.canonicalFilePath();
-}
 
 // Puts a new editor into the main window; Form_Load runs before it shows.
 void ShowEditor(frmMain& main, frmEditor* editor)
@@ -104,16 +87,11 @@ frmEditor* OpenOrActivate(const QString& path, int line)
 
 void frmMain::SaveEditor(frmEditor& editor, bool& ok)
 {
-    QByteArray bytes;
     QString error;
     {
         BusyPointer busy;
-        if (!EncodeSource(editor.PlainText(), editor.Encoding, bytes))
-            error = QStringLiteral("The text holds characters that this file's one-byte encoding cannot store");
-        else
-            WriteFileSafely(editor.EditorName, bytes, error);
+        ok = SaveSourceText(editor.EditorName, editor.PlainText(), editor.Encoding, error);
     }
-    ok = error.isEmpty();
     if (!ok) {
         MsgBox(error + QStringLiteral(" !"), MbExclamation, QStringLiteral("Orvane - Write Error"));
         return;

@@ -1,20 +1,11 @@
 // The two ways into a download on frmMain: the File menu entry, which asks
 // for a file while S19File is empty, and the toolbar button, which takes
 // S19File without asking whenever that file exists.
+#include "code/S19Download.h"
 #include "code/frmDownload.h"
 #include "core/TargetState.h"
 #include "source/SourceRecords.h"
 #include "workspace/frmMain.h"
-
-#include <QFileInfo>
-
-namespace {
-// S19File is a bare name: it is looked for in the current folder.
-bool S19FileExists()
-{
-    return !S19File.isEmpty() && QFileInfo(S19File).isFile();
-}
-}  // namespace
 
 void frmMain::mnuFileDownload_Click()
 {
