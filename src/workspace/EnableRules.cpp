@@ -9,7 +9,7 @@
 //   U     undo and redo available       frmEditor Change, Ctrl+Z, Undo: SetUndoButtons
 //   F     find list has an entry        frmReplace: SetFindNextButton
 //   O     Edit menu opens               mnuEdit's aboutToShow: mnuEdit_Click
-//   T,P   run starts and ends           FreezeDisplay / ThawDisplay (RefreshCycle.cpp)
+//   T,P   run starts and ends           FreezeDisplay / ThawDisplay (DisplayRefresh.cpp)
 //   M     Options dialog closed         frmOptions: TargetModeMenus
 //   W     watch window active, watches  frmWatch: SetEditWatchCommand
 //   R,D,P disassembly window state      frmDisAsm.Menus: DisAsmMenus; its
