@@ -84,16 +84,6 @@ private slots:
         entry->trigger();
         QVERIFY(!entry->isChecked() && !form.Window("frmStack"));
     }
-
-    void aWindowThatFailsItsFirstReadNeverLands()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        BoardConnected = true;
-        form.Menu("mnuViewRegCPU")->trigger();
-        QVERIFY(!form.Menu("mnuViewRegCPU")->isChecked());
-        QVERIFY(!form.IsOpen("frmRegCPU"));
-    }
 };
 
 QTEST_MAIN(RefreshCycleTest)

@@ -25,12 +25,13 @@ PluggedWindows::PluggedWindows(const QStringList& windows) : windows_(windows)
     FakeToolWindow::Log().clear();
     FakeToolWindow::OnCall() = nullptr;
     for (const QString& window : windows_)
-        toolwindows::SetFactory(window, [](frmMain&) -> QWidget* { return new FakeToolWindow; });
+        previous_ << toolwindows::SetFactory(window, [](frmMain&) -> QWidget* { return new FakeToolWindow; });
 }
 
 PluggedWindows::~PluggedWindows()
 {
-    for (const QString& window : windows_)
-        toolwindows::SetFactory(window, nullptr);
+    // The real windows come back for the tests that follow in this process.
+    for (qsizetype i = 0; i < windows_.size(); ++i)
+        toolwindows::SetFactory(windows_[i], previous_[i]);
     FakeToolWindow::OnCall() = nullptr;
 }

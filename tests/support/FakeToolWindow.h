@@ -47,4 +47,5 @@ public:
 
 private:
     QStringList windows_;
+    QList<toolwindows::Factory> previous_;
 };
