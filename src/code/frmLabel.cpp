@@ -7,7 +7,6 @@
 #include "workspace/frmMain.h"
 
 #include <QAction>
-#include <QCloseEvent>
 #include <QHeaderView>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -18,7 +17,6 @@
 
 namespace {
 frmLabel* TheInstance = nullptr;
-const QString Prefix = QStringLiteral("Label");
 const QString SortKey = QStringLiteral("LabelSort");
 constexpr double NameColumnTwips = 780;
 }  // namespace
@@ -38,17 +36,16 @@ frmLabel* frmLabel::Open()
     return qobject_cast<frmLabel*>(MainForm->LoadWindow(QStringLiteral("frmLabel")));
 }
 
-QWidget* CreateLabel(frmMain&)
+QWidget* CreateLabel(frmMain& main)
 {
-    auto* form = new frmLabel;
+    auto* form = new frmLabel(main);
     TheInstance = form;
     return form;
 }
 
-frmLabel::frmLabel(QWidget* parent) : QWidget(parent)
+frmLabel::frmLabel(frmMain& main) : ToolWindow(main, QStringLiteral("Labels"), QStringLiteral("Label"))
 {
     setObjectName(QStringLiteral("frmLabel"));
-    setWindowTitle(QStringLiteral("Labels"));
     setFont(FixedPitchFont(QStringLiteral("Courier New"), 9.75));
 
     ListView = new QTreeWidget(this);
@@ -74,27 +71,17 @@ frmLabel::~frmLabel()
         TheInstance = nullptr;
 }
 
-void frmLabel::Form_Load()
+void frmLabel::Load()
 {
-    LoadPlacement(this, Prefix, MainForm->PlacementDefault(Prefix));
     LabelSortMode = GetTextSetting(SortKey, QString());
     Redraw();
 }
 
 void frmLabel::Form_Unload()
 {
-    if (TheInstance != this)
-        return;   // unloaded already
-    SavePlacement(this, Prefix);
     SaveTextSetting(SortKey, LabelSortMode);
-    MainForm->Menu("mnuViewLabel")->setChecked(false);
-    TheInstance = nullptr;
-}
-
-void frmLabel::closeEvent(QCloseEvent* event)
-{
-    Form_Unload();
-    event->accept();
+    if (TheInstance == this)
+        TheInstance = nullptr;
 }
 
 void frmLabel::Redraw()
@@ -127,7 +114,7 @@ void frmLabel::ListView_RightButton(const QPoint& globalPos)
     MainForm->Menu("mnuPopupSortName")->setChecked(byName);
     MainForm->Menu("mnuPopupSortValue")->setChecked(byValue);
     MainForm->Menu("mnuPopupSortNone")->setChecked(!byName && !byValue);
-    MainForm->MenuOf("mnuPopupSort")->popup(globalPos);
+    main_.MenuOf(QStringLiteral("mnuPopupSort"))->popup(globalPos);
 }
 
 bool frmLabel::eventFilter(QObject* watched, QEvent* event)
@@ -139,5 +126,5 @@ bool frmLabel::eventFilter(QObject* watched, QEvent* event)
             return true;
         }
     }
-    return QWidget::eventFilter(watched, event);
+    return ToolWindow::eventFilter(watched, event);
 }

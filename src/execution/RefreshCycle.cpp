@@ -2,7 +2,7 @@
 // the freeze and thaw of the debugger around a run, the auto-refresh timer,
 // the clock panel and the Debug commands that only forward to frmDisAsm.
 // "Open" is always the View entry's check mark (ToolWindows.h).
-#include "core/BlockChanges.h"
+#include "core/ByteHistory.h"
 #include "core/TargetMoves.h"
 #include "core/TargetState.h"
 #include "workspace/frmMain.h"
@@ -75,7 +75,7 @@ void frmMain::ReadRegisterBlock()
 {
     if (TargetMode == SimulatorMode) {
         std::copy_n(TargetMemory.begin() + RegisterBlockAddress, RegisterBlockSize, RegisterBlock.begin());
-        RegisterBlockChanges.Read(RegisterBlock, TargetMoves);
+        SeenBytes.Seen(RegisterBlockAddress, RegisterBlock);
         return;
     }
     std::int32_t address = RegisterBlockAddress;
@@ -83,7 +83,7 @@ void frmMain::ReadRegisterBlock()
     InBytes(address, block, RegisterBlockSize);
     if (BoardConnected && block.size() == RegisterBlock.size()) {
         std::copy(block.begin(), block.end(), RegisterBlock.begin());
-        RegisterBlockChanges.Read(RegisterBlock, TargetMoves);
+        SeenBytes.Seen(RegisterBlockAddress, RegisterBlock);
     }
 }
 

@@ -1,5 +1,5 @@
 // The CPU register window in simulator mode and on a scripted board, and the
-// register window template as a block window uses it.
+// list window template as a block window uses it.
 #include <QtTest>
 
 #include "core/TargetState.h"
@@ -83,12 +83,12 @@ const RegisterRow PortRows[] = {
     {.name = "PACNT", .address = 0x1027},
 };
 const RegisterWindowKind PortsKind = {
-    "Port Registers", "RegPorts", "mnuViewRegPorts", PortRows, true, &ReadRegisterBlockSource, &RegisterBlockValue,
+    "Port Registers", "RegPorts", PortRows, true, &ReadRegisterBlockSource, &RegisterBlockValue,
 };
 // The window under test in the place of the port window.
 struct PluggedPorts {
     toolwindows::Factory previous =
-        toolwindows::SetFactory("frmRegPorts", [](frmMain&) -> QWidget* { return new RegisterWindow(PortsKind); });
+        toolwindows::SetFactory("frmRegPorts", [](frmMain& main) -> QWidget* { return new RegisterWindow(main, PortsKind); });
     ~PluggedPorts() { toolwindows::SetFactory("frmRegPorts", previous); }
 };
 
@@ -105,9 +105,17 @@ private slots:
     {
         MainFormFixture f;
         frmMain& form = f.Start();
+        form.showNormal();
+        form.resize(1000, 560);
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
         TargetMode = SimulatorMode;
         RegisterWindow* cpu = OpenCpu(form, TargetMemory);
         QCOMPARE(Cells(cpu), (QStringList{"$12", "$34", "$1234", "$5678", "$9ABC", "$E000", "$00FF", "%SX0I000C"}));
+        // At its default place every row is in sight, and no value is cut by the window's edge.
+        QCoreApplication::processEvents();
+        const QRect view = cpu->ListView->viewport()->rect();
+        QVERIFY(view.contains(cpu->ListView->visualItemRect(cpu->ListView->topLevelItem(CCR))));
+        QVERIFY(cpu->ListView->columnWidth(0) + cpu->ValueColumnWidth() <= view.width());
 
         QCOMPARE(EnterValue(cpu, D, "$BEEF"), (QStringList{"D:", "$1234"}));
         QCOMPARE(TargetMemory[0], 0xBE);
