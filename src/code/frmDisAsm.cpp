@@ -16,8 +16,6 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QScrollBar>
 #include <algorithm>
 #include <vector>
@@ -39,12 +37,7 @@ frmDisAsm* frmDisAsm::Instance()
 
 frmDisAsm* frmDisAsm::Open()
 {
-    Q_ASSERT(MainForm);
-    if (TheInstance) {
-        MainForm->mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(TheInstance->parentWidget()));
-        return TheInstance;
-    }
-    return qobject_cast<frmDisAsm*>(MainForm->LoadWindow(QStringLiteral("frmDisAsm")));
+    return qobject_cast<frmDisAsm*>(ToolWindow::Open(QStringLiteral("frmDisAsm")));
 }
 
 QWidget* CreateDisAsm(frmMain& main)
@@ -98,11 +91,6 @@ void frmDisAsm::Form_Unload()
     MainForm->DisAsmUnloaded();
     if (TheInstance == this)
         TheInstance = nullptr;
-}
-
-bool frmDisAsm::IsActiveForm() const
-{
-    return MainForm && MainForm->ActiveWindow() == this;
 }
 
 void frmDisAsm::Form_Activate()

@@ -87,7 +87,6 @@ protected:
 private:
     friend QWidget* CreateDisAsm(frmMain&);
     explicit frmDisAsm(frmMain& main);
-    bool IsActiveForm() const;
     int RowHeight() const;
     // Read for the page keys: InProgram at ProgramBase under PageBusy, then
     // Menus; false (and the screen cleared) when the read failed.

@@ -8,8 +8,6 @@
 
 #include <QAction>
 #include <QHeaderView>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QTreeWidget>
@@ -28,12 +26,7 @@ frmLabel* frmLabel::Instance()
 
 frmLabel* frmLabel::Open()
 {
-    Q_ASSERT(MainForm);
-    if (TheInstance) {
-        MainForm->mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(TheInstance->parentWidget()));
-        return TheInstance;
-    }
-    return qobject_cast<frmLabel*>(MainForm->LoadWindow(QStringLiteral("frmLabel")));
+    return qobject_cast<frmLabel*>(ToolWindow::Open(QStringLiteral("frmLabel")));
 }
 
 QWidget* CreateLabel(frmMain& main)

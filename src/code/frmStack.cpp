@@ -107,7 +107,7 @@ void frmStack::SetCurRow(std::int16_t& Row)
     CurRow = std::min(Row, VisibleRows);
     if (CurRow == 0)
         CurRow = 1;
-    if (main_.ActiveWindow() == this)
+    if (IsActiveForm())
         PaintRow(CurRow, true);
 }
 

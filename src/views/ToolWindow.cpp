@@ -33,6 +33,16 @@ ToolWindow::ToolWindow(frmMain& main, const QString& caption, const QString& pla
     connect(main.mdiArea(), &QMdiArea::subWindowActivated, this, &ToolWindow::SubWindowActivated);
 }
 
+QWidget* ToolWindow::Open(const QString& window)
+{
+    Q_ASSERT(MainForm);
+    QWidget* open = MainForm->Window(window);
+    if (!open)
+        return MainForm->LoadWindow(window);
+    MainForm->mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(open->parentWidget()));
+    return open;
+}
+
 void ToolWindow::Form_Load()
 {
     if (!prefix_.isEmpty())
@@ -74,6 +84,11 @@ void ToolWindow::SubWindowActivated(QMdiSubWindow* sub)
         active_ = false;
         Form_Deactivate();
     }
+}
+
+bool ToolWindow::IsActiveForm() const
+{
+    return MainForm && main_.ActiveWindow() == this;
 }
 
 void ToolWindow::ShowPopup(const char* menu, QWidget* focus, const QPoint& globalPos)

@@ -22,6 +22,10 @@ public:
     // The background of a plain row, the window colour.
     static QColor PlainColour();
 
+    // The open window of that name brought to the front, or else loaded;
+    // nullptr where the window can't be.
+    static QWidget* Open(const QString& window);
+
     // The placement, then Load; LoadWindow calls it once the window sits in its frame.
     Q_INVOKABLE void Form_Load();
 
@@ -34,7 +38,8 @@ protected:
     virtual void Form_Deactivate() {}
     // Before the placement is saved and the View entry's check goes off.
     virtual void Form_Unload() {}
-    bool IsActive() const { return active_; }
+    // The main window's active child is this one now.
+    bool IsActiveForm() const;
 
     // The main window's popup menu at a screen position; the window is
     // activated and focus, the control the menu is about, focused first.
