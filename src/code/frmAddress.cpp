@@ -25,26 +25,14 @@ frmAddress::frmAddress(QWidget* parent) : QDialog(parent)
     txtAdr = new QLineEdit(this);
     txtAdr->setObjectName(QStringLiteral("txtAdr"));
     txtAdr->setMaxLength(18);
-    cmdOK = new QPushButton(QStringLiteral("OK"), this);
-    cmdOK->setObjectName(QStringLiteral("cmdOK"));
-    cmdOK->setDefault(true);
-    cmdCancel = new QPushButton(QStringLiteral("Cancel"), this);
-    cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
 
     auto* layout = new QVBoxLayout(this);
     auto* entry = new QHBoxLayout;
     entry->addWidget(lbAdr);
     entry->addWidget(txtAdr);
     layout->addLayout(entry);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(cmdOK);
-    buttons->addWidget(cmdCancel);
-    layout->addLayout(buttons);
-
-    // Enter in the box reaches cmdOK as the default button, which stops on an empty box.
-    connect(cmdOK, &QPushButton::clicked, this, &frmAddress::cmdOK_Click);
-    connect(cmdCancel, &QPushButton::clicked, this, &frmAddress::reject);
+    // OK stops on an empty box.
+    layout->addLayout(OkCancelRow(*this, cmdOK, cmdCancel, [this] { cmdOK_Click(); }));
     txtAdr->setFocus();
 }
 

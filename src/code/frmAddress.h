@@ -25,5 +25,5 @@ public:
     QPushButton* cmdOK = nullptr;
     QPushButton* cmdCancel = nullptr;
 
-    void cmdOK_Click();
+    virtual void cmdOK_Click();
 };

@@ -8,19 +8,14 @@
 #include "platform/TickCount.h"
 #include "platform/WindowPlacement.h"
 #include "views/EntryFields.h"
+#include "target/TargetLink.h"
 #include "workspace/frmMain.h"
 
 #include <QAction>
-#include <QApplication>
-#include <QCloseEvent>
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QMouseEvent>
-#include <QScreen>
 #include <QScrollBar>
 #include <algorithm>
 #include <vector>
@@ -30,11 +25,9 @@ frmDisAsm* TheInstance = nullptr;
 const QString Prefix = QStringLiteral("DisAsm");
 constexpr double RowTwips = 225;
 constexpr std::uint32_t RefreshPauseMs = 10;
-const char* const RowProperty = "row";
 }  // namespace
 
 const QColor frmDisAsm::BreakpointColour{255, 0, 0};
-const QColor frmDisAsm::CurrentColour{0, 0, 255};
 const QColor frmDisAsm::CurrentBreakColour{255, 0, 255};
 
 frmDisAsm* frmDisAsm::Instance()
@@ -44,46 +37,28 @@ frmDisAsm* frmDisAsm::Instance()
 
 frmDisAsm* frmDisAsm::Open()
 {
-    Q_ASSERT(MainForm);
-    if (TheInstance) {
-        MainForm->mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(TheInstance->parentWidget()));
-        return TheInstance;
-    }
-    return qobject_cast<frmDisAsm*>(MainForm->LoadWindow(QStringLiteral("frmDisAsm")));
+    return qobject_cast<frmDisAsm*>(ToolWindow::Open(QStringLiteral("frmDisAsm")));
 }
 
-QWidget* CreateDisAsm(frmMain&)
+QWidget* CreateDisAsm(frmMain& main)
 {
-    auto* form = new frmDisAsm;
+    auto* form = new frmDisAsm(main);
     TheInstance = form;
     return form;
 }
 
-frmDisAsm::frmDisAsm(QWidget* parent) : QWidget(parent)
+frmDisAsm::frmDisAsm(frmMain& main) : ToolWindow(main, QStringLiteral("Disassembler"), Prefix)
 {
-    setObjectName(QStringLiteral("frmDisAsm"));
-    setWindowTitle(QStringLiteral("Disassembler"));
     setFont(FixedPitchFont(QStringLiteral("Courier New"), 9.75));
     // The window itself takes the keyboard focus: its keys never reach a control.
     setFocusPolicy(Qt::StrongFocus);
     QPalette own = palette();
-    own.setColor(QPalette::Window, WindowColour());
+    own.setColor(QPalette::Window, PlainColour());
     setPalette(own);
     setAutoFillBackground(true);
-
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    const int screenWidth = screen ? screen->virtualSize().width() : 1024;
     for (int i = 1; i <= PageRowCount; ++i) {
-        auto* label = new QLabel(this);
-        label->setObjectName(QStringLiteral("Label%1").arg(i));
-        label->setProperty(RowProperty, i);
-        label->setAutoFillBackground(true);
-        label->setTextFormat(Qt::PlainText);
-        label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-        label->setGeometry(0, (i - 1) * RowHeight(), screenWidth, RowHeight());
-        label->installEventFilter(this);
-        Label[i] = label;
-        SetLook(i, Qt::black, WindowColour());
+        Label[i] = AddRow(i, RowHeight());
+        Label[i]->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     }
     HScroll = new QScrollBar(Qt::Horizontal, this);
     HScroll->setObjectName(QStringLiteral("HScroll"));
@@ -98,11 +73,6 @@ frmDisAsm::~frmDisAsm()
         TheInstance = nullptr;
 }
 
-QColor frmDisAsm::WindowColour() const
-{
-    return QApplication::palette().color(QPalette::Base);
-}
-
 int frmDisAsm::RowHeight() const
 {
     return TwipsToPixelsY(RowTwips);
@@ -110,54 +80,17 @@ int frmDisAsm::RowHeight() const
 
 // ---- Load, unload, activation ----------------------------------------------
 
-void frmDisAsm::Form_Load()
+void frmDisAsm::Load()
 {
-    LoadPlacement(this, Prefix, MainForm->PlacementDefault(Prefix));
-    connect(MainForm->mdiArea(), &QMdiArea::subWindowActivated, this, &frmDisAsm::SubWindowActivated);
     ClearScreen();
     mnuGoToPCAddress();
 }
 
 void frmDisAsm::Form_Unload()
 {
-    if (unloaded_)
-        return;
-    unloaded_ = true;
     MainForm->DisAsmUnloaded();
-    SavePlacement(this, Prefix);
-    MainForm->Menu("mnuViewDisassembler")->setChecked(false);
     if (TheInstance == this)
         TheInstance = nullptr;
-}
-
-void frmDisAsm::closeEvent(QCloseEvent* event)
-{
-    Form_Unload();
-    event->accept();
-}
-
-void frmDisAsm::SubWindowActivated(QMdiSubWindow* window)
-{
-    // The main window may be on its way out and take this one with it.
-    if (unloaded_ || !MainForm)
-        return;
-    auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
-    if (window && window == frame) {
-        if (!active_) {
-            active_ = true;
-            Form_Activate();
-        }
-    } else if (active_ && (window || MainForm->mdiArea()->currentSubWindow() != frame)) {
-        // A null window with this one still current is the application losing
-        // the focus, which leaves the active child as it is.
-        active_ = false;
-        Form_Deactivate();
-    }
-}
-
-bool frmDisAsm::IsActiveForm() const
-{
-    return MainForm && MainForm->ActiveWindow() == this;
 }
 
 void frmDisAsm::Form_Activate()
@@ -184,31 +117,14 @@ void frmDisAsm::Menus()
 
 void frmDisAsm::SetLook(int row, const QColor& text, const QColor& background)
 {
-    QLabel* label = Label[row];
-    const QPalette& now = label->palette();
-    if (now.color(QPalette::Window) == background && now.color(QPalette::WindowText) == text)
-        return;
-    QPalette look = now;
-    look.setColor(QPalette::Window, background);
-    look.setColor(QPalette::WindowText, text);
-    label->setPalette(look);
-}
-
-void frmDisAsm::SetBold(int row, bool bold)
-{
-    QLabel* label = Label[row];
-    if (label->font().bold() == bold)
-        return;
-    QFont font = label->font();
-    font.setBold(bold);
-    label->setFont(font);
+    ToolWindow::SetLook(Label[row], text, background);
 }
 
 void frmDisAsm::Unhighlight(int row)
 {
     const QColor background = RowBackground(row);
     if (background == CurrentColour)
-        SetLook(row, Qt::black, WindowColour());
+        SetLook(row, Qt::black, PlainColour());
     else if (background == CurrentBreakColour)
         SetLook(row, Qt::black, BreakpointColour);
 }
@@ -251,8 +167,8 @@ void frmDisAsm::ClearScreen()
     for (int i = 1; i <= PageRowCount; ++i) {
         PageRows[i - 1].RowText.resize(0);
         Label[i]->clear();
-        SetLook(i, Qt::black, WindowColour());
-        SetBold(i, false);
+        SetLook(i, Qt::black, PlainColour());
+        SetBold(Label[i], false);
     }
     CurRow = 0;
     HScroll->hide();
@@ -261,7 +177,7 @@ void frmDisAsm::ClearScreen()
 void frmDisAsm::ClearMarks()
 {
     for (int i = 1; i <= PageRowCount; ++i)
-        SetBold(i, false);
+        SetBold(Label[i], false);
     if (CurRow >= 1 && CurRow <= PageRowCount)
         Unhighlight(CurRow);
 }
@@ -277,8 +193,8 @@ void frmDisAsm::DisAsmPage()
     DecodePage(TopAddress, switches, PageRows);
     for (int i = 1; i <= PageRowCount; ++i) {
         const PageRow& row = PageRows[i - 1];
-        SetLook(i, Qt::black, row.Breakpoint ? BreakpointColour : WindowColour());
-        SetBold(i, row.AtPC);
+        SetLook(i, Qt::black, row.Breakpoint ? BreakpointColour : PlainColour());
+        SetBold(Label[i], row.AtPC);
     }
     Form_Resize();
     HScroll_Change();
@@ -348,7 +264,7 @@ void frmDisAsm::ReadProgramPC()
 {
     std::int32_t pc = CpuRegisters.PC;
     std::vector<std::uint8_t> bytes;
-    MainForm->InBytes(pc, bytes, static_cast<std::int16_t>(InstructionWindow.size()));
+    link_.InBytes(pc, bytes, static_cast<std::int16_t>(InstructionWindow.size()));
     if (BoardConnected && bytes.size() == InstructionWindow.size())
         std::copy(bytes.begin(), bytes.end(), InstructionWindow.begin());
 }
@@ -356,7 +272,7 @@ void frmDisAsm::ReadProgramPC()
 bool frmDisAsm::ReadPage()
 {
     PageBusy = true;
-    MainForm->InProgram();
+    link_.InProgram();
     PageBusy = false;
     Menus();
     if (!BoardConnected) {
@@ -387,17 +303,17 @@ void frmDisAsm::mnuGoToAddress()
     if (!EntryAccepted)
         return;
     ProgramBase = EntryValue;
-    MainForm->InCPU();
+    link_.InCPU();
     if (BoardConnected)
         ReadProgramPC();
     if (BoardConnected)
-        MainForm->InProgram();
+        link_.InProgram();
     ShowPageAtBase();
 }
 
 void frmDisAsm::mnuGoToPCAddress()
 {
-    MainForm->InCPU();
+    link_.InCPU();
     CpuRegisters.PC &= 0xFFFF;
     if (BoardConnected)
         ReadProgramPC();
@@ -414,7 +330,7 @@ void frmDisAsm::mnuGoToPCAddress()
     }
     if (BoardConnected) {
         ProgramBase = CpuRegisters.PC;
-        MainForm->InProgram();
+        link_.InProgram();
     }
     ShowPageAtBase();
 }
@@ -423,7 +339,7 @@ void frmDisAsm::mnuRefresh()
 {
     if (VisibleRows == 0)
         return;
-    MainForm->InCPU();
+    link_.InCPU();
     if (BoardConnected)
         ReadProgramPC();
     // The board's pause between the two exchanges, with no events let in. The
@@ -434,7 +350,7 @@ void frmDisAsm::mnuRefresh()
     while (GetTickCount() - start < RefreshPauseMs && bound.elapsed() < RefreshPauseMs) {
     }
     if (BoardConnected)
-        MainForm->InProgram();
+        link_.InProgram();
     if (CurRow != 0 && BoardConnected) {
         // The page stays where it is, on the fresh bytes.
         Menus();
@@ -543,52 +459,30 @@ void frmDisAsm::PageUp()
 
 // ---- Mouse and breakpoints -----------------------------------------------------
 
-bool frmDisAsm::eventFilter(QObject* watched, QEvent* event)
+void frmDisAsm::Label_Click(int Index)
 {
-    const QVariant row = watched->property(RowProperty);
-    if (!row.isValid())
-        return QWidget::eventFilter(watched, event);
-    const auto index = static_cast<std::int16_t>(row.toInt());
-    if (event->type() == QEvent::MouseButtonPress) {
-        const auto* press = static_cast<QMouseEvent*>(event);
-        if (press->button() == Qt::LeftButton)
-            Label_Click(index);
-        else
-            Label_MouseDown(index, press->button(), press->globalPosition().toPoint());
-        return true;
-    }
-    if (event->type() == QEvent::MouseButtonDblClick) {
-        if (static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
-            Label_DblClick(index);
-        return true;
-    }
-    return QWidget::eventFilter(watched, event);
-}
-
-void frmDisAsm::Label_Click(std::int16_t Index)
-{
+    std::int16_t row = static_cast<std::int16_t>(Index);
     if (CurRow != 0)
-        SetCurRow(Index);
+        SetCurRow(row);
 }
 
-void frmDisAsm::Label_MouseDown(std::int16_t Index, Qt::MouseButton button, const QPoint& globalPos)
+void frmDisAsm::Label_RightButton(int Index, const QPoint& globalPos)
 {
-    if (button != Qt::RightButton)
-        return;
     setFocus();
+    std::int16_t row = static_cast<std::int16_t>(Index);
     if (CurRow != 0)
-        SetCurRow(Index);
+        SetCurRow(row);
     MainForm->ShowDebugPopup(globalPos);
 }
 
-void frmDisAsm::Label_DblClick(std::int16_t Index)
+void frmDisAsm::Label_DblClick(int Index)
 {
     if (CurRow == 0 || Index < 1 || Index > PageRowCount)
         return;
     switch (ToggleBreakpoint(PageRows[Index - 1].RowAddress)) {
     case BreakpointToggle::Removed:
         MainForm->BreakpointCountChanged();
-        SetLook(Index, Qt::black, WindowColour());
+        SetLook(Index, Qt::black, PlainColour());
         if (Index == CurRow && IsActiveForm())
             SetLook(Index, Qt::white, CurrentColour);
         break;
@@ -596,11 +490,13 @@ void frmDisAsm::Label_DblClick(std::int16_t Index)
         MsgBox(QStringLiteral("  Can't Set Breakpoint !\n (Max. Breakpoints = %1)").arg(MaxBreakpoints),
                MbOkOnly | MbExclamation, QStringLiteral("Orvane - Breakpoint Error"));
         break;
-    case BreakpointToggle::Added:
+    case BreakpointToggle::Added: {
         MainForm->BreakpointCountChanged();
         SetLook(Index, Qt::black, BreakpointColour);
-        SetCurRow(Index);
+        std::int16_t row = static_cast<std::int16_t>(Index);
+        SetCurRow(row);
         break;
+    }
     }
 }
 
@@ -621,7 +517,7 @@ void frmDisAsm::mnuClearAllBreakpoints()
             if (i == CurRow && IsActiveForm())
                 SetLook(i, Qt::white, CurrentColour);
             else
-                SetLook(i, Qt::black, WindowColour());
+                SetLook(i, Qt::black, PlainColour());
         }
     }
     MainForm->BreakpointCountChanged();

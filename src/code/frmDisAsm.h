@@ -9,17 +9,14 @@
 
 #include "code/DisAsmPage.h"
 
-#include <QColor>
-#include <QWidget>
+#include "views/ToolWindow.h"
+
 #include <array>
 #include <cstdint>
 
-class QLabel;
-class QMdiSubWindow;
 class QScrollBar;
-class frmMain;
 
-class frmDisAsm : public QWidget {
+class frmDisAsm : public ToolWindow {
     Q_OBJECT
 public:
     // The window, created, loaded and shown if it isn't open yet; checks
@@ -29,11 +26,9 @@ public:
     static frmDisAsm* Instance();
 
     // The exact colours that record a row's state.
+    // The current row has ToolWindow's CurrentColour, with white text.
     static const QColor BreakpointColour;      // pure red
-    static const QColor CurrentColour;         // pure blue, white text
     static const QColor CurrentBreakColour;    // pure magenta
-    // The window colour: the background of a plain row.
-    QColor WindowColour() const;
 
     // ---- Form fields ------------------------------------------------------
     std::int32_t TopAddress = 0;   // address of row 1
@@ -63,17 +58,15 @@ public:
     void SetCurRow(std::int16_t& Row);
 
     // ---- Events -------------------------------------------------------------
-    void Form_Activate();
-    void Form_Deactivate();
     // Up, Down, Page Up and Page Down move the page; other keys are thrown away.
     void Form_KeyDown(int key);
     void Form_Resize();
     void HScroll_Change();
-    void Label_Click(std::int16_t Index);
+    void Label_Click(int Index) override;
     // Toggles the breakpoint at the row's address.
-    void Label_DblClick(std::int16_t Index);
-    // The right button: the row becomes current and the Debug popup appears.
-    void Label_MouseDown(std::int16_t Index, Qt::MouseButton button, const QPoint& globalPos);
+    void Label_DblClick(int Index) override;
+    // The row becomes current and the Debug popup appears.
+    void Label_RightButton(int Index, const QPoint& globalPos) override;
 
     // A row's look, as drawn: for the run code and the tests.
     QColor RowBackground(int row) const;
@@ -84,18 +77,16 @@ public:
     ~frmDisAsm() override;
 
 protected:
-    Q_INVOKABLE void Form_Load();
-    void closeEvent(QCloseEvent* event) override;
+    void Load() override;
+    void Form_Activate() override;
+    void Form_Deactivate() override;
+    void Form_Unload() override;
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     friend QWidget* CreateDisAsm(frmMain&);
-    explicit frmDisAsm(QWidget* parent = nullptr);
-    void Form_Unload();
-    void SubWindowActivated(QMdiSubWindow* window);
-    bool IsActiveForm() const;
+    explicit frmDisAsm(frmMain& main);
     int RowHeight() const;
     // Read for the page keys: InProgram at ProgramBase under PageBusy, then
     // Menus; false (and the screen cleared) when the read failed.
@@ -106,12 +97,8 @@ private:
     void ScrollUpOne();
     void PageUp();
     void SetLook(int row, const QColor& text, const QColor& background);
-    void SetBold(int row, bool bold);
     // The current row loses its highlight: blue back to plain, magenta back to red.
     void Unhighlight(int row);
-
-    bool active_ = false;     // between Form_Activate and Form_Deactivate
-    bool unloaded_ = false;
 };
 
 // The disassembly window's factory for the main window's tool-window table.

@@ -6,6 +6,7 @@
 #include "platform/ModalDialog.h"
 #include "platform/MsgBox.h"
 #include "source/SourceRecords.h"
+#include "target/TargetLink.h"
 #include "views/EntryFields.h"
 #include "workspace/frmMain.h"
 
@@ -167,7 +168,7 @@ void SetUpDownloadedProgram()
     BreakpointCount = 0;
     main.BreakpointCountChanged();
 
-    main.InCPU();
+    main.Link().InCPU();
     if (!BoardConnected)
         return;
     for (const char* window : {"frmRegCPU", "frmStack"})

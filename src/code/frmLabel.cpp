@@ -7,10 +7,7 @@
 #include "workspace/frmMain.h"
 
 #include <QAction>
-#include <QCloseEvent>
 #include <QHeaderView>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QTreeWidget>
@@ -18,7 +15,6 @@
 
 namespace {
 frmLabel* TheInstance = nullptr;
-const QString Prefix = QStringLiteral("Label");
 const QString SortKey = QStringLiteral("LabelSort");
 constexpr double NameColumnTwips = 780;
 }  // namespace
@@ -30,25 +26,19 @@ frmLabel* frmLabel::Instance()
 
 frmLabel* frmLabel::Open()
 {
-    Q_ASSERT(MainForm);
-    if (TheInstance) {
-        MainForm->mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(TheInstance->parentWidget()));
-        return TheInstance;
-    }
-    return qobject_cast<frmLabel*>(MainForm->LoadWindow(QStringLiteral("frmLabel")));
+    return qobject_cast<frmLabel*>(ToolWindow::Open(QStringLiteral("frmLabel")));
 }
 
-QWidget* CreateLabel(frmMain&)
+QWidget* CreateLabel(frmMain& main)
 {
-    auto* form = new frmLabel;
+    auto* form = new frmLabel(main);
     TheInstance = form;
     return form;
 }
 
-frmLabel::frmLabel(QWidget* parent) : QWidget(parent)
+frmLabel::frmLabel(frmMain& main) : ToolWindow(main, QStringLiteral("Labels"), QStringLiteral("Label"))
 {
     setObjectName(QStringLiteral("frmLabel"));
-    setWindowTitle(QStringLiteral("Labels"));
     setFont(FixedPitchFont(QStringLiteral("Courier New"), 9.75));
 
     ListView = new QTreeWidget(this);
@@ -74,27 +64,17 @@ frmLabel::~frmLabel()
         TheInstance = nullptr;
 }
 
-void frmLabel::Form_Load()
+void frmLabel::Load()
 {
-    LoadPlacement(this, Prefix, MainForm->PlacementDefault(Prefix));
     LabelSortMode = GetTextSetting(SortKey, QString());
     Redraw();
 }
 
 void frmLabel::Form_Unload()
 {
-    if (TheInstance != this)
-        return;   // unloaded already
-    SavePlacement(this, Prefix);
     SaveTextSetting(SortKey, LabelSortMode);
-    MainForm->Menu("mnuViewLabel")->setChecked(false);
-    TheInstance = nullptr;
-}
-
-void frmLabel::closeEvent(QCloseEvent* event)
-{
-    Form_Unload();
-    event->accept();
+    if (TheInstance == this)
+        TheInstance = nullptr;
 }
 
 void frmLabel::Redraw()
@@ -127,7 +107,7 @@ void frmLabel::ListView_RightButton(const QPoint& globalPos)
     MainForm->Menu("mnuPopupSortName")->setChecked(byName);
     MainForm->Menu("mnuPopupSortValue")->setChecked(byValue);
     MainForm->Menu("mnuPopupSortNone")->setChecked(!byName && !byValue);
-    MainForm->MenuOf("mnuPopupSort")->popup(globalPos);
+    main_.MenuOf(QStringLiteral("mnuPopupSort"))->popup(globalPos);
 }
 
 bool frmLabel::eventFilter(QObject* watched, QEvent* event)
@@ -139,5 +119,5 @@ bool frmLabel::eventFilter(QObject* watched, QEvent* event)
             return true;
         }
     }
-    return QWidget::eventFilter(watched, event);
+    return ToolWindow::eventFilter(watched, event);
 }

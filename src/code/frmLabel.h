@@ -4,12 +4,11 @@
 // empty for the order of the listing.
 #pragma once
 
-#include <QWidget>
+#include "views/ToolWindow.h"
 
 class QTreeWidget;
-class frmMain;
 
-class frmLabel : public QWidget {
+class frmLabel : public ToolWindow {
     Q_OBJECT
 public:
     // The window, created, loaded and shown in frmMain's client area if it
@@ -33,16 +32,14 @@ public:
     ~frmLabel() override;
 
 protected:
-    void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
-
-    // Placement and sort order, once the window sits in its MDI frame.
-    Q_INVOKABLE void Form_Load();
+    // The sort order, once the window sits in its MDI frame.
+    void Load() override;
+    void Form_Unload() override;
 
 private:
     friend QWidget* CreateLabel(frmMain&);
-    explicit frmLabel(QWidget* parent = nullptr);
-    void Form_Unload();
+    explicit frmLabel(frmMain& main);
     void SetSortMode(const QString& mode);
 };
 

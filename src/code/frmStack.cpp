@@ -4,54 +4,36 @@
 #include "code/frmAddress.h"
 #include "core/TargetState.h"
 #include "platform/Fonts.h"
-#include "platform/PopupMenu.h"
 #include "platform/WindowPlacement.h"
 #include "views/EntryFields.h"
 #include "views/frmEnterVal.h"
+#include "target/TargetLink.h"
 #include "workspace/frmMain.h"
 
 #include <QAction>
-#include <QCloseEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QMouseEvent>
-#include <QScreen>
 
 #include <algorithm>
 #include <vector>
 
 namespace {
-const QString Prefix = QStringLiteral("Stack");
 constexpr double RowTwips = 225;
-const QColor PureBlue(0, 0, 255);
 }  // namespace
 
-QWidget* CreateStack(frmMain&)
+QWidget* CreateStack(frmMain& main)
 {
-    return new frmStack;
+    return new frmStack(main);
 }
 
-frmStack::frmStack(QWidget* parent) : QWidget(parent)
+frmStack::frmStack(frmMain& main) : ToolWindow(main, QStringLiteral("Stack"), QStringLiteral("Stack"))
 {
-    setWindowTitle(QStringLiteral("Stack"));
     setFocusPolicy(Qt::StrongFocus);   // the window swallows every key itself
-    const QFont font = FixedPitchFont(QStringLiteral("Courier New"), 9.75);
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    const int width = screen ? screen->size().width() : 1024;
-    for (int i = 1; i <= RowCount; ++i) {
-        auto* label = new QLabel(this);
-        label->setObjectName(QStringLiteral("Label%1").arg(i));
-        label->setFont(font);
-        label->setAutoFillBackground(true);
-        label->setGeometry(0, (i - 1) * RowHeight(), width, RowHeight());
-        label->installEventFilter(this);
-        Label[i] = label;
-    }
-    connect(MainForm->mdiArea(), &QMdiArea::subWindowActivated, this, &frmStack::SubWindowActivated);
+    setFont(FixedPitchFont(QStringLiteral("Courier New"), 9.75));
+    for (int i = 1; i <= RowCount; ++i)
+        Label[i] = AddRow(i, RowHeight());
 }
 
 int frmStack::RowHeight() const
@@ -59,37 +41,19 @@ int frmStack::RowHeight() const
     return TwipsToPixelsY(RowTwips);
 }
 
-bool frmStack::IsActive() const
-{
-    return MainForm->ActiveWindow() == this;
-}
-
 void frmStack::PaintRow(int row, bool current)
 {
-    QPalette palette = Label[row]->palette();
-    palette.setColor(QPalette::Window, current ? PureBlue : QGuiApplication::palette().color(QPalette::Base));
-    palette.setColor(QPalette::WindowText, current ? QColor(Qt::white) : QColor(Qt::black));
-    Label[row]->setPalette(palette);
+    SetLook(Label[row], current ? Qt::white : Qt::black, current ? CurrentColour : PlainColour());
 }
 
-// ---- Load and unload ------------------------------------------------------------
-
-void frmStack::Form_Load()
+void frmStack::Load()
 {
-    LoadPlacement(this, Prefix, MainForm->PlacementDefault(Prefix));
     // The rows to show depend on the size the frame has just been given.
     if (QWidget* frame = parentWidget(); frame && frame->layout())
         frame->layout()->activate();
     Form_Resize();
     ClearScreen();
     mnuGoToSPAddress();
-}
-
-void frmStack::closeEvent(QCloseEvent* event)
-{
-    SavePlacement(this, Prefix);
-    MainForm->Menu(QStringLiteral("mnuViewStack"))->setChecked(false);
-    event->accept();
 }
 
 void frmStack::resizeEvent(QResizeEvent* event)
@@ -118,13 +82,8 @@ void frmStack::ClearScreen()
 
 void frmStack::ClearMarks()
 {
-    for (int i = 1; i <= RowCount; ++i) {
-        if (Label[i]->font().bold()) {
-            QFont font = Label[i]->font();
-            font.setBold(false);
-            Label[i]->setFont(font);
-        }
-    }
+    for (int i = 1; i <= RowCount; ++i)
+        SetBold(Label[i], false);
     if (CurRow != 0)
         PaintRow(CurRow, false);
 }
@@ -134,11 +93,7 @@ void frmStack::Redraw()
     for (int i = 1; i <= RowCount; ++i) {
         const std::int32_t address = StackRowAddress(StackViewAddress, i);
         PaintRow(i, false);
-        if (const bool bold = address == CpuRegisters.SP; Label[i]->font().bold() != bold) {
-            QFont font = Label[i]->font();
-            font.setBold(bold);
-            Label[i]->setFont(font);
-        }
+        SetBold(Label[i], address == CpuRegisters.SP);
         const QString text = StackRowText(address, StackViewBuffer[i - 1]);
         if (Label[i]->text() != text)
             Label[i]->setText(text);
@@ -152,7 +107,7 @@ void frmStack::SetCurRow(std::int16_t& Row)
     CurRow = std::min(Row, VisibleRows);
     if (CurRow == 0)
         CurRow = 1;
-    if (IsActive())
+    if (IsActiveForm())
         PaintRow(CurRow, true);
 }
 
@@ -162,7 +117,7 @@ bool frmStack::Read()
 {
     std::int32_t address = StackViewAddress;
     std::vector<std::uint8_t> data;
-    MainForm->InBytes(address, data, RowCount);
+    link_.InBytes(address, data, RowCount);
     if (!BoardConnected || data.size() != StackViewBuffer.size())
         return false;
     std::copy(data.begin(), data.end(), StackViewBuffer.begin());
@@ -208,10 +163,10 @@ void frmStack::mnuEnter()
     if (!EntryAccepted)
         return;
     std::int32_t address = StackRowAddressOf(caption);
-    MainForm->OutByte(address, static_cast<std::uint8_t>(EntryValue));
+    link_.OutByte(address, static_cast<std::uint8_t>(EntryValue));
     // The row changes by the refresh that follows, not by itself.
     if (BoardConnected)
-        MainForm->Refresh();
+        main_.Refresh();
     else
         ClearScreen();
 }
@@ -309,57 +264,20 @@ void frmStack::Label_DblClick(int)
         mnuEnter();
 }
 
-void frmStack::Label_MouseDown(int index, Qt::MouseButton button, const QPoint& globalPos)
+void frmStack::Label_RightButton(int index, const QPoint& globalPos)
 {
-    if (button != Qt::RightButton)
-        return;
-    if (auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget()))
-        MainForm->mdiArea()->setActiveSubWindow(sub);
-    setFocus();
-    QAction* enter = MainForm->Menu(QStringLiteral("mnuPopupStackEnter"));
-    enter->setEnabled(CurRow != 0);
+    main_.Menu(QStringLiteral("mnuPopupStackEnter"))->setEnabled(CurRow != 0);
     if (CurRow != 0) {
         std::int16_t row = static_cast<std::int16_t>(index);
         SetCurRow(row);
     }
-    PopupMenu(MainForm->MenuOf(QStringLiteral("mnuPopupStack")), globalPos);
-}
-
-bool frmStack::eventFilter(QObject* watched, QEvent* event)
-{
-    const auto* label = qobject_cast<QLabel*>(watched);
-    const int index = label ? static_cast<int>(std::find(Label.begin(), Label.end(), label) - Label.begin()) : 0;
-    if (index >= 1 && index <= RowCount) {
-        if (event->type() == QEvent::MouseButtonPress) {
-            const auto* press = static_cast<QMouseEvent*>(event);
-            if (press->button() == Qt::LeftButton)
-                Label_Click(index);
-            else
-                Label_MouseDown(index, press->button(), press->globalPosition().toPoint());
-            return true;
-        }
-        if (event->type() == QEvent::MouseButtonDblClick) {
-            Label_DblClick(index);
-            return true;
-        }
-    }
-    return QWidget::eventFilter(watched, event);
+    ShowPopup("mnuPopupStack", this, globalPos);
 }
 
 // ---- Activation ---------------------------------------------------------------------------------
 
-void frmStack::SubWindowActivated(QMdiSubWindow* sub)
-{
-    const bool mine = sub && sub == parentWidget();
-    if (mine && !active_)
-        Form_Activate();
-    else if (!mine && active_)
-        Form_Deactivate();
-}
-
 void frmStack::Form_Activate()
 {
-    active_ = true;
     // A click on a row sets the row itself.
     if (CurRow != 0 && !(QGuiApplication::mouseButtons() & Qt::LeftButton))
         SetCurRow(CurRow);
@@ -367,7 +285,6 @@ void frmStack::Form_Activate()
 
 void frmStack::Form_Deactivate()
 {
-    active_ = false;
-    if (CurRow != 0 && Label[CurRow]->palette().color(QPalette::Window) == PureBlue)
+    if (CurRow != 0 && Label[CurRow]->palette().color(QPalette::Window) == CurrentColour)
         PaintRow(CurRow, false);
 }

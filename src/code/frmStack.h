@@ -1,19 +1,16 @@
 // "Stack": target memory around the stack pointer, one byte to a row, up to 50
 // rows from StackViewAddress, the row of SP in bold. It draws only from
-// StackViewBuffer. A row's background is its state: white on pure blue marks
-// the current row while the window is active; CurRow 0 means nothing shown.
+// StackViewBuffer. A row's background is its state: the current row has the
+// current colour (ToolWindow) while the window is active; CurRow 0 means
+// nothing shown.
 #pragma once
 
-#include <QWidget>
+#include "views/ToolWindow.h"
 
 #include <array>
 #include <cstdint>
 
-class QLabel;
-class QMdiSubWindow;
-class frmMain;
-
-class frmStack : public QWidget {
+class frmStack : public ToolWindow {
     Q_OBJECT
 public:
     static constexpr int RowCount = 50;
@@ -24,7 +21,6 @@ public:
     std::int16_t VisibleRows = 0;   // client height / row height, at most 50
     bool PageBusy = false;          // a page key is reading; further page keys are dropped
 
-    Q_INVOKABLE void Form_Load();
     Q_INVOKABLE void ClearScreen();
     Q_INVOKABLE void ClearMarks();
     Q_INVOKABLE void Redraw();
@@ -36,31 +32,26 @@ public:
 
     // Qt key codes; Up, Down, Page Up, Page Down and Enter do something.
     void Form_KeyDown(int key);
-    void Label_Click(int index);
-    void Label_DblClick(int index);
-    void Label_MouseDown(int index, Qt::MouseButton button, const QPoint& globalPos);
+    void Label_Click(int index) override;
+    void Label_DblClick(int index) override;
+    void Label_RightButton(int index, const QPoint& globalPos) override;
 
     int RowHeight() const;
 
 protected:
+    void Load() override;
+    void Form_Activate() override;
+    void Form_Deactivate() override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     friend QWidget* CreateStack(frmMain&);
-    explicit frmStack(QWidget* parent = nullptr);
+    explicit frmStack(frmMain& main);
     bool Read();
     void PageRead();
     void Form_Resize();
-    void Form_Activate();
-    void Form_Deactivate();
-    void SubWindowActivated(QMdiSubWindow* sub);
     void PaintRow(int row, bool current);
-    bool IsActive() const;
-
-    bool active_ = false;
 };
 
 // The stack window's factory for the main window's tool-window table.

@@ -1,7 +1,7 @@
 #include "core/TargetState.h"
 #include "core/TargetMoves.h"
 
-#include "core/BlockChanges.h"
+#include "core/ByteHistory.h"
 
 std::uint8_t TargetMode = BoardMode;
 bool BoardConnected = false;
@@ -52,8 +52,7 @@ void ResetTargetState()
     ProgramBase = MemoryPageAddress = StackViewAddress = 0;
     TargetMemory.fill(0);
     TargetMoves = 0;
-    RegisterBlockChanges.Forget();
-    PiaBlockChanges.Forget();
+    SeenBytes.Clear();
     BreakpointTable.fill(0);
     BreakpointCount = 0;
     StepExecute = StepPlain = StepOverActive = StepOutActive = false;

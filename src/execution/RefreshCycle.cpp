@@ -1,6 +1,6 @@
 #include "execution/RefreshCycle.h"
 
-#include "core/BlockChanges.h"
+#include "core/ByteHistory.h"
 #include "core/TargetMoves.h"
 #include "core/TargetState.h"
 
@@ -36,7 +36,7 @@ void RefreshCycle::ReadRegisterBlock()
 {
     if (TargetMode == SimulatorMode) {
         std::copy_n(TargetMemory.begin() + RegisterBlockAddress, RegisterBlockSize, RegisterBlock.begin());
-        RegisterBlockChanges.Read(RegisterBlock, TargetMoves);
+        SeenBytes.Seen(RegisterBlockAddress, RegisterBlock);
         return;
     }
     std::int32_t address = RegisterBlockAddress;
@@ -44,7 +44,7 @@ void RefreshCycle::ReadRegisterBlock()
     link_.InBytes(address, block, RegisterBlockSize);
     if (BoardConnected && block.size() == RegisterBlock.size()) {
         std::copy(block.begin(), block.end(), RegisterBlock.begin());
-        RegisterBlockChanges.Read(RegisterBlock, TargetMoves);
+        SeenBytes.Seen(RegisterBlockAddress, RegisterBlock);
     }
 }
 

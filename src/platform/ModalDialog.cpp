@@ -1,6 +1,8 @@
 #include "platform/ModalDialog.h"
 
 #include <QDialog>
+#include <QHBoxLayout>
+#include <QPushButton>
 
 namespace {
 ModalHook& Hook()
@@ -25,4 +27,20 @@ int RunModal(QDialog& dialog)
     if (dialog.isVisible())
         dialog.reject();
     return dialog.result();
+}
+
+QHBoxLayout* OkCancelRow(QDialog& dialog, QPushButton*& ok, QPushButton*& cancel, std::function<void()> onOK)
+{
+    ok = new QPushButton(QStringLiteral("OK"), &dialog);
+    ok->setObjectName(QStringLiteral("cmdOK"));
+    ok->setDefault(true);
+    cancel = new QPushButton(QStringLiteral("Cancel"), &dialog);
+    cancel->setObjectName(QStringLiteral("cmdCancel"));
+    auto* row = new QHBoxLayout;
+    row->addStretch();
+    row->addWidget(ok);
+    row->addWidget(cancel);
+    QObject::connect(ok, &QPushButton::clicked, &dialog, std::move(onOK));
+    QObject::connect(cancel, &QPushButton::clicked, &dialog, &QDialog::reject);
+    return row;
 }

@@ -15,3 +15,11 @@ int RunModal(QDialog& dialog);
 using ModalHook = std::function<void(QDialog& dialog)>;
 // Replaces the user; an empty hook restores the real modal loop. Returns the previous one.
 ModalHook SetModalHook(ModalHook hook);
+
+class QHBoxLayout;
+class QPushButton;
+
+// The buttons a dialog ends with, in a row at the right that the caller lays
+// out: ok "OK" (cmdOK, the default button, so Enter in a box reaches it)
+// calling onOK, and cancel "Cancel" (cmdCancel) rejecting the dialog.
+QHBoxLayout* OkCancelRow(QDialog& dialog, QPushButton*& ok, QPushButton*& cancel, std::function<void()> onOK);

@@ -186,9 +186,8 @@ int CellCapacity(MemorySide side)
     return side == MemorySide::Hex ? 2 : 1;
 }
 
-bool TypeIntoCell(MemorySide side, QChar typed, QString& text, int& caret, int& selection)
+bool TypeIntoBox(MemorySide side, int capacity, QChar typed, QString& text, int& caret, int& selection)
 {
-    const int capacity = CellCapacity(side);
     if (caret >= capacity)
         return false;
     if (side == MemorySide::Hex) {

@@ -93,6 +93,11 @@ int CellCapacity(MemorySide side);
 // false if the key is discarded. Hex digits only on the hex side ("a" to "f"
 // become upper case), printable ASCII on the character side; a character
 // typed inside full text replaces the one behind the caret.
-bool TypeIntoCell(MemorySide side, QChar typed, QString& text, int& caret, int& selection);
+// The same for a box that holds capacity characters of one side.
+bool TypeIntoBox(MemorySide side, int capacity, QChar typed, QString& text, int& caret, int& selection);
+inline bool TypeIntoCell(MemorySide side, QChar typed, QString& text, int& caret, int& selection)
+{
+    return TypeIntoBox(side, CellCapacity(side), typed, text, caret, selection);
+}
 // The byte the box stands for, or -1 for an empty box.
 int CellByte(MemorySide side, const QString& text);

@@ -1,8 +1,8 @@
 #include "views/PeripheralRegisterRows.h"
 
-#include "core/BlockChanges.h"
-#include "core/TargetMoves.h"
+#include "core/ByteHistory.h"
 #include "core/TargetState.h"
+#include "target/TargetLink.h"
 #include "workspace/frmMain.h"
 
 namespace {
@@ -125,26 +125,15 @@ const RegisterRow PiaRows[] = {
      .bits = "PB7 PB6 PB5 PB4 PB3 PB2 PB1 PB0"},
 };
 
-int ByteCount(const RegisterRow& row)
-{
-    return row.isWord ? 2 : 1;
-}
-
-std::uint32_t RegisterBlockChangedBits(const RegisterRow& row, int)
-{
-    return RegisterBlockChanges.ChangedBits(static_cast<std::size_t>(row.address - RegisterBlockAddress),
-                                            ByteCount(row));
-}
-
 // Each refresh of the PIA window reads the whole block, whichever rows it shows.
 void ReadPia(frmMain& main)
 {
     std::int32_t address = PiaAddress;
     std::vector<std::uint8_t> block;
-    main.InBytes(address, block, PiaSize);
+    main.Link().InBytes(address, block, PiaSize);
     if (BoardConnected && block.size() == PiaBlock.size()) {
         std::copy(block.begin(), block.end(), PiaBlock.begin());
-        PiaBlockChanges.Read(PiaBlock, TargetMoves);
+        SeenBytes.Seen(PiaAddress, PiaBlock);
     }
 }
 
@@ -153,27 +142,17 @@ std::int32_t PiaValue(const RegisterRow& row, int)
     return BlockValue(row, PiaBlock, PiaAddress);
 }
 
-std::uint32_t PiaChangedBits(const RegisterRow& row, int)
+constexpr RegisterWindowKind BlockWindow(const char* caption, const char* prefix, std::span<const RegisterRow> rows)
 {
-    return PiaBlockChanges.ChangedBits(static_cast<std::size_t>(row.address - PiaAddress), ByteCount(row));
-}
-
-constexpr RegisterWindowKind BlockWindow(const char* caption, const char* prefix, const char* entry,
-                                         std::span<const RegisterRow> rows)
-{
-    return {caption, prefix, entry, rows, true, &ReadRegisterBlockSource, &RegisterBlockValue,
-            &RegisterBlockChangedBits};
+    return {caption, prefix, rows, true, &ReadRegisterBlockSource, &RegisterBlockValue, true};
 }
 }  // namespace
 
-const RegisterWindowKind PortsWindowKind = BlockWindow("Port Registers", "RegPorts", "mnuViewRegPorts", PortRows);
-const RegisterWindowKind TimerWindowKind = BlockWindow("Timer Registers", "RegTimer", "mnuViewRegTimer", TimerRows);
-const RegisterWindowKind PulseAccWindowKind =
-    BlockWindow("Pulse Acc Reg", "RegPA", "mnuViewRegPulseAcc", PulseAccRows);
-const RegisterWindowKind SciWindowKind = BlockWindow("SCI Registers", "RegSCI", "mnuViewRegSCI", SciRows);
-const RegisterWindowKind SpiWindowKind = BlockWindow("SPI Registers", "RegSPI", "mnuViewRegSPI", SpiRows);
-const RegisterWindowKind AdWindowKind = BlockWindow("A/D Registers", "RegAD", "mnuViewRegAD", AdRows);
-const RegisterWindowKind OtherWindowKind = BlockWindow("Other Registers", "RegOther", "mnuViewRegOther", OtherRows);
-const RegisterWindowKind PiaWindowKind = {
-    "PIA Registers", "RegPIA", "mnuViewRegPIA", PiaRows, true, &ReadPia, &PiaValue, &PiaChangedBits,
-};
+const RegisterWindowKind PortsWindowKind = BlockWindow("Port Registers", "RegPorts", PortRows);
+const RegisterWindowKind TimerWindowKind = BlockWindow("Timer Registers", "RegTimer", TimerRows);
+const RegisterWindowKind PulseAccWindowKind = BlockWindow("Pulse Acc Reg", "RegPA", PulseAccRows);
+const RegisterWindowKind SciWindowKind = BlockWindow("SCI Registers", "RegSCI", SciRows);
+const RegisterWindowKind SpiWindowKind = BlockWindow("SPI Registers", "RegSPI", SpiRows);
+const RegisterWindowKind AdWindowKind = BlockWindow("A/D Registers", "RegAD", AdRows);
+const RegisterWindowKind OtherWindowKind = BlockWindow("Other Registers", "RegOther", OtherRows);
+const RegisterWindowKind PiaWindowKind = {"PIA Registers", "RegPIA", PiaRows, true, &ReadPia, &PiaValue, true};

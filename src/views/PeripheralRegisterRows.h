@@ -17,7 +17,7 @@ extern const RegisterWindowKind PiaWindowKind;
 
 // The windows' factories for the main window's tool-window table.
 template <const RegisterWindowKind& Kind>
-QWidget* CreateRegisterWindow(frmMain&)
+QWidget* CreateRegisterWindow(frmMain& main)
 {
-    return new RegisterWindow(Kind);
+    return new RegisterWindow(main, Kind);
 }

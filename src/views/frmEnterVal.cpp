@@ -33,24 +33,10 @@ frmEnterVal::frmEnterVal(QWidget* parent) : QDialog(parent)
     Text = new QLineEdit(this);
     Text->setObjectName(QStringLiteral("Text"));
     Text->setMaxLength(18);
-    cmdOK = new QPushButton(QStringLiteral("OK"), this);
-    cmdOK->setObjectName(QStringLiteral("cmdOK"));
-    cmdOK->setDefault(true);
-    cmdCancel = new QPushButton(QStringLiteral("Cancel"), this);
-    cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
-
     auto* layout = new QGridLayout(this);
     layout->addWidget(Label, 0, 0);
     layout->addWidget(Text, 0, 1);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(cmdOK);
-    buttons->addWidget(cmdCancel);
-    layout->addLayout(buttons, 1, 0, 1, 2);
-
-    // Enter in the box reaches cmdOK as the default button, which stops on an empty box.
-    connect(cmdOK, &QPushButton::clicked, this, &frmEnterVal::cmdOK_Click);
-    connect(cmdCancel, &QPushButton::clicked, this, &frmEnterVal::reject);
+    layout->addLayout(OkCancelRow(*this, cmdOK, cmdCancel, [this] { cmdOK_Click(); }), 1, 0, 1, 2);
 }
 
 void frmEnterVal::ShowModal()

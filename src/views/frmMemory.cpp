@@ -1,12 +1,13 @@
 #include "views/frmMemory.h"
 
+#include "core/ByteHistory.h"
 #include "core/Conversions.h"
 #include "core/TargetState.h"
 #include "platform/Fonts.h"
 #include "platform/MsgBox.h"
-#include "platform/PopupMenu.h"
 #include "platform/WindowPlacement.h"
-#include "views/ByteHistory.h"
+#include "target/TargetLink.h"
+#include "views/ChangedBitsDelegate.h"
 #include "views/EntryFields.h"
 #include "views/frmMemAdr.h"
 #include "workspace/frmMain.h"
@@ -14,7 +15,6 @@
 #include <QAbstractTableModel>
 #include <QAction>
 #include <QCoreApplication>
-#include <QCloseEvent>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -22,8 +22,6 @@
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStaticText>
@@ -36,40 +34,8 @@
 #include <span>
 
 namespace {
-const QString Prefix = QStringLiteral("Memory");
 constexpr double RowTwips = 210;
 constexpr double AddressTwips = 930, SpacerTwips = 300, HexTwips = 330, CharTwips = 195;
-// Bytes that changed across the last step or run; nothing else differs.
-const QColor ChangedColour(200, 0, 0);
-
-// ---- The window's one road to the target ------------------------------------------
-
-// MemoryPage from the target at page; false when the link failed.
-bool ReadPage(std::int32_t page)
-{
-    MemoryPageAddress = page;
-    MainForm->InMemory();
-    if (BoardConnected)
-        SeenBytes.Seen(page, MemoryPage);
-    return BoardConnected;
-}
-
-// One byte out and back in; false when the link failed on either way.
-bool WriteByte(std::int32_t address, std::uint8_t byte, std::uint8_t& readBack)
-{
-    MainForm->OutByte(address, byte);
-    if (!BoardConnected)
-        return false;
-    MainForm->InByte(address, readBack);
-    if (BoardConnected)
-        SeenBytes.Seen(address, readBack);
-    return BoardConnected;
-}
-
-void RefreshOtherViews()
-{
-    MainForm->Refresh();
-}
 
 QString HeadText(int column)
 {
@@ -101,7 +67,7 @@ public:
         if (role == Qt::TextAlignmentRole && MemoryGrid::IsByteColumn(index.column()))
             return int(Qt::AlignCenter);
         if (role == Qt::ForegroundRole && window_.CellChanged(index.row(), index.column()))
-            return ChangedColour;
+            return QColor(ChangedValueColour);
         return {};
     }
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override
@@ -181,14 +147,13 @@ private:
     mutable std::array<QStaticText, 256> chars_;
 };
 
-QWidget* CreateMemory(frmMain&)
+QWidget* CreateMemory(frmMain& main)
 {
-    return new frmMemory;
+    return new frmMemory(main);
 }
 
-frmMemory::frmMemory(QWidget* parent) : QWidget(parent)
+frmMemory::frmMemory(frmMain& main) : ToolWindow(main, QStringLiteral("Memory Window"), QStringLiteral("Memory"))
 {
-    setWindowTitle(QStringLiteral("Memory Window"));
     model_ = new MemoryTableModel(*this);
 
     gridMemory = new QTableView(this);
@@ -248,15 +213,12 @@ frmMemory::frmMemory(QWidget* parent) : QWidget(parent)
     hint->addWidget(lbAdr);
     frameAdr->setFixedWidth(std::max(TwipsToPixelsX(705), metrics.horizontalAdvance(QStringLiteral("$FFFF")) + 8));
     frameAdr->hide();
-
-    connect(MainForm->mdiArea(), &QMdiArea::subWindowActivated, this, &frmMemory::SubWindowActivated);
 }
 
 // ---- Load, size and unload ---------------------------------------------------------
 
-void frmMemory::Form_Load()
+void frmMemory::Load()
 {
-    LoadPlacement(this, Prefix, MainForm->PlacementDefault(Prefix));
     if (QWidget* frame = parentWidget(); frame && frame->layout())
         frame->layout()->activate();
     Form_Resize();
@@ -268,13 +230,6 @@ void frmMemory::Form_Load()
             mnuMemoryAddress();
         },
         Qt::QueuedConnection);
-}
-
-void frmMemory::closeEvent(QCloseEvent* event)
-{
-    SavePlacement(this, Prefix);
-    MainForm->Menu(QStringLiteral("mnuViewMemory"))->setChecked(false);
-    event->accept();
 }
 
 void frmMemory::resizeEvent(QResizeEvent* event)
@@ -310,21 +265,10 @@ void frmMemory::Form_Resize()
     ShowCursor();
 }
 
-// ---- Activation ------------------------------------------------------------------
-
-void frmMemory::SubWindowActivated(QMdiSubWindow* sub)
+void frmMemory::Form_Activate()
 {
-    if (!MainForm)
-        return;   // the main window is going, with its children
-    const bool mine = sub && sub == parentWidget();
-    if (mine && !active_) {
-        active_ = true;
-        // The first show's activation comes before the address dialog, which reads.
-        if (!firstShow_ && MainForm->IsOpen(QStringLiteral("frmMemory")))
-            mnuMemoryRefresh();
-    } else if (!mine) {
-        active_ = false;
-    }
+    if (!firstShow_ && main_.IsOpen(QStringLiteral("frmMemory")))
+        mnuMemoryRefresh();
 }
 
 // ---- Drawing -----------------------------------------------------------------------
@@ -356,7 +300,11 @@ bool frmMemory::CellChanged(int row, int column) const
 void frmMemory::DisplayPage()
 {
     HideEditor();
-    pageRead_ = ReadPage(Grid.PageAddress());
+    MemoryPageAddress = Grid.PageAddress();
+    link_.InMemory();
+    pageRead_ = BoardConnected;
+    if (pageRead_)
+        SeenBytes.Seen(MemoryPageAddress, MemoryPage);
     model_->Reset();
     scrolling_ = true;
     VScroll->setValue(Grid.ScrollValue());
@@ -448,7 +396,7 @@ bool frmMemory::eventFilter(QObject* watched, QEvent* event)
             gridMemory->setFocus();
             if (press->button() == Qt::RightButton) {
                 // The cursor stays where it was for the menu.
-                PopupMenu(MainForm->MenuOf(QStringLiteral("mnuPopupMemory")), press->globalPosition().toPoint());
+                ShowPopup("mnuPopupMemory", gridMemory, press->globalPosition().toPoint());
             } else {
                 const QModelIndex cell = gridMemory->indexAt(press->position().toPoint());
                 if (cell.isValid())
@@ -477,7 +425,7 @@ bool frmMemory::eventFilter(QObject* watched, QEvent* event)
             return true;
         }
     }
-    return QWidget::eventFilter(watched, event);
+    return ToolWindow::eventFilter(watched, event);
 }
 
 // ---- Editing -------------------------------------------------------------------------
@@ -549,9 +497,15 @@ void frmMemory::SendByte()
     if (sent < 0)
         return;
     const std::int32_t address = Grid.CursorAddress();
-    std::uint8_t readBack = 0;
-    if (!WriteByte(address, static_cast<std::uint8_t>(sent), readBack))
+    std::int32_t at = address;
+    link_.OutByte(at, static_cast<std::uint8_t>(sent));
+    if (!BoardConnected)
         return;
+    std::uint8_t readBack = 0;
+    link_.InByte(at, readBack);
+    if (!BoardConnected)
+        return;
+    SeenBytes.Seen(address, readBack);
     // Both cells of the byte show what the target kept, not what was typed.
     MemoryPage[static_cast<std::size_t>(address - Grid.PageAddress())] = readBack;
     model_->RowChanged(Grid.CursorRow());
@@ -559,7 +513,7 @@ void frmMemory::SendByte()
         MsgBox(QStringLiteral("Can't Write to Memory !\n\r (Read Only Memory)"), MbOkOnly | MbExclamation,
                QStringLiteral("Orvane - Memory Write Error"));
     if (BoardConnected)
-        RefreshOtherViews();
+        main_.Refresh();   // the other views follow the write
 }
 
 void frmMemory::HideEditor()

@@ -8,19 +8,16 @@
 #pragma once
 
 #include "views/MemoryGrid.h"
-
-#include <QWidget>
+#include "views/ToolWindow.h"
 
 class QFrame;
 class QLabel;
 class QLineEdit;
-class QMdiSubWindow;
 class QScrollBar;
 class QTableView;
 class MemoryTableModel;
-class frmMain;
 
-class frmMemory : public QWidget {
+class frmMemory : public ToolWindow {
     Q_OBJECT
 public:
     MemoryGrid Grid;
@@ -30,7 +27,6 @@ public:
     QFrame* frameAdr = nullptr;   // the address hint while the thumb is dragged
     QLabel* lbAdr = nullptr;
 
-    Q_INVOKABLE void Form_Load();
     Q_INVOKABLE void mnuMemoryEnter();
     Q_INVOKABLE void mnuMemoryAddress();
     Q_INVOKABLE void mnuMemoryRefresh();
@@ -54,13 +50,14 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
+    void Load() override;
+    // The page is read again; not at the first show, where the address dialog reads.
+    void Form_Activate() override;
 
 private:
     friend QWidget* CreateMemory(frmMain&);
-    explicit frmMemory(QWidget* parent = nullptr);
+    explicit frmMemory(frmMain& main);
     void Form_Resize();
-    void SubWindowActivated(QMdiSubWindow* sub);
     void ShowCursor();
     void AfterMove(bool pageMoved);
     void VScroll_Change(int value);
@@ -71,7 +68,6 @@ private:
     bool pageRead_ = false;     // the last read succeeded: rows show bytes
     bool scrolling_ = false;    // code moves the scroll bar; its change event stays out
     bool firstShow_ = true;     // the activation of the first show doesn't read
-    bool active_ = false;
 };
 
 QWidget* CreateMemory(frmMain& main);

@@ -1,6 +1,7 @@
 #include "views/frmRegCPU.h"
 
 #include "core/TargetState.h"
+#include "target/TargetLink.h"
 #include "workspace/frmMain.h"
 
 namespace {
@@ -36,15 +37,13 @@ std::int32_t CpuValue(const RegisterRow&, int index)
 // InCPU also derives the flags, after a write to CCR too.
 void ReadCpu(frmMain& main)
 {
-    main.InCPU();
+    main.Link().InCPU();
 }
 }  // namespace
 
-const RegisterWindowKind CpuWindowKind = {
-    "CPU Registers", "RegCPU", "mnuViewRegCPU", CpuRows, false, &ReadCpu, &CpuValue,
-};
+const RegisterWindowKind CpuWindowKind = {"CPU Registers", "RegCPU", CpuRows, false, &ReadCpu, &CpuValue};
 
-QWidget* CreateRegCPU(frmMain&)
+QWidget* CreateRegCPU(frmMain& main)
 {
-    return new RegisterWindow(CpuWindowKind);
+    return new RegisterWindow(main, CpuWindowKind);
 }

@@ -33,11 +33,6 @@ frmWatchAdr::frmWatchAdr(QWidget* parent) : QDialog(parent)
     optByte->setObjectName(QStringLiteral("optByte"));
     optWord = new QRadioButton(QStringLiteral("&Word"), frame);
     optWord->setObjectName(QStringLiteral("optWord"));
-    cmdOK = new QPushButton(QStringLiteral("OK"), this);
-    cmdOK->setObjectName(QStringLiteral("cmdOK"));
-    cmdOK->setDefault(true);
-    cmdCancel = new QPushButton(QStringLiteral("Cancel"), this);
-    cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
 
     auto* types = new QHBoxLayout(frame);
     types->addWidget(optByte);
@@ -48,15 +43,7 @@ frmWatchAdr::frmWatchAdr(QWidget* parent) : QDialog(parent)
     entry->addWidget(txtAdr);
     layout->addLayout(entry);
     layout->addWidget(frame);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(cmdOK);
-    buttons->addWidget(cmdCancel);
-    layout->addLayout(buttons);
-
-    // Enter in the box reaches cmdOK as the default button, which stops on an empty box.
-    connect(cmdOK, &QPushButton::clicked, this, &frmWatchAdr::cmdOK_Click);
-    connect(cmdCancel, &QPushButton::clicked, this, &frmWatchAdr::reject);
+    layout->addLayout(OkCancelRow(*this, cmdOK, cmdCancel, [this] { cmdOK_Click(); }));
 }
 
 void frmWatchAdr::ShowModal(int helpContext)

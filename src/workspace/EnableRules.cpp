@@ -188,15 +188,6 @@ void frmMain::mnuWindow_Click()
         Menu(QString::fromLatin1(name))->setEnabled(EditorCount != 0);
 }
 
-void frmMain::SetRegistersHelp()
-{
-    SetHelpContext(QStringLiteral("mnuPopupViewEnter"), 95);
-    SetHelpContext(QStringLiteral("mnuPopupViewHex"), 96);
-    SetHelpContext(QStringLiteral("mnuPopupViewBin"), 97);
-    SetHelpContext(QStringLiteral("mnuPopupViewDec"), 98);
-    SetHelpContext(QStringLiteral("mnuPopupViewAutoRefresh"), 99);
-}
-
 void frmMain::ShowDebugPopup(const QPoint& globalPos)
 {
     // Over the code the watch commands make no sense, and a refresh of the window does.

@@ -24,17 +24,17 @@
 //     mnuToggleBreakpoint, mnuClearAllBreakpoints, PageRedraw; frmStack
 //     mnuEnter, mnuGoToSPAddress, mnuGoToAddress; frmMemory mnuMemoryEnter,
 //     mnuMemoryAddress, mnuMemoryRefresh.
-//  4. The target: the factory's frmMain hands out the one link,
-//     `TargetLink& link = main.Link()` (target/TargetLink.h), with InByte,
-//     InBytes, OutByte, OutBytes, InMemory and the rest. Its failures show
-//     their message boxes by themselves; the window tests BoardConnected.
-//     RefreshRun calls the window's mnuRefresh while it is open.
+//  4. The widget derives from ToolWindow (views/ToolWindow.h), which keeps
+//     the placement, the View entry's check, activation and the popups, and
+//     hands out the target as link_, frmMain's one TargetLink
+//     (target/TargetLink.h) with InByte, InBytes, OutByte, OutBytes,
+//     InMemory and the rest. Its failures show their message boxes by
+//     themselves; the window tests BoardConnected. RefreshRun calls the
+//     window's mnuRefresh while it is open.
 //  5. The window calls frmMain's rule routines at its own state changes
 //     (EnableRules.cpp): frmDisAsm calls DisAsmMenus on activation and after
 //     reads, DisAsmDeactivated on deactivation, DisAsmUnloaded on unload, and
-//     ShowDebugPopup for its right button; frmWatch calls SetEditWatchCommand;
-//     register windows call SetRegistersHelp and show MenuOf("mnuPopupView")
-//     through PopupMenu.
+//     ShowDebugPopup for its right button; frmWatch calls SetEditWatchCommand.
 #pragma once
 
 #include <QString>

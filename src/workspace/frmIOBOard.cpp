@@ -1,11 +1,11 @@
 #include "workspace/frmIOBOard.h"
 
 #include "platform/MsgBox.h"
+#include "target/TargetLink.h"
 #include "workspace/frmMain.h"
 
 #include <QAction>
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QComboBox>
 #include <QFormLayout>
 #include <QGroupBox>
@@ -46,14 +46,14 @@ QLineEdit* ReadOnlyField(QWidget* parent, const QString& name)
 
 QWidget* CreateIOBOard(frmMain& main)
 {
-    auto* window = new frmIOBOard;
-    main.IoUnitWindow = window;
+    auto* window = new frmIOBOard(main);
+    main.Link().IoUnitWindow = window;
     return window;
 }
 
-frmIOBOard::frmIOBOard(QWidget* parent) : QWidget(parent)
+// The unit keeps no placement: it opens where the MDI area puts it.
+frmIOBOard::frmIOBOard(frmMain& main) : ToolWindow(main, QStringLiteral("Input-Output Unit"), QString())
 {
-    setWindowTitle(QStringLiteral("Input-Output Unit"));
 
     auto* in = new QGroupBox(QStringLiteral("In Unit"), this);
     TextIn = new QLineEdit(in);
@@ -149,16 +149,14 @@ frmIOBOard::frmIOBOard(QWidget* parent) : QWidget(parent)
 
 frmIOBOard::~frmIOBOard()
 {
-    if (MainForm && MainForm->IoUnitWindow == this)
-        MainForm->IoUnitWindow = nullptr;
+    if (MainForm)
+        Form_Unload();
 }
 
-void frmIOBOard::closeEvent(QCloseEvent* event)
+void frmIOBOard::Form_Unload()
 {
-    if (MainForm->IoUnitWindow == this)
-        MainForm->IoUnitWindow = nullptr;
-    MainForm->Menu(QStringLiteral("mnuViewIOunit"))->setChecked(false);
-    event->accept();
+    if (link_.IoUnitWindow == this)
+        link_.IoUnitWindow = nullptr;
 }
 
 void frmIOBOard::Show()

@@ -4,9 +4,9 @@
 #pragma once
 
 #include "target/IoUnitHooks.h"
+#include "views/ToolWindow.h"
 #include "workspace/IoUnit.h"
 
-#include <QWidget>
 #include <array>
 
 class QCheckBox;
@@ -14,9 +14,8 @@ class QComboBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
-class frmMain;
 
-class frmIOBOard : public QWidget, public IoUnitHooks {
+class frmIOBOard : public ToolWindow, public IoUnitHooks {
     Q_OBJECT
 public:
     ~frmIOBOard() override;
@@ -46,11 +45,11 @@ public:
     void CommandRead_Click();
 
 protected:
-    void closeEvent(QCloseEvent* event) override;
+    void Form_Unload() override;
 
 private:
     friend QWidget* CreateIOBOard(frmMain&);
-    explicit frmIOBOard(QWidget* parent = nullptr);
+    explicit frmIOBOard(frmMain& main);
     // The controls from the unit's state.
     void Show();
 

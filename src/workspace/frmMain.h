@@ -214,8 +214,6 @@ public:
     void DisAsmUnloaded();                                    // R, P off
     void BreakpointCountChanged();                            // B
     void mnuWindow_Click();                                   // N
-    // Register help on the shared popup (contexts 95 to 99).
-    void SetRegistersHelp();
     // The Debug menu as the popup over frmDisAsm's rows.
     void ShowDebugPopup(const QPoint& globalPos);
     int HelpContextOf(const QString& name) const;

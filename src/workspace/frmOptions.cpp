@@ -84,25 +84,14 @@ frmOptions::frmOptions(frmMain& main) : QDialog(&main), main_(main)
     TabStrip->setObjectName(QStringLiteral("TabStrip"));
     TabStrip->addTab(general, QStringLiteral("General"));
 
-    cmdOK = new QPushButton(QStringLiteral("OK"), this);
-    cmdOK->setObjectName(QStringLiteral("cmdOK"));
-    cmdOK->setDefault(true);
-    cmdCancel = new QPushButton(QStringLiteral("Cancel"), this);
-    cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(TabStrip);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(cmdOK);
-    buttons->addWidget(cmdCancel);
-    layout->addLayout(buttons);
+    layout->addLayout(OkCancelRow(*this, cmdOK, cmdCancel, [this] { cmdOK_Click(); }));
 
     connect(cmdESet, &QPushButton::clicked, this, &frmOptions::cmdESet_Click);
     connect(cmdPSet, &QPushButton::clicked, this, &frmOptions::cmdPSet_Click);
     connect(cmdDevice, &QPushButton::clicked, this, &frmOptions::cmdDevice_Click);
     connect(cbComPort, &QComboBox::currentIndexChanged, this, &frmOptions::ShowDevice);
-    connect(cmdOK, &QPushButton::clicked, this, &frmOptions::cmdOK_Click);
-    connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     Form_Load();
 }
 

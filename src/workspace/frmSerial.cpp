@@ -2,33 +2,26 @@
 
 #include "core/TargetState.h"
 #include "platform/Fonts.h"
-#include "platform/PopupMenu.h"
-#include "platform/WindowPlacement.h"
+#include "target/TargetLink.h"
 #include "workspace/TerminalKeys.h"
 #include "workspace/frmMain.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QTextCursor>
 
-namespace {
-const QString Prefix = QStringLiteral("Serial");
-}  // namespace
-
 QWidget* CreateSerial(frmMain& main)
 {
-    auto* window = new frmSerial;
+    auto* window = new frmSerial(main);
     main.SerialTerminalDisplay = [window](const QByteArray& bytes) { window->Display(bytes); };
     return window;
 }
 
-frmSerial::frmSerial(QWidget* parent) : QWidget(parent)
+frmSerial::frmSerial(frmMain& main) : ToolWindow(main, QStringLiteral("Serial Terminal"), QStringLiteral("Serial"))
 {
-    setWindowTitle(QStringLiteral("Serial Terminal"));
     RichText = new QPlainTextEdit(this);
     RichText->setObjectName(QStringLiteral("RichText"));
     RichText->setFont(FixedPitchFont(QStringLiteral("Terminal"), 9));
@@ -50,19 +43,15 @@ frmSerial::~frmSerial()
         MainForm->SerialTerminalDisplay = nullptr;
 }
 
-void frmSerial::Form_Load()
+void frmSerial::Load()
 {
-    LoadPlacement(this, Prefix, MainForm->PlacementDefault(Prefix));
-    const bool hex = MainForm->Menu(QStringLiteral("mnuPopupSerialHex"))->isChecked();
+    const bool hex = main_.Menu(QStringLiteral("mnuPopupSerialHex"))->isChecked();
     screen_.SetMode(hex ? TerminalScreen::Mode::Hex : TerminalScreen::Mode::Ascii);
 }
 
-void frmSerial::closeEvent(QCloseEvent* event)
+void frmSerial::Form_Unload()
 {
-    SavePlacement(this, Prefix);
-    MainForm->SerialTerminalDisplay = nullptr;
-    MainForm->Menu(QStringLiteral("mnuViewSerialTerminal"))->setChecked(false);
-    event->accept();
+    main_.SerialTerminalDisplay = nullptr;
 }
 
 void frmSerial::resizeEvent(QResizeEvent*)
@@ -100,8 +89,8 @@ void frmSerial::ShowCaret()
 void frmSerial::SetMode(TerminalScreen::Mode mode)
 {
     const bool hex = mode == TerminalScreen::Mode::Hex;
-    MainForm->Menu(QStringLiteral("mnuPopupSerialAscii"))->setChecked(!hex);
-    MainForm->Menu(QStringLiteral("mnuPopupSerialHex"))->setChecked(hex);
+    main_.Menu(QStringLiteral("mnuPopupSerialAscii"))->setChecked(!hex);
+    main_.Menu(QStringLiteral("mnuPopupSerialHex"))->setChecked(hex);
     screen_.SetMode(mode);
     RichText->clear();
 }
@@ -131,7 +120,7 @@ bool frmSerial::eventFilter(QObject* watched, QEvent* event)
         const QByteArray bytes = TerminalKeyBytes(key->key(), key->modifiers().testFlag(Qt::ControlModifier),
                                                   key->text(), TargetMode == BoardMode, BoardRunning);
         if (!bytes.isEmpty())
-            MainForm->MSComm.Output(bytes);
+            link_.MSComm.Output(bytes);
         return true;
     }
     case QEvent::KeyRelease:
@@ -143,9 +132,10 @@ bool frmSerial::eventFilter(QObject* watched, QEvent* event)
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick: {
         const auto* mouse = static_cast<QMouseEvent*>(event);
-        RichText->setFocus();
         if (mouse->button() == Qt::RightButton)
-            PopupMenu(MainForm->MenuOf(QStringLiteral("mnuPopupSerial")), mouse->globalPosition().toPoint());
+            ShowPopup("mnuPopupSerial", RichText, mouse->globalPosition().toPoint());
+        else
+            RichText->setFocus();
         // A click or a drag leaves the writing position where it was.
         return true;
     }
@@ -153,6 +143,6 @@ bool frmSerial::eventFilter(QObject* watched, QEvent* event)
     case QEvent::MouseButtonRelease:
         return true;
     default:
-        return QWidget::eventFilter(watched, event);
+        return ToolWindow::eventFilter(watched, event);
     }
 }

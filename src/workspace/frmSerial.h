@@ -4,14 +4,12 @@
 // The writing position is the control's caret, which no click may move.
 #pragma once
 
+#include "views/ToolWindow.h"
 #include "workspace/TerminalScreen.h"
 
-#include <QWidget>
-
 class QPlainTextEdit;
-class frmMain;
 
-class frmSerial : public QWidget {
+class frmSerial : public ToolWindow {
     Q_OBJECT
 public:
     ~frmSerial() override;
@@ -21,19 +19,19 @@ public:
 
     void Display(const QByteArray& InData);
 
-    Q_INVOKABLE void Form_Load();
     Q_INVOKABLE void mnuPopupSerialAscii();
     Q_INVOKABLE void mnuPopupSerialHex();
     Q_INVOKABLE void mnuPopupSerialClear();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void Load() override;
+    void Form_Unload() override;
 
 private:
     friend QWidget* CreateSerial(frmMain&);
-    explicit frmSerial(QWidget* parent = nullptr);
+    explicit frmSerial(frmMain& main);
     void SetMode(TerminalScreen::Mode mode);
     void ShowCaret();
 

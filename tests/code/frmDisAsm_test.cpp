@@ -91,7 +91,7 @@ private slots:
         const auto colourAt = [&](int row) {
             return shot.pixelColor(w->Label[row]->mapTo(w, QPoint(w->width() - 6, w->Label[row]->height() / 2)));
         };
-        QCOMPARE(colourAt(1), w->WindowColour());
+        QCOMPARE(colourAt(1), frmDisAsm::PlainColour());
         QCOMPARE(colourAt(2), frmDisAsm::BreakpointColour);
         QCOMPARE(colourAt(3), frmDisAsm::CurrentColour);
 

@@ -15,7 +15,7 @@ inline Look LookOf(const frmDisAsm* w, int row)
         return Look::CurrentBreakpoint;
     if (back == frmDisAsm::BreakpointColour && text == Qt::black)
         return Look::Breakpoint;
-    if (back == w->WindowColour() && text == Qt::black)
+    if (back == frmDisAsm::PlainColour() && text == Qt::black)
         return Look::Plain;
     return Look::Other;   // a colour that records no state
 }

@@ -7,11 +7,11 @@
 #include <QtTest>
 
 #include "core/TargetState.h"
-#include "platform/QtSerialDevice.h"
 #include "platform/SettingsStore.h"
 #include "support/BoardProcess.h"
 #include "support/MainFormFixture.h"
 #include "support/ModalPlayer.h"
+#include "support/ScriptedMonitor.h"
 #include "target/MonitorFrames.h"
 #include "views/ChangedBitsDelegate.h"
 #include "views/RegisterWindow.h"
@@ -108,44 +108,6 @@ void OpenEveryWindow(frmMain& form)
     QCOMPARE(timer->Cell(TOC1), QString("$BEEF"));
 }
 
-// The port to hc11board, keeping every byte the host sends.
-class RecordingDevice : public SerialDevice {
-public:
-    RecordingDevice(const QString& path, QByteArray& sent) : inner_(path), sent_(sent)
-    {
-        inner_.DataArrived = [this] { if (DataArrived) DataArrived(); };
-        inner_.LineLost = [this] { if (LineLost) LineLost(); };
-    }
-    bool Open(QString& error) override { return inner_.Open(error); }
-    void Close() override { inner_.Close(); }
-    QByteArray ReadAvailable() override { return inner_.ReadAvailable(); }
-    void WaitForInput(std::chrono::milliseconds most) override { inner_.WaitForInput(most); }
-    void Write(const QByteArray& bytes) override
-    {
-        sent_ += bytes;
-        inner_.Write(bytes);
-    }
-    std::optional<bool> Cts() override { return inner_.Cts(); }
-
-private:
-    QtSerialDevice inner_;
-    QByteArray& sent_;
-};
-
-frmMain& StartRecording(MainFormFixture& f, const QString& devicePath, QByteArray& sent)
-{
-    f.form = std::make_unique<frmMain>();
-    f.form->MSComm.SetDeviceFactory([devicePath, &sent](int) -> std::unique_ptr<SerialDevice> {
-        return std::make_unique<RecordingDevice>(devicePath, sent);
-    });
-    f.form->MDIForm_Load();
-    return *f.form;
-}
-
-int Reads(const QByteArray& sent, std::int32_t address, int count)
-{
-    return int(sent.count(monitor::ReadFrame(address, count)));
-}
 }  // namespace
 
 class PeripheralRegistersTest : public QObject {
@@ -160,7 +122,7 @@ private slots:
     }
 
     // What a step changed is marked, bit by bit, at its stop; a value typed
-    // in between is marked too, and the next stop is compared with this one.
+    // in between is marked too, until the next step.
     void bitsChangedSinceTheLastStopAreMarked()
     {
         MainFormFixture f;
@@ -205,9 +167,7 @@ private slots:
         EnterValue(timer, TOC1, "$FEFF");
         QCOMPARE(markedRows(), (QList<int>{TOC1, TCTL1, TMSK1}));
         QCOMPARE(Marked(timer, TOC1), 0x0100u);
-        form.mnuRunStepInto_Click();   // NOP: only what was typed since the last stop
-        QCOMPARE(markedRows(), (QList<int>{TOC1, TMSK1}));
-        form.mnuRunStepInto_Click();   // NOP: nothing changed
+        form.mnuRunStepInto_Click();   // NOP: what was typed is no change of this step
         QCOMPARE(markedRows(), QList<int>{});
     }
 
@@ -216,8 +176,7 @@ private slots:
         BoardProcess emulator;
         QVERIFY(!emulator.DevicePath().isEmpty());
         MainFormFixture f;
-        QByteArray sent;
-        frmMain& form = StartRecording(f, emulator.DevicePath(), sent);
+        frmMain& form = f.StartOn(emulator.DevicePath());
         // The registers as a reset leaves them: TOC2 untouched, the SCI idle, the PIA's pins high.
         OpenEveryWindow(form);
         auto* timer = qobject_cast<RegisterWindow*>(form.Window("frmRegTimer"));
@@ -231,20 +190,31 @@ private slots:
         EnterValue(pia, 2, "$0F");    // Dir A
         EnterValue(pia, 1, "$05");    // DataOut A
         QCOMPARE(pia->Cell(0), QString("%11110101"));
+        QVERIFY(f.boxes.boxes.isEmpty());
+    }
 
-        // One read of the block serves all seven windows; the PIA window reads its own.
-        sent.clear();
+    // One read of the block serves all seven windows; the PIA window reads its own.
+    void oneReadServesTheBlockWindows()
+    {
+        MainFormFixture f;
+        ScriptedMonitor board(f);
+        frmMain& form = f.Start();
+        for (const WindowCase& w : Windows)
+            Open(form, w);
+        const auto reads = [&](std::int32_t address, int count) {
+            return int(board.frames.count(monitor::ReadFrame(address, count)));
+        };
+        board.frames.clear();
         form.RefreshRun();
-        QCOMPARE(Reads(sent, RegisterBlockAddress, RegisterBlockSize), 1);
-        QCOMPARE(Reads(sent, PiaAddress, PiaSize), 1);
+        QCOMPARE(reads(RegisterBlockAddress, RegisterBlockSize), 1);
+        QCOMPARE(reads(PiaAddress, PiaSize), 1);
         for (const WindowCase& w : Windows)
             if (QString(w.window) != "frmRegPIA")
                 form.Menu(w.entry)->trigger();   // closes it
-        sent.clear();
+        board.frames.clear();
         form.RefreshRun();
-        QCOMPARE(Reads(sent, RegisterBlockAddress, RegisterBlockSize), 0);
-        QCOMPARE(Reads(sent, PiaAddress, PiaSize), 1);
-        QVERIFY(f.boxes.boxes.isEmpty());
+        QCOMPARE(reads(RegisterBlockAddress, RegisterBlockSize), 0);
+        QCOMPARE(reads(PiaAddress, PiaSize), 1);
     }
 };
 

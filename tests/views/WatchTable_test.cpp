@@ -4,8 +4,8 @@
 #include <QtTest>
 
 #include "code/SymbolTable.h"
+#include "core/ByteHistory.h"
 #include "core/TargetMoves.h"
-#include "views/ByteHistory.h"
 #include "views/WatchTable.h"
 
 #include <array>
@@ -131,18 +131,16 @@ private slots:
     {
         ByteHistory history;
         history.Seen(0x10, std::array<std::uint8_t, 3>{1, 2, 3});
-        QVERIFY(!history.AnyChanged(0x10, 3));   // nothing known before
-        history.Seen(0x11, 9);                     // a change without a move: not yet a change
+        QCOMPARE(history.ChangedBits(0x10, 3), 0u);   // nothing known before
+        history.Seen(0x11, 9);                          // a change without a move: not yet a change
         QVERIFY(!history.Changed(0x11));
 
         NoteTargetMoves();
         history.Seen(0x10, std::array<std::uint8_t, 3>{1, 7, 3});
-        QVERIFY(!history.Changed(0x10));
-        QVERIFY(history.Changed(0x11));            // against 9, the last value before the move
-        QVERIFY(!history.Changed(0x12));
-        QVERIFY(history.AnyChanged(0x0F, 3));
-        history.Seen(0x11, 9);                     // a second read after the move compares with the same
-        QVERIFY(history.Changed(0x11) == false);
+        // Against 9, the last value before the move; the first byte is the high one.
+        QCOMPARE(history.ChangedBits(0x0F, 4), 0x00000E00u);
+        history.Seen(0x11, 9);   // a second read after the move compares with the same
+        QVERIFY(!history.Changed(0x11));
 
         // Two moves without a read in between count as one.
         NoteTargetMoves();
@@ -153,7 +151,9 @@ private slots:
         history.Seen(0xFFFF, std::array<std::uint8_t, 2>{5, 6});
         NoteTargetMoves();
         history.Seen(0xFFFF, std::array<std::uint8_t, 2>{5, 8});
-        QVERIFY(history.Changed(0x0000) && !history.Changed(0xFFFF));
+        QCOMPARE(history.ChangedBits(0xFFFF, 2), 0x000Eu);
+        history.Clear();
+        QVERIFY(!history.Changed(0x0000));
     }
 };
 

@@ -1,5 +1,5 @@
 // The CPU register window in simulator mode and on a scripted board, and the
-// register window template as a block window uses it.
+// list window template as a block window uses it.
 #include <QtTest>
 
 #include "core/TargetState.h"
@@ -9,7 +9,6 @@
 #include "support/ModalPlayer.h"
 #include "support/ScriptedMonitor.h"
 #include "views/RegisterWindow.h"
-#include "workspace/ToolWindows.h"
 
 #include <QLabel>
 #include <QMdiArea>
@@ -19,6 +18,7 @@
 
 namespace {
 enum Row { A, B, D, IX, IY, PC, SP, CCR };
+enum TimerRow { TCNT = 0, TOC1 = 4 };
 
 // A=$12 B=$34 IX=$5678 IY=$9ABC SP=$00FF CCR=$D1 in the save area, PC $E000 on the host.
 RegisterWindow* OpenCpu(frmMain& form, std::array<std::uint8_t, 65536>& memory)
@@ -77,21 +77,6 @@ QString RightClick(frmMain& form, RegisterWindow* w, const QPoint& at, const cha
     return state;
 }
 
-const RegisterRow PortRows[] = {
-    {.name = "TOC1", .address = 0x1016, .isWord = true},
-    {.name = "PORTE", .address = 0x100A, .format = '%', .readOnly = true},
-    {.name = "PACNT", .address = 0x1027},
-};
-const RegisterWindowKind PortsKind = {
-    "Port Registers", "RegPorts", "mnuViewRegPorts", PortRows, true, &ReadRegisterBlockSource, &RegisterBlockValue,
-};
-// The window under test in the place of the port window.
-struct PluggedPorts {
-    toolwindows::Factory previous =
-        toolwindows::SetFactory("frmRegPorts", [](frmMain&) -> QWidget* { return new RegisterWindow(PortsKind); });
-    ~PluggedPorts() { toolwindows::SetFactory("frmRegPorts", previous); }
-};
-
 void Activate(frmMain& form, QWidget* window)
 {
     form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(window->parentWidget()));
@@ -105,9 +90,17 @@ private slots:
     {
         MainFormFixture f;
         frmMain& form = f.Start();
+        form.showNormal();
+        form.resize(1000, 560);
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
         TargetMode = SimulatorMode;
         RegisterWindow* cpu = OpenCpu(form, TargetMemory);
         QCOMPARE(Cells(cpu), (QStringList{"$12", "$34", "$1234", "$5678", "$9ABC", "$E000", "$00FF", "%SX0I000C"}));
+        // At its default place every row is in sight, and no value is cut by the window's edge.
+        QCoreApplication::processEvents();
+        const QRect view = cpu->ListView->viewport()->rect();
+        QVERIFY(view.contains(cpu->ListView->visualItemRect(cpu->ListView->topLevelItem(CCR))));
+        QVERIFY(cpu->ListView->columnWidth(0) + cpu->ValueColumnWidth() <= view.width());
 
         QCOMPARE(EnterValue(cpu, D, "$BEEF"), (QStringList{"D:", "$1234"}));
         QCOMPARE(TargetMemory[0], 0xBE);
@@ -239,51 +232,48 @@ private slots:
     // across the dialog, activation and a lost link.
     void blockWindowWritesAndAutoRefreshUntilTheLinkIsLost()
     {
-        PluggedPorts plugged;
         MainFormFixture f;
         ScriptedMonitor board(f);
         board.memory[0x1016] = 0x12;
         board.memory[0x1017] = 0x34;
-        board.memory[0x100A] = 0x81;
         frmMain& form = f.Start();
-        auto* ports = qobject_cast<RegisterWindow*>(form.LoadWindow("frmRegPorts"));
-        QCOMPARE(ports->Cell(0), QString("$1234"));
-        QCOMPARE(ports->Cell(1), QString("%10000001"));
+        auto* timer = qobject_cast<RegisterWindow*>(form.LoadWindow("frmRegTimer"));
+        QCOMPARE(timer->Cell(TOC1), QString("$1234"));
 
         // One write, high byte first, then one read of the block for the redraw.
         board.frames.clear();
         {
             ModalPlayer player([&](QDialog& dialog) { TypeAndPressOK(dialog, "Text", "$BEEF"); });
-            ports->SelectRow(0);
-            ports->mnuEnter();
+            timer->SelectRow(TOC1);
+            timer->mnuEnter();
         }
         QCOMPARE(board.Count('W'), 1);
         QCOMPARE(board.frames[0].mid(0, 6), QByteArray::fromHex("57101602BEEF"));
         QCOMPARE(board.Count('R'), 1);
-        QCOMPARE(ports->Cell(0), QString("$BEEF"));
+        QCOMPARE(timer->Cell(TOC1), QString("$BEEF"));
 
         QWidget* cpu = form.LoadWindow("frmRegCPU");
-        Activate(form, ports);
-        ports->mnuAutoRefresh();
+        Activate(form, timer);
+        timer->mnuAutoRefresh();
         QVERIFY(form.tmrRefresh.isActive());
         QCOMPARE(form.tmrRefresh.interval(), 100);
         // A tick refreshes the active window from the target, but not while anything runs.
-        board.memory[0x1027] = 0x42;
+        board.memory[0x100F] = 0x42;
         for (bool* running : {&BoardRunning, &PlayActive, &AnimateActive}) {
             *running = true;
             form.tmrRefresh_Timer();
             *running = false;
         }
-        QCOMPARE(ports->Cell(2), QString("$00"));
+        QCOMPARE(timer->Cell(TCNT), QString("$0000"));
         form.tmrRefresh_Timer();
-        QCOMPARE(ports->Cell(2), QString("$42"));
+        QCOMPARE(timer->Cell(TCNT), QString("$0042"));
 
         // Off while the dialog is up; a cancelled dialog writes nothing.
         bool timerDuringDialog = true;
         {
             ModalPlayer player([&](QDialog&) { timerDuringDialog = form.tmrRefresh.isActive(); });
-            ports->SelectRow(2);
-            ports->mnuEnter();
+            timer->SelectRow(TOC1);
+            timer->mnuEnter();
         }
         QVERIFY(!timerDuringDialog);
         QCOMPARE(board.Count('W'), 1);
@@ -291,7 +281,7 @@ private slots:
 
         Activate(form, cpu);
         QVERIFY(!form.tmrRefresh.isActive());
-        Activate(form, ports);
+        Activate(form, timer);
         QVERIFY(form.tmrRefresh.isActive());
 
         // A lost link clears the window and ends auto refresh for good.
@@ -301,12 +291,12 @@ private slots:
         form.tmrRefresh_Timer();
         SetTickCountSource(clock);
         QCOMPARE(f.boxes.boxes.size(), 1);
-        QCOMPARE(ports->ValueColumnWidth(), 0);
-        QVERIFY(!ports->AutoRefresh);
+        QCOMPARE(timer->ValueColumnWidth(), 0);
+        QVERIFY(!timer->AutoRefresh);
         QVERIFY(!form.tmrRefresh.isActive());
         board.silent = false;
-        ports->mnuRefresh();
-        QVERIFY(ports->ValueColumnWidth() > 0);
+        timer->mnuRefresh();
+        QVERIFY(timer->ValueColumnWidth() > 0);
         QVERIFY(!form.tmrRefresh.isActive());
     }
 };

@@ -35,17 +35,17 @@ QByteArray Example(const QString& name)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+bool Lit(QLabel* lamp)
+{
+    return lamp->palette().color(QPalette::Window) == QColor(255, 0, 0);
+}
+
 QString Leds(frmIOBOard* unit)
 {
     QString lit;
     for (QLabel* led : unit->ShapeLed)
-        lit += led->palette().color(QPalette::Window) == QColor(255, 0, 0) ? '1' : '0';
+        lit += Lit(led) ? '1' : '0';
     return lit;
-}
-
-bool Lit(QLabel* lamp)
-{
-    return lamp->palette().color(QPalette::Window) == QColor(255, 0, 0);
 }
 
 void SaveScreenshot(QWidget* window, const char* file)

@@ -1,4 +1,4 @@
-#include "views/ByteHistory.h"
+#include "core/ByteHistory.h"
 
 #include "core/TargetMoves.h"
 
@@ -24,18 +24,18 @@ void ByteHistory::Seen(std::int32_t address, std::span<const std::uint8_t> bytes
         Seen(address + static_cast<std::int32_t>(i), bytes[i]);
 }
 
-bool ByteHistory::Changed(std::int32_t address) const
+std::uint8_t ByteHistory::ChangedBits(std::int32_t address) const
 {
     const Byte& byte = bytes_[static_cast<std::size_t>(address & 0xFFFF)];
-    return byte.hasBefore && byte.before != byte.latest;
+    return byte.hasBefore ? byte.before ^ byte.latest : 0;
 }
 
-bool ByteHistory::AnyChanged(std::int32_t address, int count) const
+std::uint32_t ByteHistory::ChangedBits(std::int32_t address, int count) const
 {
+    std::uint32_t bits = 0;
     for (int i = 0; i < count; ++i)
-        if (Changed(address + i))
-            return true;
-    return false;
+        bits = bits << 8 | ChangedBits(address + i);
+    return bits;
 }
 
 void ByteHistory::Clear()
