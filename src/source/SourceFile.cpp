@@ -25,13 +25,19 @@ SaveFaultHook SetSaveFaultHook(SaveFaultHook hook)
     return std::exchange(FaultHook(), std::move(hook));
 }
 
+namespace {
+const QByteArray Utf8Bom("\xEF\xBB\xBF");
+}  // namespace
+
 DecodedSource DecodeSource(const QByteArray& bytes)
 {
     DecodedSource out;
+    // The decoder drops a leading byte order mark; the encoding remembers it.
     QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     out.text = utf8.decode(bytes);
+    out.encoding.bom = bytes.startsWith(Utf8Bom);
     if (utf8.hasError()) {
-        out.encoding.utf8 = false;
+        out.encoding.utf8 = out.encoding.bom = false;
         out.text = QString::fromLatin1(bytes);
     }
     const qsizetype lineFeeds = bytes.count('\n');
@@ -48,7 +54,7 @@ bool EncodeSource(const QString& text, const SourceEncoding& encoding, QByteArra
     if (encoding.crlf)
         lines.replace(QLatin1String("\n"), QLatin1String("\r\n"));
     if (encoding.utf8) {
-        bytes = lines.toUtf8();
+        bytes = (encoding.bom ? Utf8Bom : QByteArray()) + lines.toUtf8();
         return true;
     }
     for (QChar c : lines)

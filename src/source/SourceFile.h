@@ -11,6 +11,7 @@
 struct SourceEncoding {
     bool utf8 = true;    // valid UTF-8; otherwise one byte a character
     bool crlf = false;   // lines end in CR LF; otherwise in LF
+    bool bom = false;    // a UTF-8 file that starts with a byte order mark, kept out of the text
 };
 
 struct DecodedSource {

@@ -1,6 +1,6 @@
 #include "workspace/TerminalKeys.h"
 
-#include "workspace/CodePage852.h"
+#include "core/CodePage852.h"
 
 #include <Qt>
 

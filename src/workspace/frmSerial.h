@@ -5,7 +5,7 @@
 #pragma once
 
 #include "views/ToolWindow.h"
-#include "workspace/TerminalScreen.h"
+#include "core/TerminalScreen.h"
 
 class QPlainTextEdit;
 

@@ -13,7 +13,7 @@ private slots:
     {
         const std::pair<QByteArray, bool> rows[] = {   // bytes, CR LF line ends
             {"  LDAA #1\nL1 RTS\n", false}, {"  LDAA #1\r\nL1 RTS", true}, {"* caf\xe9 \xa0\xff\r\n", true},
-            {"* caf\xc3\xa9\n", false}, {"", false}};
+            {"* caf\xc3\xa9\n", false}, {"\xef\xbb\xbf NOP\r\n", true}, {"", false}};
         for (const auto& [bytes, crlf] : rows) {
             const DecodedSource source = DecodeSource(bytes);
             QCOMPARE(source.encoding.crlf, crlf);

@@ -1,8 +1,8 @@
 #include <QtTest>
 
-#include "workspace/CodePage852.h"
+#include "core/CodePage852.h"
 #include "workspace/TerminalKeys.h"
-#include "workspace/TerminalScreen.h"
+#include "core/TerminalScreen.h"
 
 #include <random>
 
@@ -130,6 +130,9 @@ private slots:
         QVERIFY(screen.Text().endsWith("98\n99\n"));
         screen.Display("\rX");
         QVERIFY(screen.Text().endsWith("99\nX"));
+        // Lines written and backspaced over in one block: the caret went up past the cap.
+        screen.Display(QByteArray(30, '\n') + QByteArray(60, '\x08'));
+        QVERIFY(screen.LineCount() <= 12);
     }
 
     void codePage()

@@ -731,6 +731,10 @@ std::string AssemblyResult::ErrorFileText() const
 
 AssemblyResult AssembleSource(std::string_view source, std::string_view moduleName)
 {
+    // Editors that save UTF-8 may start the file with a byte order mark; it is
+    // no part of the first line.
+    if (source.starts_with("\xEF\xBB\xBF"))
+        source.remove_prefix(3);
     return Assembly().Run(source, moduleName);
 }
 

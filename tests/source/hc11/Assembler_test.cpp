@@ -75,6 +75,7 @@ private slots:
         const std::string longName(40, 'a'), longOther = std::string(39, 'a') + "b";   // all letters count
         QCOMPARE(CodeAt(longName + " EQU 1\n" + longOther + " EQU 2\n FCB " + longName + "," + longOther + "\n", 0, 2),
                  QString("01 02"));
+        QCOMPARE(CodeAt("\xEF\xBB\xBF ORG $1000\n NOP\n", 0x1000, 1), QString("01"));   // a UTF-8 byte order mark
     }
 
     void motorolaSpellingsAssembleAsTheManualsOnes()

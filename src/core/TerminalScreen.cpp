@@ -1,6 +1,6 @@
-#include "workspace/TerminalScreen.h"
+#include "core/TerminalScreen.h"
 
-#include "workspace/CodePage852.h"
+#include "core/CodePage852.h"
 
 #include <algorithm>
 #include <climits>
@@ -150,17 +150,16 @@ TerminalScreen::Change TerminalScreen::TrimAndReport()
     change.from = std::min(dirtyFrom_, static_cast<int>(text_.size()));
     if (lineFeeds_ <= maxLines_ + maxLines_ / 8)
         return change;
-    // Drop the oldest lines down to MaxLines.
+    // Drop the oldest lines down to MaxLines. A caret that backspaces went up
+    // into them moves to the first line kept (a Hex caret is always on the last row).
     int head = 0;
     for (int drop = lineFeeds_ + 1 - maxLines_; drop > 0; --drop)
         head = static_cast<int>(text_.indexOf(QLatin1Char('\n'), head)) + 1;
-    head = std::min(head, std::min(caret_, lineStart_));
     text_.remove(0, head);
     lineFeeds_ = static_cast<int>(text_.count(QLatin1Char('\n')));
-    caret_ -= head;
-    lineStart_ -= head;
-    lineEnd_ -= head;
+    caret_ = std::max(caret_ - head, 0);
     hexRowStart_ -= head;
+    FindCaretLine();
     if (change.whole || change.from < head) {
         change.whole = true;
         change.from = 0;

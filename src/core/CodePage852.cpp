@@ -1,4 +1,4 @@
-#include "workspace/CodePage852.h"
+#include "core/CodePage852.h"
 
 #include <array>
 

@@ -1,0 +1,3 @@
+﻿* counter
+ ORG $E000
+ NOP

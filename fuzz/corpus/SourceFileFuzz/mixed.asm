@@ -1,0 +1,3 @@
+ ORG $E000
+ NOP
+ RTS

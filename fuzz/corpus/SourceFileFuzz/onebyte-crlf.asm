@@ -1,0 +1,3 @@
+* Záhler þ
+LOOP  INC  $1004
+      BRA  LOOP

@@ -1,0 +1,3 @@
+* Zähler auf Port B
+LOOP  INC  $1004
+      BRA  LOOP
