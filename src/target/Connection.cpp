@@ -89,7 +89,7 @@ bool TargetLink::StartFreeRun()
     MSComm.Output(monitor::ExecuteFrame(CpuRegisters));
     // The acknowledgement is one byte; no events may run meanwhile.
     const std::uint32_t start = GetTickCount();
-    while (MSComm.InBufferCount() < 1 && GetTickCount() - start < exchange_timeout::Write)
+    while (MSComm.InBufferCount() < 1 && GetTickCount() - start < exchange_timeout::Write * exchange_timeout::Stretch)
         MSComm.WaitForInput(std::chrono::milliseconds(1));
     QByteArray answer;
     if (MSComm.InBufferCount() >= 1) {

@@ -31,7 +31,7 @@ ExchangeResult RunExchange(MSComm& comm, const QByteArray& frame, const Exchange
     for (;;) {
         if (comm.InBufferCount() == rules.replySize)
             break;
-        if (rules.timeoutMs && GetTickCount() - start >= *rules.timeoutMs)
+        if (rules.timeoutMs && GetTickCount() - start >= *rules.timeoutMs * exchange_timeout::Stretch)
             return ExchangeResult::NoResponse;
         if (rules.pumpEvents) {
             DoEvents();

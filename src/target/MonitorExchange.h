@@ -42,4 +42,8 @@ constexpr std::uint32_t Program = 200;    // InProgram's 256 bytes
 constexpr std::uint32_t Write = 100;      // OutByte, OutBytes, "P", "X"
 constexpr std::uint32_t Erase = 3000;
 constexpr std::uint32_t Step = 1000;      // a plain step
+// Every wait is multiplied by this. The IDE leaves it at 1; tests that talk to
+// the board emulator raise it, because on a busy machine the emulator's
+// process may not be scheduled within 100 ms.
+inline std::uint32_t Stretch = 1;
 } // namespace exchange_timeout

@@ -1,13 +1,19 @@
 #include "support/BoardProcess.h"
 
+#include "target/MonitorExchange.h"
+
 #include <csignal>
 
 namespace {
 constexpr int StartMs = 5000;
+// The emulator is a separate process: on a busy machine it may miss the
+// monitor's 100 ms, so the exchanges wait longer while it runs.
+constexpr std::uint32_t BusyMachineStretch = 5;
 }
 
 BoardProcess::BoardProcess(const QStringList& arguments)
 {
+    exchange_timeout::Stretch = BusyMachineStretch;
     process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process_.start(qEnvironmentVariable("ORVANE_PROGRAM_DIR") + QStringLiteral("/hc11board"), arguments);
     if (!process_.waitForStarted(StartMs))
@@ -19,6 +25,7 @@ BoardProcess::BoardProcess(const QStringList& arguments)
 
 BoardProcess::~BoardProcess()
 {
+    exchange_timeout::Stretch = 1;
     if (process_.state() == QProcess::NotRunning)
         return;
     process_.terminate();
