@@ -22,30 +22,6 @@ void Poke(std::array<std::uint8_t, 65536>& memory, std::int32_t address, std::in
 class SteppingTest : public QObject {
     Q_OBJECT
 private slots:
-    void branchesInTheSimulatorMoveOnlyThePc()
-    {
-        DebuggerFixture f(true);
-        Debugger& debug = f.debugger;
-        CpuRegisters.PC = 0x2000;
-        Poke(TargetMemory, 0x2000, {0x20, 0xFE, 0x27, 0xFC, 0x26, 0xFA});   // BRA *; BEQ $2000; BNE $2000
-        CpuRegisters.A = 0x33;
-        debug.StepInto();
-        debug.StepInto();
-        QCOMPARE(CpuRegisters.PC, 0x2000);
-        QCOMPARE(ClockCount, 6);
-        CpuRegisters.PC = 0x2002;
-        CpuRegisters.CCR = 0x04;
-        CpuRegisters.FlagZ = true;
-        debug.StepInto();   // BEQ taken backwards
-        QCOMPARE(CpuRegisters.PC, 0x2000);
-        CpuRegisters.PC = 0x2004;
-        debug.StepInto();   // BNE not taken
-        QCOMPARE(CpuRegisters.PC, 0x2006);
-        QCOMPARE(CpuRegisters.A, 0x33);
-        QCOMPARE(CpuRegisters.CCR, 0x04);
-
-    }
-
     void stepOverAndOutStopAtATemporaryEntryOrAUsersBreakpoint()
     {
         DebuggerFixture f(true);
@@ -119,14 +95,11 @@ private slots:
         QCOMPARE(f.reports.state, LinkState::Running);
         QVERIFY(!f.view.pauseOn && f.view.frozen);
 
+        // The reset report itself is BoardLink_test's; here the display thaws and refreshes once.
         f.line.Arrive("\r\nMonitor BBB");
         QTRY_VERIFY(!BoardRunning);
-        QCOMPARE(CpuRegisters.PC, 0xE000);
-        QCOMPARE(f.reports.state, LinkState::Ready);
-        QCOMPARE(QString(StatusSuffix), QString(" (Reset)"));
         QVERIFY(!f.view.frozen);
         QCOMPARE(f.view.refreshRuns, 1);
-        QCOMPARE(f.view.terminal, QByteArray("\r\nMonitor "));   // the report itself is not shown
     }
 
     void aRunWantsOneAckAndPassesTheRestToTheTerminal()

@@ -221,7 +221,6 @@ private slots:
         EnterValue(cpu, A, "$01");
         SetTickCountSource(clock);
         QCOMPARE(f.boxes.boxes.size(), 1);
-        QCOMPARE(f.boxes.boxes[0].caption, QString("Orvane - Communication Error"));
         QVERIFY(!BoardConnected);
         QCOMPARE(Cells(cpu), QStringList(8, QString()));
         QCOMPARE(cpu->ValueColumnWidth(), 0);
