@@ -227,11 +227,14 @@ private slots:
         QTest::keyClicks(terminal->RichText, "A~");
         QTRY_COMPARE(terminal->RichText->toPlainText(), HexRow("41 7E", "A~"));
 
-        // The reset report ends the run; then keys send nothing.
+        // The reset report ends the run, its first three bytes shown as user
+        // output; the PC is read from the vector; then keys send nothing.
         emulator.Reset();
         QTRY_VERIFY(!BoardRunning);
         QCOMPARE(form.PanelText(1), QString("HC11 Board: Ready (Reset)"));
+        QCOMPARE(CpuRegisters.PC, 0xE000);
         const QString shown = terminal->RichText->toPlainText();
+        QCOMPARE(shown, HexRow("41 7E 0D 0A 3E", "A~..>"));
         QTest::keyClicks(terminal->RichText, "zz");
         std::int32_t address = 0x0100;
         std::uint8_t byte = 0;
