@@ -64,30 +64,6 @@ private slots:
         QVERIFY(!QFileInfo::exists(work.filePath("run")));
     }
 
-    void twoRunsAtOnceKeepTheirOwnFiles()
-    {
-        // Two IDEs, one source name in two folders with different code.
-        WorkFolder otherSources;
-        QVERIFY(sources.Write("prog.asm", " ORG $E000\n FCB $11\n"));
-        QVERIFY(otherSources.Write("prog.asm", " ORG $E000\n FCB $22\n LDAX\n"));
-        QTemporaryDir work;
-        AssembleRun first(program.dir.path(), work.filePath("first"));
-        AssembleRun second(program.dir.path(), work.filePath("second"));
-        AssembleRun::Outcome inner;
-        // The second run starts and ends while the first one's batch is out.
-        connect(&first, &AssembleRun::Started, this, [&] {
-            const QString o = otherSources.Path("prog");
-            inner = second.Run(o + ".asm", o + ".lst", o + ".s19", o + ".err");
-        });
-        const AssembleRun::Outcome outer = Assemble(first, "prog");
-        QCOMPARE(outer.status, AssembleRun::Status::Finished);
-        QCOMPARE(inner.status, AssembleRun::Status::Finished);
-        QVERIFY(!outer.errorsArrived && inner.errorsArrived);
-        QVERIFY(sources.Read("prog.s19").contains("E00011"));
-        QVERIFY(otherSources.Read("prog.s19").contains("E00022"));
-        QVERIFY(!QFile::exists(Src("prog.err")));
-    }
-
     void batchThatNeverEndsIsStoppedAndCleanedUp_data()
     {
         QTest::addColumn<bool>("cancel");

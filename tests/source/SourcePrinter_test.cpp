@@ -1,12 +1,6 @@
 #include <QtTest>
 
-#include "platform/Fonts.h"
 #include "source/SourcePrinter.h"
-#include "support/PdfText.h"
-
-#include <QFontMetricsF>
-#include <QPdfWriter>
-#include <QTemporaryDir>
 
 namespace {
 // A fixed-pitch page of columns x rows characters, each 10 units wide and high.
@@ -37,7 +31,6 @@ class SourcePrinterTest : public QObject {
 private slots:
     void pagesFollowTheRoomOnThePage();
     void headerAndLinesAreCutAtTheRightEdge();
-    void printedPdfHoldsEveryLineInOrder();
 };
 
 void SourcePrinterTest::pagesFollowTheRoomOnThePage()
@@ -77,59 +70,6 @@ void SourcePrinterTest::headerAndLinesAreCutAtTheRightEdge()
     QCOMPARE(pages[0].header, QString(16, QLatin1Char('X')) + QStringLiteral(" 1/1"));
     QCOMPARE(pages[0].lines, (QStringList{QStringLiteral("LOOP     LDAA     #$"), QStringLiteral("         NOP"),
                                           QString(20, QLatin1Char('Z'))}));
-}
-
-void SourcePrinterTest::printedPdfHoldsEveryLineInOrder()
-{
-    if (!PdfTextAvailable())
-        QSKIP("pdftotext (poppler-utils) is not installed: scripts/setup.sh installs it");
-    QTemporaryDir dir;
-    const QString file = dir.filePath(QStringLiteral("listing.pdf"));
-    const QFont font = FixedPitchFont(QStringLiteral("Courier New"), 10);
-    int rows = 0;
-    {
-        QPdfWriter writer(file);
-        writer.setResolution(300);
-        // A page exactly 53 rows of this font high (and a little more): 50 source lines a page.
-        const QFontMetricsF metrics(font, &writer);
-        const double inch = writer.resolution();
-        const double height = metrics.height() * 53.5 / inch * 72.0;
-        writer.setPageMargins(QMarginsF(0, 0, 0, 0));
-        writer.setPageSize(QPageSize(QSizeF(500, height), QPageSize::Point));
-        rows = int(writer.height() / metrics.height());
-        QString text;
-        for (int i = 1; i <= 200; ++i)
-            text += (i == 7 ? QStringLiteral("TAB\tLDAA\t#$%1").arg(i) : QStringLiteral("line %1").arg(i)) + "\r\n";
-        text.chop(2);
-        QVERIFY(PrintSource(QStringLiteral("PROGRAM.ASM"), text, font, writer));
-    }
-    QCOMPARE(rows, 53);
-    const QList<QStringList> pages = PdfPages(file);
-    QCOMPARE(pages.size(), 4);
-    QStringList body;
-    for (int p = 0; p < pages.size(); ++p) {
-        const QString header = pages[p].value(0);
-        QVERIFY2(header.startsWith("PROGRAM.ASM ") && header.endsWith(QStringLiteral(" %1/4").arg(p + 1)),
-                 qPrintable(header));
-        for (const QString& line : pages[p].mid(1))
-            if (!line.trimmed().isEmpty() && !line.startsWith("TAB"))
-                body << line;
-    }
-    QStringList expected;   // every line but the tabbed one, in order
-    for (int i = 1; i <= 200; ++i)
-        if (i != 7)
-            expected << QStringLiteral("line %1").arg(i);
-    QCOMPARE(body, expected);
-    // The tabbed line: its words start at columns 0, 9 and 18, whatever the font's width.
-    const QList<PdfWord> words = PdfWords(file);
-    const auto tab = std::find_if(words.begin(), words.end(), [](const PdfWord& w) { return w.text == "TAB"; });
-    QVERIFY(tab != words.end());
-    const double column = (tab->right - tab->left) / 3;
-    QStringList columns;
-    for (const PdfWord& w : words)
-        if (w.page == tab->page && qAbs(w.top - tab->top) < 0.5)
-            columns << QStringLiteral("%1 %2").arg(qRound((w.left - tab->left) / column)).arg(w.text);
-    QCOMPARE(columns, (QStringList{"0 TAB", "9 LDAA", "18 #$7"}));
 }
 
 QTEST_MAIN(SourcePrinterTest)

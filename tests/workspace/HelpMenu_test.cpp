@@ -9,8 +9,6 @@
 #include <QImage>
 #include <QLabel>
 #include <QMenu>
-#include <QMenuBar>
-#include <QPainter>
 #include <QPushButton>
 #include <QToolBar>
 #include <array>
@@ -77,41 +75,17 @@ private slots:
         QCOMPARE(texts, QStringList({"About HC11 Orvane", QString("Version %1.%2").arg(VersionMajor).arg(VersionMinor)}));
     }
 
-    void buttonPicturesAndScreenshotOfTheMainWindow()
+    void everyButtonHasAPictureOfItsOwn()
     {
-        // ORVANE_SCREENSHOT names a folder for main-window(-view-menu).png (use a real display for its fonts).
         MainFormFixture f;
         frmMain& form = f.Start();
-        form.showNormal();
-        form.resize(1000, 560);
-        QVERIFY(QTest::qWaitForWindowExposed(&form));
-        QImage shot = form.grab().toImage();
-        QVERIFY(shot.width() >= 1000);
-        // Every button has a picture of its own: something drawn, unlike any other's.
         QSet<qint64> pictures;
-        for (QAction* button : form.tbToolbar->actions()) {
-            if (button->isSeparator() || !button->isVisible())
-                continue;
-            const QImage image = button->icon().pixmap(16, 16).toImage();
-            int drawn = 0;
-            for (int y = 0; y < 16; ++y)
-                for (int x = 0; x < 16; ++x)
-                    drawn += qAlpha(image.pixel(x, y)) > 0;
-            QVERIFY2(drawn > 20, qPrintable(button->toolTip()));
-            pictures.insert(qHashBits(image.constBits(), image.sizeInBytes()));
-        }
+        for (QAction* button : form.tbToolbar->actions())
+            if (!button->isSeparator() && button->isVisible()) {
+                const QImage image = button->icon().pixmap(16, 16).toImage();
+                pictures.insert(qHashBits(image.constBits(), image.sizeInBytes()));
+            }
         QCOMPARE(pictures.size(), 24);
-        QVERIFY(!form.windowIcon().isNull());
-        const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
-        if (folder.isEmpty())
-            return;
-        QVERIFY(shot.save(QDir(folder).filePath("main-window.png")));
-        QMenu* view = form.MenuOf("mnuView");
-        view->popup(form.menuBar()->mapToGlobal(form.menuBar()->actionGeometry(view->menuAction()).bottomLeft()));
-        QVERIFY(QTest::qWaitForWindowExposed(view));
-        QPainter(&shot).drawPixmap(form.mapFromGlobal(view->pos()), view->grab());
-        view->close();
-        QVERIFY(shot.save(QDir(folder).filePath("main-window-view-menu.png")));
     }
 };
 

@@ -78,21 +78,18 @@ private slots:
         for (int round = 0; round < 20; ++round) {
             for (auto& byte : bus.memory.bytes)
                 byte = std::uint8_t(random());
-            cpu.regs = {std::uint8_t(random()), std::uint8_t(random()), std::uint16_t(random()),
-                        std::uint16_t(random()), std::uint16_t(random()), std::uint16_t(random()),
-                        std::uint8_t(random())};
-            cpu.SetState(RunState::Running);
+            const auto word = [&] { return std::uint16_t(random()); };
+            cpu.regs = {std::uint8_t(random()), std::uint8_t(random()), word(), word(), word(), word(), std::uint8_t(random())};
             cpu.SetXirq(round % 3 == 0);
             cpu.SetMaskableRequest(round % 2 ? IrqVector : 0);
             std::uint64_t sum = cpu.cycles;
             for (int step = 0; step < 20000; ++step) {
-                bus.accesses = 0;
-                const int spent = cpu.Step();
-                QVERIFY(spent >= 0 && spent <= 41);
-                QVERIFY(bus.accesses <= 5 + 9 + 2);
-                sum += spent;
                 if (cpu.State() != RunState::Running)
                     cpu.SetState(RunState::Running);
+                bus.accesses = 0;
+                const int spent = cpu.Step();
+                QVERIFY(spent >= 0 && spent <= 41 && bus.accesses <= 5 + 9 + 2);
+                sum += spent;
             }
             QCOMPARE(cpu.cycles, sum);
         }

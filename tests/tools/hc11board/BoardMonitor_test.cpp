@@ -116,22 +116,19 @@ private slots:
     void randomByteStreamsNeverBreakTheMonitor()
     {
         std::mt19937 random(20261123);
+        const std::uint8_t letters[] = {'R', 'W', 'P', 'E', 'S', 'X'};   // many frames start
         for (int round = 0; round < 200; ++round) {
             Monitor monitor(MonitorSettings{.stepBudget = 20000});
             std::uint64_t now = 0;
-            // Streams rich in command letters, so that many frames start.
-            const std::uint8_t letters[] = {'R', 'W', 'P', 'E', 'S', 'X'};
-            for (int i = 0; i < 2000; ++i) {
+            for (int i = 0; i < 2000; ++i, now += random() % 8 == 0 ? random() % 80 : 0) {
                 const std::uint8_t byte = (random() % 4 == 0) ? letters[random() % 6] : std::uint8_t(random());
-                now += random() % 8 == 0 ? random() % 80 : 0;
                 monitor.Receive(&byte, 1, now);
                 if (monitor.CurrentMode() == Monitor::Mode::Running)
                     monitor.Run(5000);
             }
             if (monitor.CurrentMode() == Monitor::Mode::Running)
                 monitor.Reset();
-            now += 1000;
-            monitor.Service(now);
+            monitor.Service(now += 1000);
             monitor.TakeOutput();
             QCOMPARE(Send(monitor, WriteFrame(0x7000, {0x5A, 0xA5}), now), AckOnly);
             QCOMPARE(Send(monitor, ReadFrame(0x7000, 2), now), (Bytes{6, 0x5A, 0xA5, 0x01}));
