@@ -140,18 +140,18 @@ bool ToolWindow::eventFilter(QObject* watched, QEvent* event)
     const QVariant row = watched->property(RowProperty);
     if (!row.isValid())
         return QWidget::eventFilter(watched, event);
+    const bool press = event->type() == QEvent::MouseButtonPress;
+    if (!press && event->type() != QEvent::MouseButtonDblClick)
+        return QWidget::eventFilter(watched, event);
     const auto* mouse = static_cast<QMouseEvent*>(event);
-    if (event->type() == QEvent::MouseButtonPress) {
+    if (press) {
         if (mouse->button() == Qt::LeftButton)
             Label_Click(row.toInt());
         else if (mouse->button() == Qt::RightButton)
             Label_RightButton(row.toInt(), mouse->globalPosition().toPoint());
         return true;
     }
-    if (event->type() == QEvent::MouseButtonDblClick) {
-        if (mouse->button() == Qt::LeftButton)
-            Label_DblClick(row.toInt());
-        return true;
-    }
-    return QWidget::eventFilter(watched, event);
+    if (mouse->button() == Qt::LeftButton)
+        Label_DblClick(row.toInt());
+    return true;
 }
