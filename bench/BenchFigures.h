@@ -6,6 +6,7 @@
 #include "platform/MsgBox.h"
 
 #include <QElapsedTimer>
+#include <QProcess>
 #include <QString>
 #include <cstdio>
 
@@ -13,6 +14,18 @@ inline QString BoardProgram()
 {
     return qEnvironmentVariable("ORVANE_PROGRAM_DIR", QStringLiteral(ORVANE_PROGRAM_DIR)) +
            QStringLiteral("/hc11board");
+}
+
+// Starts the board emulator; its first line of output names the pseudo-terminal
+// it serves. Empty when the program did not start.
+inline QString StartBoard(QProcess& board, const QStringList& arguments)
+{
+    board.start(BoardProgram(), arguments);
+    if (!board.waitForStarted(5000))
+        return {};
+    while (!board.canReadLine() && board.waitForReadyRead(5000)) {
+    }
+    return QString::fromLocal8Bit(board.readLine()).trimmed();
 }
 
 template <class Operation>

@@ -91,14 +91,11 @@ BoardRun DownloadToBoard(const QStringList& arguments, const QString& folder, in
     constexpr int Rounds = 3;
     BoardRun run;
     QProcess board;
-    board.start(BoardProgram(), arguments);
-    if (!board.waitForStarted(5000)) {
+    const QString path = StartBoard(board, arguments);
+    if (board.state() == QProcess::NotRunning) {
         ++failures;
         return run;
     }
-    while (!board.canReadLine() && board.waitForReadyRead(5000)) {
-    }
-    const QString path = QString::fromLocal8Bit(board.readLine()).trimmed();
     {
         frmMain form;
         form.MSComm.SetDeviceFactory(

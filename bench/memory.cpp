@@ -67,12 +67,9 @@ int main(int argc, char* argv[])
     {
         SaveSetting("Settings", "SimEnabled", "False");
         QProcess board;
-        board.start(BoardProgram(), {QStringLiteral("--paced")});
-        if (!board.waitForStarted(5000))
+        const QString path = StartBoard(board, {QStringLiteral("--paced")});
+        if (board.state() == QProcess::NotRunning)
             return 1;
-        while (!board.canReadLine() && board.waitForReadyRead(5000)) {
-        }
-        const QString path = QString::fromLocal8Bit(board.readLine()).trimmed();
         {
             frmMain form;
             form.MSComm.SetDeviceFactory(

@@ -25,12 +25,9 @@ struct Link {
 
     explicit Link(const QStringList& arguments)
     {
-        board.start(BoardProgram(), arguments);
-        if (!board.waitForStarted(5000))
+        const QString path = StartBoard(board, arguments);
+        if (board.state() == QProcess::NotRunning)
             return;
-        while (!board.canReadLine() && board.waitForReadyRead(5000)) {
-        }
-        const QString path = QString::fromLocal8Bit(board.readLine()).trimmed();
         form.MSComm.SetDeviceFactory(
             [path](int) -> std::unique_ptr<SerialDevice> { return std::make_unique<QtSerialDevice>(path); });
         form.MDIForm_Load();

@@ -114,12 +114,9 @@ Run FreeRun(const QStringList& arguments, int seconds, bool typeKeys)
 {
     Run result;
     QProcess board;
-    board.start(BoardProgram(), arguments);
-    if (!board.waitForStarted(5000))
+    const QString path = StartBoard(board, arguments);
+    if (board.state() == QProcess::NotRunning)
         return result;
-    while (!board.canReadLine() && board.waitForReadyRead(5000)) {
-    }
-    const QString path = QString::fromLocal8Bit(board.readLine()).trimmed();
     {
         frmMain form;
         form.MSComm.SetDeviceFactory(
