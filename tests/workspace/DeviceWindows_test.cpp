@@ -4,6 +4,8 @@
 // io-unit.png and serial-terminal.png are saved there.
 #include <QtTest>
 
+#include "support/TerminalRows.h"
+
 #include "core/AppSettings.h"
 #include "core/TargetState.h"
 #include "platform/SettingsStore.h"
@@ -55,10 +57,6 @@ void SaveScreenshot(QWidget* window, const char* file)
         QVERIFY(window->grab().save(QDir(folder).filePath(file)));
 }
 
-QString HexRow(const QString& hex, const QString& chars)
-{
-    return hex.leftJustified(48, ' ') + " | " + chars.leftJustified(16, ' ');
-}
 }  // namespace
 
 class DeviceWindowsTest : public QObject {

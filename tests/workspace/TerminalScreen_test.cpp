@@ -1,5 +1,7 @@
 #include <QtTest>
 
+#include "support/TerminalRows.h"
+
 #include "core/CodePage852.h"
 #include "workspace/TerminalKeys.h"
 #include "core/TerminalScreen.h"
@@ -16,10 +18,6 @@ QString Apply(QString old, const TerminalScreen& screen, const TerminalScreen::C
     return old.left(change.from) + screen.Text().mid(change.from);
 }
 
-QString HexRow(const QString& hex, const QString& chars)
-{
-    return hex.leftJustified(48, ' ') + " | " + chars.leftJustified(16, ' ');
-}
 }  // namespace
 
 class TerminalScreenTest : public QObject {
