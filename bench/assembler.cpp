@@ -13,7 +13,7 @@
 
 #include "../tests/support/AsmPrograms.h"
 #include "../tests/support/GnuHc11Pipeline.h"
-#include "source/hc11/Assembler.h"
+#include "hc11/asm/Assembler.h"
 
 namespace {
 

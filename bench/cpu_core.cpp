@@ -3,9 +3,9 @@
 // same kind of straight-line work handed one instruction at a time to Velmar
 // with its memory events. Real time is a 2 MHz E clock.
 
-#include "code/hc11/InstructionSet.h"
+#include "hc11/InstructionSet.h"
 #include "platform/Velmar.h"
-#include "target/hc11/Cpu.h"
+#include "hc11/Cpu.h"
 
 #include <array>
 #include <chrono>

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "source/hc11/Assembler.h"
+#include "hc11/asm/Assembler.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

@@ -1,6 +1,6 @@
 #include "code/Asm.h"
 #include "code/ProgramBufferAccess.h"
-#include "target/hc11/Cpu.h"
+#include "hc11/Cpu.h"
 
 using hc11::Mnemonic;
 using hc11::Mode;

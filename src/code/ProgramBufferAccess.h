@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "code/hc11/InstructionSet.h"
+#include "hc11/InstructionSet.h"
 #include "core/TargetState.h"
 
 namespace program_buffer {

@@ -20,7 +20,7 @@
 //  - An illegal opcode changes nothing.
 #pragma once
 
-#include "target/hc11/Cpu.h"
+#include "hc11/Cpu.h"
 
 #include <QObject>
 

@@ -1,7 +1,7 @@
 #include "source/AsmColouring.h"
 
-#include "source/hc11/AsmKeywords.h"
-#include "source/hc11/AsmSourceLine.h"
+#include "hc11/asm/AsmKeywords.h"
+#include "hc11/asm/AsmSourceLine.h"
 
 
 using namespace hc11::as11;

@@ -5,7 +5,7 @@
 #include <map>
 
 #include "code/Asm.h"
-#include "code/hc11/InstructionSet.h"
+#include "hc11/InstructionSet.h"
 #include "core/TargetState.h"
 
 namespace {

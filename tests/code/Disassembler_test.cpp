@@ -5,7 +5,7 @@
 #include "code/Asm.h"
 #include "code/DisAsmPage.h"
 #include "code/SymbolTable.h"
-#include "code/hc11/InstructionSet.h"
+#include "hc11/InstructionSet.h"
 #include "core/TargetState.h"
 #include "execution/Breakpoints.h"
 

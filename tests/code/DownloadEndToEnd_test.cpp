@@ -6,7 +6,7 @@
 #include "code/frmDisAsm.h"
 #include "core/TargetState.h"
 #include "source/SourceRecords.h"
-#include "source/hc11/Assembler.h"
+#include "hc11/asm/Assembler.h"
 #include "support/BoardProcess.h"
 #include "support/MainFormFixture.h"
 #include "support/S19Image.h"

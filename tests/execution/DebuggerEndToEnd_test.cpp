@@ -6,7 +6,7 @@
 #include "core/TargetState.h"
 #include "platform/DoEvents.h"
 #include "platform/SettingsStore.h"
-#include "source/hc11/Assembler.h"
+#include "hc11/asm/Assembler.h"
 #include "execution/Breakpoints.h"
 #include "support/BoardProcess.h"
 #include "support/CpuHarness.h"

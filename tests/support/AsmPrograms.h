@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <string>
 
-#include "code/hc11/InstructionSet.h"
+#include "hc11/InstructionSet.h"
 
 namespace asmtest {
 

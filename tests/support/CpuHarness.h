@@ -2,7 +2,7 @@
 // what they did.
 #pragma once
 
-#include "target/hc11/Cpu.h"
+#include "hc11/Cpu.h"
 
 #include <QString>
 

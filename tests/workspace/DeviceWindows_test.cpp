@@ -12,7 +12,7 @@
 #include "platform/DoEvents.h"
 #include "platform/PopupMenu.h"
 #include "source/SourceRecords.h"
-#include "source/hc11/Assembler.h"
+#include "hc11/asm/Assembler.h"
 #include "support/BoardProcess.h"
 #include "support/MainFormFixture.h"
 #include "support/S19Image.h"

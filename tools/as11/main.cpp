@@ -14,7 +14,7 @@
 #include <unistd.h>
 #include <vector>
 
-#include "source/hc11/Assembler.h"
+#include "hc11/asm/Assembler.h"
 
 namespace {
 

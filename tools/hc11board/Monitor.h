@@ -16,8 +16,8 @@
 
 #include "hc11board/BoardMemory.h"
 #include "hc11board/FrameParser.h"
-#include "target/hc11/Bus.h"
-#include "target/hc11/Cpu.h"
+#include "hc11/Bus.h"
+#include "hc11/Cpu.h"
 
 #include <array>
 #include <cstdint>

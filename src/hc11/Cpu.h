@@ -14,9 +14,9 @@
 // loops: WAI and STOP leave the core in a state the caller sees.
 #pragma once
 
-#include "code/hc11/InstructionSet.h"
-#include "target/hc11/Alu.h"
-#include "target/hc11/Bus.h"
+#include "hc11/InstructionSet.h"
+#include "hc11/Alu.h"
+#include "hc11/Bus.h"
 
 #include <cstdint>
 

@@ -1,14 +1,14 @@
-#include "source/hc11/Assembler.h"
+#include "hc11/asm/Assembler.h"
 
 #include <algorithm>
 #include <unordered_map>
 
-#include "source/hc11/AsmExpression.h"
-#include "source/hc11/AsmKeywords.h"
-#include "source/hc11/AsmListing.h"
-#include "source/hc11/AsmOperand.h"
-#include "source/hc11/AsmSourceLine.h"
-#include "source/hc11/S19Writer.h"
+#include "hc11/asm/AsmExpression.h"
+#include "hc11/asm/AsmKeywords.h"
+#include "hc11/asm/AsmListing.h"
+#include "hc11/asm/AsmOperand.h"
+#include "hc11/asm/AsmSourceLine.h"
+#include "hc11/asm/S19Writer.h"
 
 namespace hc11::as11 {
 namespace {

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "source/hc11/AsmKeywords.h"
+#include "hc11/asm/AsmKeywords.h"
 
 namespace hc11::as11 {
 

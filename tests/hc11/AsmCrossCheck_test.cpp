@@ -1,6 +1,6 @@
 #include <QtTest>
 
-#include "source/hc11/Assembler.h"
+#include "hc11/asm/Assembler.h"
 #include "support/AsmPrograms.h"
 #include "support/GnuHc11Pipeline.h"
 #include "support/S19Image.h"

@@ -1,4 +1,4 @@
-#include "source/hc11/AsmExpression.h"
+#include "hc11/asm/AsmExpression.h"
 
 namespace hc11::as11 {
 namespace {

@@ -1,4 +1,4 @@
-#include "code/hc11/InstructionSet.h"
+#include "hc11/InstructionSet.h"
 
 #include <array>
 

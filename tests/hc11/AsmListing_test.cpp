@@ -3,8 +3,8 @@
 #include <map>
 #include <sstream>
 
-#include "source/hc11/Assembler.h"
-#include "source/hc11/S19Writer.h"
+#include "hc11/asm/Assembler.h"
+#include "hc11/asm/S19Writer.h"
 #include "code/ListingReader.h"
 #include "support/AsmPrograms.h"
 #include "support/S19Image.h"

@@ -1,4 +1,4 @@
-#include "source/hc11/AsmListing.h"
+#include "hc11/asm/AsmListing.h"
 
 #include <algorithm>
 

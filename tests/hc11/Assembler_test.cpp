@@ -1,6 +1,6 @@
 #include <QtTest>
 
-#include "source/hc11/Assembler.h"
+#include "hc11/asm/Assembler.h"
 #include "support/S19Image.h"
 
 using namespace asmtest;

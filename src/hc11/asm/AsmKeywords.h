@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "code/hc11/InstructionSet.h"
+#include "hc11/InstructionSet.h"
 
 namespace hc11::as11 {
 

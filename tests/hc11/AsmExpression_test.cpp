@@ -3,7 +3,7 @@
 #include <map>
 #include <string>
 
-#include "source/hc11/AsmExpression.h"
+#include "hc11/asm/AsmExpression.h"
 
 using namespace hc11::as11;
 

@@ -1,4 +1,4 @@
-#include "source/hc11/AsmSourceLine.h"
+#include "hc11/asm/AsmSourceLine.h"
 
 
 namespace hc11::as11 {

@@ -1,8 +1,8 @@
-#include "source/hc11/AsmOperand.h"
+#include "hc11/asm/AsmOperand.h"
 
 #include <vector>
 
-#include "source/hc11/AsmSourceLine.h"
+#include "hc11/asm/AsmSourceLine.h"
 
 namespace hc11::as11 {
 namespace {

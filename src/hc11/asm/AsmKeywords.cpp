@@ -1,4 +1,4 @@
-#include "source/hc11/AsmKeywords.h"
+#include "hc11/asm/AsmKeywords.h"
 
 #include <string>
 #include <unordered_map>

@@ -1,4 +1,4 @@
-#include "source/hc11/S19Writer.h"
+#include "hc11/asm/S19Writer.h"
 
 #include <algorithm>
 

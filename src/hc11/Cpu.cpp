@@ -1,4 +1,4 @@
-#include "target/hc11/Cpu.h"
+#include "hc11/Cpu.h"
 
 #include <array>
 
