@@ -3,7 +3,7 @@
 // failures that the program reported in message boxes.
 #pragma once
 
-#include "platform/MsgBox.h"
+#include "platform/widgets/MsgBox.h"
 
 #include <QElapsedTimer>
 #include <QProcess>

@@ -6,12 +6,12 @@
 
 #include "BenchFigures.h"
 #include "HeadlessApp.h"
-#include "code/SymbolTable.h"
-#include "platform/MsgBox.h"
+#include "engine/code/SymbolTable.h"
+#include "platform/widgets/MsgBox.h"
 #include "platform/ProgramFolder.h"
 #include "platform/SettingsStore.h"
-#include "source/SourceRecords.h"
-#include "workspace/frmMain.h"
+#include "engine/source/SourceRecords.h"
+#include "ui/main/frmMain.h"
 
 namespace {
 // Routines of ten lines each, as people write them: comments, an equate, a

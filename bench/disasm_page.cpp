@@ -8,10 +8,10 @@
 #include <cstdio>
 
 #include "HeadlessApp.h"
-#include "code/DisAsmPage.h"
-#include "code/frmDisAsm.h"
-#include "core/TargetState.h"
-#include "workspace/frmMain.h"
+#include "engine/code/DisAsmPage.h"
+#include "ui/code/frmDisAsm.h"
+#include "engine/state/TargetState.h"
+#include "ui/main/frmMain.h"
 
 namespace {
 // A mixed program: loads, stores, branches, a call and a loop, repeated.

@@ -3,8 +3,8 @@
 #include <cstdio>
 #include <string>
 
-#include "code/Asm.h"
-#include "core/TargetState.h"
+#include "engine/code/Asm.h"
+#include "engine/state/TargetState.h"
 
 int main()
 {

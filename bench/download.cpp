@@ -12,12 +12,12 @@
 
 #include "BenchFigures.h"
 #include "HeadlessApp.h"
-#include "core/TargetState.h"
-#include "platform/MsgBox.h"
+#include "engine/state/TargetState.h"
+#include "platform/widgets/MsgBox.h"
 #include "platform/QtSerialDevice.h"
 #include "platform/SettingsStore.h"
-#include "source/SourceRecords.h"
-#include "workspace/frmMain.h"
+#include "engine/source/SourceRecords.h"
+#include "ui/main/frmMain.h"
 
 namespace {
 constexpr double ByteMs = 10 * 1000.0 / 38400;

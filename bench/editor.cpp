@@ -11,10 +11,10 @@
 
 #include "BenchFigures.h"
 #include "HeadlessApp.h"
-#include "platform/MsgBox.h"
-#include "source/frmEditor.h"
-#include "source/frmReplace.h"
-#include "workspace/frmMain.h"
+#include "platform/widgets/MsgBox.h"
+#include "ui/source/frmEditor.h"
+#include "ui/source/frmReplace.h"
+#include "ui/main/frmMain.h"
 
 namespace {
 constexpr int Lines = 50000;

@@ -7,13 +7,13 @@
 
 #include "BenchFigures.h"
 #include "HeadlessApp.h"
-#include "core/TargetState.h"
-#include "platform/ModalDialog.h"
-#include "platform/MsgBox.h"
+#include "engine/state/TargetState.h"
+#include "platform/widgets/ModalDialog.h"
+#include "platform/widgets/MsgBox.h"
 #include "platform/QtSerialDevice.h"
 #include "platform/SettingsStore.h"
-#include "views/frmMemory.h"
-#include "workspace/frmMain.h"
+#include "ui/views/frmMemory.h"
+#include "ui/main/frmMain.h"
 
 namespace {
 // Four "R" frames, each answered with an ACK, 256 bytes and a checksum.

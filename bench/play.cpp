@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "HeadlessApp.h"
-#include "core/TargetState.h"
+#include "engine/state/TargetState.h"
 #include "platform/SettingsStore.h"
-#include "workspace/frmMain.h"
+#include "ui/main/frmMain.h"
 
 namespace {
 const std::vector<std::uint8_t> LoopProgram = {

@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "HeadlessApp.h"
-#include "workspace/frmMain.h"
+#include "ui/main/frmMain.h"
 
 int main(int argc, char* argv[])
 {

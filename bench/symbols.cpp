@@ -9,10 +9,10 @@
 
 #include "BenchFigures.h"
 #include "HeadlessApp.h"
-#include "code/SymbolTable.h"
-#include "core/Conversions.h"
-#include "source/SourceRecords.h"
-#include "workspace/frmMain.h"
+#include "engine/code/SymbolTable.h"
+#include "engine/state/Conversions.h"
+#include "engine/source/SourceRecords.h"
+#include "ui/main/frmMain.h"
 
 namespace {
 // One line in the assembler's columns: number, address, up to five bytes, source from column 28.

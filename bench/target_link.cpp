@@ -8,11 +8,11 @@
 
 #include "BenchFigures.h"
 #include "HeadlessApp.h"
-#include "core/TargetState.h"
-#include "platform/MsgBox.h"
+#include "engine/state/TargetState.h"
+#include "platform/widgets/MsgBox.h"
 #include "platform/QtSerialDevice.h"
-#include "target/MonitorFrames.h"
-#include "workspace/frmMain.h"
+#include "engine/link/MonitorFrames.h"
+#include "ui/main/frmMain.h"
 
 namespace {
 constexpr double WireRead256Ms = 258 * 10 * 1000.0 / 38400;

@@ -19,10 +19,10 @@
 
 #include "BenchFigures.h"
 #include "HeadlessApp.h"
-#include "core/TargetState.h"
+#include "engine/state/TargetState.h"
 #include "platform/QtSerialDevice.h"
-#include "workspace/frmMain.h"
-#include "workspace/frmSerial.h"
+#include "ui/main/frmMain.h"
+#include "ui/devices/frmSerial.h"
 
 namespace {
 constexpr std::int32_t ProgramAddress = 0x2000;

@@ -1,7 +1,7 @@
 // libFuzzer target: any bytes as the assembler's error file. The reader must
 // read to the end, run the event pass once a line, and take as rows only lines
 // that start with a line number the editor can go to.
-#include "source/ErrorFile.h"
+#include "engine/source/ErrorFile.h"
 
 #include <QBuffer>
 #include <cstdint>

@@ -1,6 +1,6 @@
 // libFuzzer target: any bytes as an assembler listing. The reader must neither
 // crash nor run away, and the table it builds keeps its own limits.
-#include "code/ListingReader.h"
+#include "engine/code/ListingReader.h"
 
 #include <QBuffer>
 #include <cstdint>

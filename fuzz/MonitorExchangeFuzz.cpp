@@ -5,8 +5,8 @@
 #include "platform/DoEvents.h"
 #include "platform/MSComm.h"
 #include "platform/TickCount.h"
-#include "target/MonitorExchange.h"
-#include "target/MonitorFrames.h"
+#include "engine/link/MonitorExchange.h"
+#include "engine/link/MonitorFrames.h"
 
 #include <QCoreApplication>
 #include <cstdint>

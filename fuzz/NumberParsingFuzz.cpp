@@ -1,7 +1,7 @@
 // libFuzzer target: any text as a number the user types, and as hexadecimal
 // digits of a file. What the reader accepts must stay in range and come back
 // unchanged through the notation it is shown in.
-#include "core/Conversions.h"
+#include "engine/state/Conversions.h"
 
 #include <cstdint>
 #include <cstdlib>

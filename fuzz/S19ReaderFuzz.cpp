@@ -1,7 +1,7 @@
 // libFuzzer target: any bytes as one line of a machine-code file. A record is
 // good only when every digit its byte count promises is there and the sum
 // holds; nothing else may be handed to the download.
-#include "code/S1Record.h"
+#include "engine/code/S1Record.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // libFuzzer target: any bytes as a source file opened in an editor. Saving it
 // unedited must give back the very bytes that were read, whatever the file
 // holds; only a file that mixes line ends is written with its main one.
-#include "source/SourceFile.h"
+#include "engine/source/SourceFile.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -3,7 +3,7 @@
 // applying each reported change to its copy, so every change must turn the old
 // text into the new one exactly; the caret stays in the text and a long
 // session stays within its line limit.
-#include "core/TerminalScreen.h"
+#include "engine/state/TerminalScreen.h"
 
 #include <cstdint>
 #include <cstdlib>

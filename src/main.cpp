@@ -1,6 +1,6 @@
 #include <QApplication>
 
-#include "workspace/frmMain.h"
+#include "ui/main/frmMain.h"
 
 int main(int argc, char* argv[])
 {

@@ -5,7 +5,7 @@
 
 #include "hc11/asm/Assembler.h"
 #include "hc11/asm/S19Writer.h"
-#include "code/ListingReader.h"
+#include "engine/code/ListingReader.h"
 #include "support/AsmPrograms.h"
 #include "support/S19Image.h"
 #include <QBuffer>
@@ -100,7 +100,7 @@ private slots:
         for (const auto& row : rows) {
             std::string source;
             if (row.file) {
-                QFile f(QFINDTESTDATA(QString("../../../examples/") + row.file));
+                QFile f(QFINDTESTDATA(QString("../../examples/") + row.file));
                 QVERIFY2(f.open(QIODevice::ReadOnly), row.file);
                 source = f.readAll().toStdString();
             } else {

@@ -1,6 +1,6 @@
 #include "support/BoardProcess.h"
 
-#include "target/MonitorExchange.h"
+#include "engine/link/MonitorExchange.h"
 
 #include <csignal>
 

@@ -1,6 +1,6 @@
 #include "support/DebuggerFixture.h"
 
-#include "core/TargetState.h"
+#include "engine/state/TargetState.h"
 #include "platform/DoEvents.h"
 #include "platform/QtSerialDevice.h"
 

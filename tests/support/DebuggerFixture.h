@@ -4,10 +4,10 @@
 // asked of the windows. No main window is built.
 #pragma once
 
-#include "core/TargetState.h"
-#include "execution/Debugger.h"
+#include "engine/state/TargetState.h"
+#include "engine/execution/Debugger.h"
 #include "support/FakeSerialLine.h"
-#include "target/LinkReports.h"
+#include "engine/link/LinkReports.h"
 
 #include <QList>
 #include <utility>

@@ -1,7 +1,7 @@
 // A disassembly row's state as its colours record it.
 #pragma once
 
-#include "code/frmDisAsm.h"
+#include "ui/code/frmDisAsm.h"
 
 enum class Look { Plain, Breakpoint, Current, CurrentBreakpoint, Other };
 

@@ -4,7 +4,7 @@
 // as long as it lives.
 #pragma once
 
-#include "workspace/ToolWindows.h"
+#include "ui/main/ToolWindows.h"
 
 #include <QStringList>
 #include <QWidget>

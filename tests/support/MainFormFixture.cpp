@@ -1,6 +1,6 @@
 #include "support/MainFormFixture.h"
 
-#include "core/TargetState.h"
+#include "engine/state/TargetState.h"
 #include "platform/QtSerialDevice.h"
 
 MainFormFixture::MainFormFixture()

@@ -6,7 +6,7 @@
 #include "support/FakeSerialLine.h"
 #include "support/MsgBoxRecorder.h"
 #include "support/TestSettings.h"
-#include "workspace/frmMain.h"
+#include "ui/main/frmMain.h"
 
 #include <memory>
 

@@ -3,7 +3,7 @@
 // press its buttons. Dialogs the script leaves open close as by their window button.
 #pragma once
 
-#include "platform/ModalDialog.h"
+#include "platform/widgets/ModalDialog.h"
 
 #include <QDialog>
 #include <QLineEdit>

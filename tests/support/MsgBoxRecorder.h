@@ -1,7 +1,7 @@
 // Answers every message box while it lives and keeps what was asked.
 #pragma once
 
-#include "platform/MsgBox.h"
+#include "platform/widgets/MsgBox.h"
 
 #include <QList>
 #include <QString>

@@ -1,6 +1,6 @@
 #include "support/ScriptedMonitor.h"
 
-#include "target/MonitorFrames.h"
+#include "engine/link/MonitorFrames.h"
 
 ScriptedMonitor::ScriptedMonitor(FakeSerialLine& line)
 {

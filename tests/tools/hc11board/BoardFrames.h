@@ -2,7 +2,7 @@
 // the monitor should give, and two small SCI programs.
 #pragma once
 
-#include "target/MonitorFrames.h"
+#include "engine/link/MonitorFrames.h"
 
 #include <algorithm>
 #include <initializer_list>

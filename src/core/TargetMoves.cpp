@@ -1,3 +1,0 @@
-#include "core/TargetMoves.h"
-
-std::uint32_t TargetMoves = 0;

@@ -1,0 +1,79 @@
+// The debugger: Step Into, Step Over, Step Out, Run to cursor, Play, Animate,
+// Pause and the board's free run, over the target link. Neither back-end
+// knows a PC or follows control flow: the steps work out from the
+// instruction at PC what will happen, do jumps, taken branches, calls and
+// returns on the host through the target's stack and save area, and leave
+// only straight-line code to MakeStep. The windows hear of it through the
+// DebuggerView; the state lives in core/TargetState as everywhere else.
+#pragma once
+
+#include "engine/execution/DebuggerView.h"
+#include "engine/link/TargetLink.h"
+
+#include <cstdint>
+
+class Debugger {
+public:
+    Debugger(TargetLink& link, DebuggerView& view) : link_(link), view_(view) {}
+    Debugger(const Debugger&) = delete;
+    Debugger& operator=(const Debugger&) = delete;
+
+    void StepInto();
+    void StepOver();
+    void StepOut();
+    // A breakpoint on the disassembly window's cursor row for one Play.
+    void RunToCursor();
+    // Host loops over Step Into that stop at breakpoints or on Pause; they
+    // return when the run has ended.
+    void Play();
+    void Animate();
+    void Pause();
+    // The board takes the CPU until its reset report.
+    void RunFree();
+    // The board has taken the CPU: display frozen, Pause off, panel "Running ...".
+    void EnterFreeRun();
+    // Runs the instruction at PC on the target as the step flags say.
+    void MakeStep();
+    // The serial control's event (MSComm_OnComm): a CTS change goes to the
+    // panel; a block that ends in the monitor's reset report ends a free run
+    // with PC at the reset vector; the user program's output goes to the terminal.
+    void OnComm();
+    // tmrComm's tick (tmrComm_Timer): during a free run, output shorter than
+    // the receive threshold reaches the terminal after a tick without news.
+    void PassQuietOutput();
+    // The bytes waiting at the last tick; 0 outside a free run.
+    std::int16_t TerminalPassCount = 0;
+
+    // True until a Play or Animate loop has made its first step: no
+    // breakpoint is tested before it, so a run can leave the one it stands on.
+    bool PlayFirstStep = false;
+
+private:
+    // RTS on the host: PC from the stack copy, SP two up in the save area.
+    // False if a target operation failed.
+    // Step Into without counting a move: the steps of Play and Animate.
+    void StepOne();
+    bool EmulatedReturn();
+    // Writes SP to the save area; false if the write failed.
+    bool WriteSaveAreaSP();
+    // The decoder reads ProgramBuffer only: a PC outside it is read in first.
+    bool ProgramBufferAtPC();
+    // Simulator Step Over and Step Out: Play until the temporary breakpoint
+    // at address, which a full table cannot take.
+    void PlayToTemporaryBreakpoint(std::int32_t address);
+    // The board's Step Over and Step Out: the wait for the routine's return.
+    void StepOnBoardFrozen();
+    // MakeStep's two back-ends; false when the step failed.
+    bool StepOnBoard(std::int32_t target, std::int16_t length);
+    void StepOnSimulator(std::int16_t length);
+    void BeginRun(bool play);
+    void EndRun();
+    // Play's event pass, with the clock panel brought up to date first.
+    void LetEventsRun();
+
+    TargetLink& link_;
+    DebuggerView& view_;
+    bool clockPanelStale_ = false;
+    bool stepWaitAbandoned_ = false;   // Pause during the board's Step Over or Step Out wait
+    bool stepWaitRunning_ = false;
+};

@@ -1,0 +1,117 @@
+// Play and Animate: host loops over Step Into that test the breakpoints
+// before each step but the first, let events run so that Pause can reach
+// them, and stop at the first failed exchange rather than repeat its
+// message at every step. Play keeps the windows still; Animate redraws
+// everything and takes at least 100 ms a step.
+#include "engine/state/TargetState.h"
+#include "engine/execution/Breakpoints.h"
+#include "engine/execution/StepPlan.h"
+#include "platform/TickCount.h"
+#include "engine/execution/Debugger.h"
+
+#include <chrono>
+#include <thread>
+
+namespace {
+constexpr std::uint32_t AnimateStepMs = 100;
+constexpr std::uint32_t SimulatorEventMs = 10;
+}  // namespace
+
+void Debugger::BeginRun(bool play)
+{
+    RunStopped = false;
+    PlayActive = play;
+    AnimateActive = !play;
+    PlayFirstStep = true;
+    view_.SetPauseEnabled(true);
+    view_.ShowPCRow();
+    view_.SuspendTimers();
+    view_.FreezeDisplay();
+}
+
+void Debugger::EndRun()
+{
+    view_.SetPauseEnabled(false);
+    view_.ResumeTimers();
+    if (clockPanelStale_)
+        view_.ShowClockCount();
+    clockPanelStale_ = false;
+}
+
+void Debugger::LetEventsRun()
+{
+    if (clockPanelStale_)
+        view_.ShowClockCount();
+    clockPanelStale_ = false;
+    view_.LetEventsRun();
+}
+
+void Debugger::Play()
+{
+    BeginRun(true);
+    // A board's step takes milliseconds: events run after each. Simulated
+    // steps are let through to the events about as often as a screen shows a
+    // new picture, which is as often as Pause or the clock panel can be seen.
+    stepping::EventPump pump = TargetMode == SimulatorMode ? stepping::EventPump(64, SimulatorEventMs)
+                                                           : stepping::EventPump(1, 0);
+    while (!RunStopped) {
+        if (!PlayFirstStep && HasBreakpoint(CpuRegisters.PC)) {
+            RunStopped = true;
+            PlayActive = false;
+        }
+        if (RunStopped) {
+            LetEventsRun();
+            continue;
+        }
+        if (stepping::OutsideProgramBuffer(CpuRegisters.PC)) {
+            ProgramBase = CpuRegisters.PC;
+            link_.InProgram();
+        }
+        if (BoardConnected)
+            StepOne();
+        PlayFirstStep = false;
+        // A lost board has shown its message once; the loop would show it at every step.
+        if (!BoardConnected)
+            RunStopped = true;
+        else if (pump.Due())
+            LetEventsRun();
+    }
+    view_.RedrawAtPC();
+    view_.ThawDisplay();
+    PlayActive = false;
+    EndRun();
+}
+
+void Debugger::Animate()
+{
+    BeginRun(false);
+    while (!RunStopped) {
+        if (!PlayFirstStep && HasBreakpoint(CpuRegisters.PC)) {
+            RunStopped = true;
+            AnimateActive = false;
+        }
+        if (!RunStopped) {
+            const std::uint32_t start = GetTickCount();
+            // MakeStep refreshes every open window while AnimateActive is set.
+            StepOne();
+            // The rest of the step's 100 ms passes without events: Pause waits for it.
+            while (GetTickCount() - start < AnimateStepMs)
+                std::this_thread::sleep_for(std::chrono::microseconds(500));
+            PlayFirstStep = false;
+            if (!BoardConnected)
+                RunStopped = true;
+        }
+        view_.LetEventsRun();
+    }
+    view_.ThawDisplay();
+    AnimateActive = false;
+    EndRun();
+}
+
+void Debugger::Pause()
+{
+    RunStopped = true;
+    // The board's Step Over and Step Out wait too: the board keeps the routine.
+    if (stepWaitRunning_)
+        stepWaitAbandoned_ = true;
+}

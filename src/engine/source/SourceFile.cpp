@@ -1,0 +1,131 @@
+#include "engine/source/SourceFile.h"
+
+#include "engine/state/Conversions.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStringDecoder>
+
+namespace {
+SaveFaultHook& FaultHook()
+{
+    static SaveFaultHook hook;
+    return hook;
+}
+
+QString Fault(SaveStep step, const QString& path)
+{
+    return FaultHook() ? FaultHook()(step, path) : QString();
+}
+}  // namespace
+
+SaveFaultHook SetSaveFaultHook(SaveFaultHook hook)
+{
+    return std::exchange(FaultHook(), std::move(hook));
+}
+
+namespace {
+const QByteArray Utf8Bom("\xEF\xBB\xBF");
+}  // namespace
+
+DecodedSource DecodeSource(const QByteArray& bytes)
+{
+    DecodedSource out;
+    // The decoder drops a leading byte order mark; the encoding remembers it.
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    out.text = utf8.decode(bytes);
+    out.encoding.bom = bytes.startsWith(Utf8Bom);
+    if (utf8.hasError()) {
+        out.encoding.utf8 = out.encoding.bom = false;
+        out.text = QString::fromLatin1(bytes);
+    }
+    const qsizetype lineFeeds = bytes.count('\n');
+    const qsizetype crlfs = bytes.count("\r\n");
+    out.encoding.crlf = crlfs > 0 && crlfs * 2 >= lineFeeds;
+    if (out.encoding.crlf)
+        out.text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    return out;
+}
+
+bool EncodeSource(const QString& text, const SourceEncoding& encoding, QByteArray& bytes)
+{
+    QString lines = text;
+    if (encoding.crlf)
+        lines.replace(QLatin1String("\n"), QLatin1String("\r\n"));
+    if (encoding.utf8) {
+        bytes = (encoding.bom ? Utf8Bom : QByteArray()) + lines.toUtf8();
+        return true;
+    }
+    for (QChar c : lines)
+        if (c.unicode() > 0xFF)
+            return false;
+    bytes = lines.toLatin1();
+    return true;
+}
+
+bool ReadSourceFile(const QString& path, QByteArray& bytes, QString& error)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        error = file.errorString();
+        return false;
+    }
+    bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        error = file.errorString();
+        return false;
+    }
+    return true;
+}
+
+bool WriteFileSafely(const QString& path, const QByteArray& bytes, QString& error)
+{
+    // QSaveFile writes beside the target, syncs, and renames only at commit;
+    // it takes the old file's permissions over.
+    QSaveFile file(path);
+    error = Fault(SaveStep::Open, path);
+    if (error.isEmpty() && !file.open(QIODevice::WriteOnly))
+        error = file.errorString();
+    if (!error.isEmpty())
+        return false;
+    error = Fault(SaveStep::Write, path);
+    if (error.isEmpty() && file.write(bytes) != bytes.size())
+        error = file.errorString();
+    if (error.isEmpty())
+        error = Fault(SaveStep::Commit, path);
+    if (!error.isEmpty())
+        return false;   // an uncommitted save file removes its temporary file
+    if (!file.commit()) {
+        error = file.errorString();
+        return false;
+    }
+    return true;
+}
+
+bool SaveSourceText(const QString& path, const QString& text, const SourceEncoding& encoding, QString& error)
+{
+    QByteArray bytes;
+    if (!EncodeSource(text, encoding, bytes)) {
+        error = QStringLiteral("The text holds characters that this file's one-byte encoding cannot store");
+        return false;
+    }
+    return WriteFileSafely(path, bytes, error);
+}
+
+bool SameFile(const QString& a, const QString& b)
+{
+    const QFileInfo first(a), second(b);
+    const QString canonical = first.canonicalFilePath();
+    return canonical.isEmpty() ? first.absoluteFilePath() == second.absoluteFilePath()
+                               : canonical == second.canonicalFilePath();
+}
+
+int SaveFilterIndexOf(const QString& fileName)
+{
+    QString base, extension;
+    SplitFileName(fileName, base, extension);
+    extension = extension.toUpper();
+    return extension == QLatin1String("ASM") ? 1 : extension == QLatin1String("LST") ? 2
+         : extension == QLatin1String("TXT") ? 3 : 4;
+}

@@ -1,8 +1,0 @@
-#include "source/SourceRecords.h"
-
-QString AsmFile;
-QString LstFile;
-QString ErrFile;
-QString S19File;
-QString ErrorSourcePath;
-QString ErrorSourceTitle;

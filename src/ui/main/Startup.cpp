@@ -1,0 +1,84 @@
+// Start-up and shut-down of the main window: settings in, port open, status
+// shown; settings out at a normal end.
+#include "engine/state/AppSettings.h"
+#include "ui/main/DefaultPlacements.h"
+#include "engine/state/TargetState.h"
+#include "platform/ProgramFolder.h"
+#include "platform/SettingsStore.h"
+#include "ui/main/frmMain.h"
+
+#include <QDir>
+#include <QMdiArea>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QWidget>
+
+WindowPlacement frmMain::PlacementDefault(const QString& prefix) const
+{
+    const QWidget* client = mdiArea()->viewport();
+    return DefaultPlacement(prefix, PixelsToTwipsX(client->width()), PixelsToTwipsY(client->height()));
+}
+
+void frmMain::MDIForm_Load()
+{
+    LoadPlacement(this, QStringLiteral("Main"), PlacementDefault(QStringLiteral("Main")));
+
+    Menu("mnuViewToolbar")->setChecked(GetFlagSetting(QStringLiteral("Toolbar"), true));
+    tbToolbar->setVisible(Menu("mnuViewToolbar")->isChecked());
+    Menu("mnuViewStatusBar")->setChecked(GetFlagSetting(QStringLiteral("StatusBar"), true));
+    sbStatusBar->setVisible(Menu("mnuViewStatusBar")->isChecked());
+    Menu("mnuDebugCodeOn")->setChecked(GetFlagSetting(QStringLiteral("CodeOn"), true));
+    Menu("mnuDebugIncludeSym")->setChecked(GetFlagSetting(QStringLiteral("IncludeSym"), false));
+    Menu("mnuPopupSerialHex")->setChecked(GetFlagSetting(QStringLiteral("HexTerminal"), false));
+    Menu("mnuPopupSerialAscii")->setChecked(!Menu("mnuPopupSerialHex")->isChecked());
+
+    LoadPortAndFonts();
+    TargetMode = GetFlagSetting(QStringLiteral("SimEnabled"), false) ? SimulatorMode : BoardMode;
+
+    QDir::setCurrent(ProgramFolder());
+    HelpFile = QDir(ProgramFolder()).filePath(QStringLiteral("Orvane.HLP"));
+
+    for (QAction* button : tbToolbar->actions()) {
+        if (QWidget* widget = tbToolbar->widgetForAction(button); widget && !button->isSeparator())
+            widget->setMinimumSize(24, 22);
+    }
+
+    MSComm.SetRThreshold(TargetLink::ReceiveThreshold);
+    RunStopped = true;
+    // The port opens in both modes; a failure is told by the panel alone.
+    link_.OpenPort(COMPort);
+
+    ClockCount = 0;
+    ClockCountUpdate();
+}
+
+void frmMain::MDIForm_Unload()
+{
+    SavePlacement(this, QStringLiteral("Main"));
+
+    SaveFlagSetting(QStringLiteral("Toolbar"), Menu("mnuViewToolbar")->isChecked());
+    SaveFlagSetting(QStringLiteral("StatusBar"), Menu("mnuViewStatusBar")->isChecked());
+    SaveFlagSetting(QStringLiteral("CodeOn"), Menu("mnuDebugCodeOn")->isChecked());
+    SaveFlagSetting(QStringLiteral("IncludeSym"), Menu("mnuDebugIncludeSym")->isChecked());
+    SaveFlagSetting(QStringLiteral("HexTerminal"), Menu("mnuPopupSerialHex")->isChecked());
+    SavePortAndFonts();
+    SaveFlagSetting(QStringLiteral("SimEnabled"), TargetMode != 0);
+
+    // The device paths behind the port numbers, so that the user finds them in the file.
+    for (int port = 1; port <= 4; ++port)
+        SaveTextSetting(QStringLiteral("PortDevice%1").arg(port), PortDevicePath(port));
+}
+
+void frmMain::mnuViewToolbar_Click()
+{
+    QAction* entry = Menu("mnuViewToolbar");
+    entry->setChecked(!entry->isChecked());
+    tbToolbar->setVisible(entry->isChecked());
+}
+
+void frmMain::mnuViewStatusBar_Click()
+{
+    QAction* entry = Menu("mnuViewStatusBar");
+    entry->setChecked(!entry->isChecked());
+    sbStatusBar->setVisible(entry->isChecked());
+}

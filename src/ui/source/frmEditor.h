@@ -1,0 +1,94 @@
+// One source document: an MDI child of frmMain holding the text control
+// `Text`. It keeps the File and Edit commands, the toolbar and the caret
+// panels of frmMain in step with its own state while it is active.
+#pragma once
+
+#include "engine/source/SourceFile.h"
+
+#include <QString>
+#include <QWidget>
+
+class QPlainTextEdit;
+
+class frmEditor : public QWidget {
+    Q_OBJECT
+    // Read by frmMain's Edit menu as it opens.
+    Q_PROPERTY(int SelLength READ SelLength)
+    Q_PROPERTY(bool Undo MEMBER Undo)
+    Q_PROPERTY(bool Redo MEMBER Redo)
+public:
+    explicit frmEditor(QWidget* parent = nullptr);
+    // An editor destroyed without a close (its main window went) leaves the records right too.
+    ~frmEditor() override;
+
+    QString EditorName;        // full path of the file; empty if never saved
+    QString EditorTitle;       // file name without folder; also the caption
+    bool TextChanged = false;  // the text differs from the file
+    bool Undo = false;         // an undo step is available
+    bool Redo = false;         // a redo step is available
+    SourceEncoding Encoding;   // how the file's bytes are written back
+
+    QPlainTextEdit* Text = nullptr;
+
+    // The whole text, lines ending in LF, exactly as the file gets it.
+    QString PlainText() const;
+    // Replaces the whole text as a freshly opened file: no undo history, not changed.
+    void LoadText(const QString& text);
+    QString SelText() const;
+    int SelStart() const;
+    int SelLength() const;
+    void SetSelection(int start, int length);
+    // Replaces the selection; the caret stands behind the inserted text.
+    void SetSelText(const QString& text);
+    // Selects a whole line (0-based; a line behind the last is the last).
+    void SelectLine(int line);
+
+    void Form_Load();
+    // Text takes ScreenFont (fixed pitch if the named face is missing); the
+    // tab stops stay as they were measured at load.
+    void ApplyScreenFont();
+    void Form_Activate();
+    void Form_Deactivate();
+    // Closed for good: the window may still wait for its deletion.
+    bool Unloaded() const { return unloaded_; }
+    // Caret line and column into panels 5 and 6, insert state into 7.
+    void Cursor();
+
+    // The Edit commands of frmMain act here.
+    void EditUndo();
+    void EditRedo();
+    void EditCut();
+    void EditCopy();
+    void EditPaste();
+    void EditDelete();
+    void EditSelectAll();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool IsActive() const;
+    void Text_Change();
+    void Text_SelChange();
+    void UndoStateChanged();
+    void Form_Unload();
+
+    mutable QString plainText_;
+    mutable bool plainTextStale_ = true;
+    bool loading_ = false;
+    bool unloaded_ = false;
+};
+
+// The active editor, or nullptr when no editor is the active child window.
+frmEditor* ActiveEditor();
+// Every loaded editor, in the order of the main window's child list.
+QList<frmEditor*> LoadedEditors();
+// An editor on the file at path, made active: one that has the file open
+// already, else a newly opened one. A line of 0 or more is selected whole.
+// nullptr if the file could not be read (the user has been told).
+frmEditor* OpenOrActivate(const QString& path, int line = -1);
+// Keeps editor activation in step with the main window's child windows and
+// loads the Find and Replace dialog, hidden. Called once by frmMain.
+class frmMain;
+void SetUpEditors(frmMain& main);

@@ -1,0 +1,117 @@
+// Download from end to end on the real windows on hc11board (the simulator's
+// run is Download_test's): every byte lands, PC and SP come from the target.
+// With ORVANE_SCREENSHOT set to a folder, download.png is saved there.
+#include <QtTest>
+
+#include "ui/code/frmDisAsm.h"
+#include "engine/state/TargetState.h"
+#include "engine/source/SourceRecords.h"
+#include "hc11/asm/Assembler.h"
+#include "support/BoardProcess.h"
+#include "support/MainFormFixture.h"
+#include "support/S19Image.h"
+#include "support/WorkFolder.h"
+#include "ui/views/RegisterWindow.h"
+
+namespace {
+const char* const Program = " ORG $E000\n"
+                            "START LDS #$00FF\n"
+                            " LDX #TABLE\n"
+                            "LOOP LDAA 0,X\n"
+                            " STAA $1004\n"
+                            " INX\n"
+                            " BRA LOOP\n"
+                            " ORG $FF00\n"
+                            "TABLE FCB 1,2,4,8,16,32,64,128\n"
+                            " ORG $FFFE\n"
+                            " FDB START\n";
+
+std::uint8_t TargetByte(frmMain& form, std::int32_t address)
+{
+    std::vector<std::uint8_t> bytes;
+    form.InBytes(address, bytes, 1);
+    return bytes.empty() ? 0 : bytes[0];
+}
+}  // namespace
+
+class DownloadEndToEndTest : public QObject {
+    Q_OBJECT
+private slots:
+    void board()
+    {
+        BoardProcess emulator;
+        QVERIFY(!emulator.DevicePath().isEmpty());
+        MainFormFixture f;
+        frmMain& form = f.StartOn(emulator.DevicePath());
+        form.showNormal();
+        form.resize(1100, 640);
+        // An older program in the flash, which the download's erase must clear.
+        std::int32_t address = 0xE800;
+        form.FlashErase();
+        form.Programm(address, {0x12, 0x34}, 2);
+        DownloadAndCheck(form, f);
+        QCOMPARE(TargetByte(form, 0xE800), 0xFF);
+
+        const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
+        if (!folder.isEmpty() && !QTest::currentTestFailed())
+            QVERIFY(form.grab().save(QDir(folder).filePath("download.png")));
+    }
+
+    void refusedEraseWritesNothing()
+    {
+        BoardProcess emulator({"--erase-fails"});
+        QVERIFY(!emulator.DevicePath().isEmpty());
+        MainFormFixture f;
+        frmMain& form = f.StartOn(emulator.DevicePath());
+        WorkFolder folder;
+        folder.Enter();
+        QVERIFY(folder.Write("prog.s19", "S1050100AABB94\nS105FFFEE0001D\n"));
+        std::int32_t address = 0x0100;
+        form.OutBytes(address, {0x11, 0x22}, 2);
+        CpuRegisters.PC = 0x0100;
+
+        S19File = "prog.s19";
+        form.mnuFileDownload_Click();
+        S19File.clear();
+        QCOMPARE(f.boxes.boxes.size(), 2);
+        QCOMPARE(f.boxes.boxes[1].text, QString("Can't Write to Memory !"));
+        QCOMPARE(f.boxes.boxes[1].caption, QString("Orvane - Download Error"));
+        QCOMPARE(TargetByte(form, 0x0100), 0x11);
+        QCOMPARE(CpuRegisters.PC, 0x0100);
+        QVERIFY(!form.IsOpen("frmRegCPU") && !form.IsOpen("frmDisAsm"));
+    }
+
+private:
+    void DownloadAndCheck(frmMain& form, MainFormFixture& f)
+    {
+        const auto assembled = hc11::as11::AssembleSource(Program, "prog");
+        const asmtest::S19Image image = asmtest::ReadS19(assembled.s19);
+        QVERIFY(image.problem.empty());
+        WorkFolder folder;
+        folder.Enter();
+        QVERIFY(folder.Write("prog.s19", QByteArray::fromStdString(assembled.s19)));
+        CpuRegisters.PC = 0x0100;
+        // SP in the save area, as a program that set up its stack left it.
+        std::int32_t savedSP = 6;
+        form.OutBytes(savedSP, {0x00, 0xFF}, 2);
+
+        S19File = "prog.s19";
+        form.mnuFileDownload_Click();
+        S19File.clear();
+        QVERIFY2(f.boxes.boxes.isEmpty(), qPrintable(f.boxes.boxes.value(0).text));
+        for (const auto& [at, byte] : image.bytes)
+            QCOMPARE(TargetByte(form, at), byte);
+        QCOMPARE(CpuRegisters.PC, 0xE000);
+        QCOMPARE(form.PanelText(2), QString("Program: prog.s19"));
+
+        auto* cpu = qobject_cast<RegisterWindow*>(form.Window("frmRegCPU"));
+        auto* disasm = qobject_cast<frmDisAsm*>(form.Window("frmDisAsm"));
+        QVERIFY(cpu && disasm && form.IsOpen("frmStack"));
+        QCOMPARE(cpu->Cell(5), QString("$E000"));
+        QCOMPARE(cpu->Cell(6), QString("$00FF"));
+        QVERIFY(disasm->PageRows[0].RowAddress <= 0xE000);
+    }
+};
+
+QTEST_MAIN(DownloadEndToEndTest)
+#include "DownloadEndToEnd_test.moc"

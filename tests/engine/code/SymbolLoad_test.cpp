@@ -1,0 +1,245 @@
+#include <QtTest>
+
+#include "engine/code/LabelList.h"
+#include "engine/code/ListingReader.h"
+#include "engine/code/SymbolTable.h"
+#include "ui/code/frmLabel.h"
+#include "engine/state/Conversions.h"
+#include "platform/widgets/CommonDialog.h"
+#include "platform/SettingsStore.h"
+#include "engine/source/SourceRecords.h"
+#include "support/ListingText.h"
+#include "support/MainFormFixture.h"
+
+#include <QBuffer>
+#include <QMenu>
+#include <QTemporaryDir>
+#include <QTreeWidget>
+
+namespace {
+const QStringList ThreeSymbols{ListingLine(1, 0x1000, {"86", "01"}, "START LDAA #1"),
+                               ListingLine(2, 0x1002, {"20", "FE"}, "LOOP BRA LOOP"),
+                               ListingLine(3, 0x0040, {}, "LIMIT EQU $40")};
+QStringList Shown(const frmLabel* form)
+{
+    QStringList shown;
+    for (int i = 0; i < form->ListView->topLevelItemCount(); ++i)
+        shown << form->ListView->topLevelItem(i)->text(0) + ' ' + form->ListView->topLevelItem(i)->text(1);
+    return shown;
+}
+// The line that the column rules below spoil in one place at a time.
+const QString GoodLine = ListingLine("0003", "1000", {"86", "12"}, "START LDAA #$12");
+
+SymbolEntry Read(const QString& line)
+{
+    SymbolEntry entry;
+    if (!ReadListingLine(line, entry))
+        qFatal("line dropped: %s", qPrintable(line));
+    return entry;
+}
+
+int ReadAll(const QByteArray& data)
+{
+    QBuffer buffer;
+    buffer.setData(data);
+    buffer.open(QIODevice::ReadOnly);
+    int pumps = 0;
+    ReadSymbols(buffer, [&] { ++pumps; });
+    return pumps;
+}
+}  // namespace
+
+class SymbolLoadTest : public QObject {
+    Q_OBJECT
+    QTemporaryDir dir;
+    std::unique_ptr<MainFormFixture> f;
+
+private slots:
+    void init()
+    {
+        SymbolTable.clear();
+        SymbolCount = 0;
+        LstFile = "PROG.LST";
+    }
+    void cleanup() { f.reset(); }
+    // The main window, for the tests of the command and the label window.
+    void StartMainWindow()
+    {
+        f = std::make_unique<MainFormFixture>();
+        f->Start();
+    }
+
+    void menuCommandAsksForAListingAndLoadsIt()
+    {
+        StartMainWindow();
+        frmLabel* labels = frmLabel::Open();
+        int told = 0;
+        QObject::connect(f->form.get(), &frmMain::SymbolsLoaded, [&] { ++told; });
+        QString chosen = WriteListing(dir.path(), "blink.lst", ThreeSymbols);
+        CommonDialog asked;
+        const auto previous = CommonDialog::SetHandler([&](CommonDialog& dialog, CommonDialog::Kind kind) {
+            asked = dialog;
+            dialog.FileName = chosen;
+            return kind == CommonDialog::Kind::Open && !chosen.isEmpty();
+        });
+        f->form->Menu("mnuFileLoadSymbols")->trigger();
+        QCOMPARE(asked.DialogTitle, QString("Load Symbols"));
+        QCOMPARE(asked.FileName, QString("PROG.LST"));   // the last listing is offered
+        QCOMPARE(LstFile, QString("blink.lst"));
+        QCOMPARE(f->form->PanelText(3), QString("Symbols: blink.lst"));
+        QString name = "limit";
+        QCOMPARE(SymbolValue(name), 0x40);
+        QCOMPARE(told, 1);   // the label window is redrawn, the others are told
+        QCOMPARE(labels->ListView->topLevelItemCount(), 3);
+
+        chosen.clear();   // the user cancels: nothing changes
+        f->form->mnuFileLoadSymbols_Click();
+        CommonDialog::SetHandler(previous);
+        QCOMPARE(int(SymbolCount), 3);
+        QCOMPARE(LstFile, QString("blink.lst"));
+        QVERIFY(f->boxes.boxes.isEmpty());
+
+        // A file that cannot be opened keeps the old table and panel.
+        f->form->Dialog.FileName = dir.filePath("missing.lst");
+        f->form->LoadSymbols();
+        QCOMPARE(int(SymbolCount), 3);
+        QCOMPARE(f->form->PanelText(3), QString("Symbols: blink.lst"));
+        QCOMPARE(f->boxes.boxes.value(0).caption, QString("Orvane - Read Error"));
+    }
+
+    void theTableStopsAt32767Entries()
+    {
+        QStringList lines;
+        for (int i = 0; i < 32770; ++i)
+            lines << ListingLine(i % 10000, i & 0xFFFF, {"01"}, QStringLiteral("L%1 NOP").arg(i));
+        const ListingLoad load = LoadListingFile(WriteListing(dir.path(), "big.lst", lines, "\n"), {});
+        QCOMPARE(int(SymbolCount), 32767);
+        QCOMPARE(SymbolTable[32766].SymbolLabel, QString("L32766"));
+        QVERIFY(load.opened && load.failure.startsWith("Overflow"));
+    }
+
+    void theLabelWindowSortsAndStoresItsOrder()
+    {
+        StartMainWindow();
+        // Names and values both out of order, one name twice, one entry without a label.
+        SymbolTable = {{0x1010, 1, {0x39}, "delay", "delay RTS"}, {0x0040, 0, {}, "LIMIT", ""},
+                       {0x1000, 1, {0x01}, "", "   NOP"}, {0xE000, 0, {}, "BEGIN", ""}, {0x0040, 0, {}, "LIMIT", ""}};
+        SymbolCount = 5;
+        const QStringList Listed{"delay $1010", "LIMIT $0040", "BEGIN $E000", "LIMIT $0040"};
+        frmLabel* labels = frmLabel::Open();
+        QCOMPARE(Shown(labels), Listed);
+        const std::pair<const char*, QStringList> orders[] = {
+            {"mnuPopupSortName", {"BEGIN $E000", "delay $1010", "LIMIT $0040", "LIMIT $0040"}},
+            {"mnuPopupSortValue", {"LIMIT $0040", "LIMIT $0040", "delay $1010", "BEGIN $E000"}},
+            {"mnuPopupSortNone", Listed}};
+        for (const auto& [entry, shown] : orders) {
+            f->form->Menu(entry)->trigger();
+            QCOMPARE(Shown(labels), shown);
+            labels->ListView_RightButton(QPoint(10, 10));   // the popup checks the order in use
+            for (const auto& [name, rows] : orders)
+                QCOMPARE(f->form->Menu(name)->isChecked(), name == entry);
+            f->form->MenuOf("mnuPopupSort")->close();
+        }
+        SymbolCount = 2;   // only the entries in use count
+        QCOMPARE(LabelRows("N").size(), 2);
+        f->form->Menu("mnuPopupSortName")->trigger();
+        QPointer<frmLabel> watch = labels;
+        labels->parentWidget()->close();
+        QTRY_VERIFY(watch.isNull());
+        QCOMPARE(GetSetting("Settings", "LabelSort"), QString("N"));
+    }
+
+    void linesThatBreakAColumnRuleAreDropped()
+    {
+        const QString bare = ListingLine("0001", "2000", {"01"}, "");
+        QCOMPARE(bare.size(), 27);
+        QStringList dropped{bare, bare.left(26) + '\t',   // a tab makes it long enough only when expanded
+                            ListingLine("   3", "1000", {}, "X"), ListingLine("LINE", "1000", {}, "X"),
+                            ListingLine("0003", "    ", {}, "X"), ListingLine("0003", "1G00", {}, "X")};
+        for (int column : {5, 10, 13, 16, 19, 22, 25, 26, 27}) {
+            for (const QChar spoiler : {QChar('X'), QChar('\t')}) {
+                QString line = GoodLine;
+                line[column - 1] = spoiler;
+                dropped << line;
+            }
+        }
+        for (const QString& line : dropped)
+            QVERIFY2(!ListingLineCounts(line), qPrintable(line));
+        QVERIFY(ListingLineCounts(bare + ' '));
+        QCOMPARE(Read(ListingLine("0003", "ab1f", {}, "X")).SymbolAddress, 0xAB1F);
+    }
+
+    void bytesLabelsAndTabs()
+    {
+        const SymbolEntry bytes = Read(ListingLine("0001", "1000", {"ce", "  ", "12", "  ", "G5"}, " NOP"));
+        QCOMPARE(int(bytes.SymbolCodeSize), 3);
+        QCOMPARE(int(bytes.SymbolCode[0]), 0xCE);
+        QCOMPARE(int(bytes.SymbolCode[2]), 0x12);   // a byte keeps the index of its place
+        QCOMPARE(int(bytes.SymbolCode[4]), 0x05);   // nonsense does not fail: the G is skipped
+        QCOMPARE(bytes.SymbolLabel, QString());
+        QCOMPARE(bytes.SymbolSource, QString(" NOP"));
+        // A label that ends the line has no blank behind it and is not taken.
+        QCOMPARE(Read(ListingLine(1, 0x100, {}, "LAST")).SymbolLabel, QString());
+        // Tabs are expanded to stops of 9 after the test; one ends a label like a blank.
+        const SymbolEntry tabbed = Read(ListingLine(2, 0x1002, {"20", "FE"}, "LOOP\tBRA LOOP"));
+        QCOMPARE(tabbed.SymbolLabel, QString("LOOP"));
+        QCOMPARE(tabbed.SymbolSource, QString("LOOP     BRA LOOP"));
+        // Stored as written; the lookup only finds names in upper case.
+        SymbolTable = {Read(ListingLine(1, 0x180, {"39"}, "loop RTS"))};
+        SymbolCount = 1;
+        QString name = "loop";
+        QCOMPARE(SymbolValue(name), -1);
+    }
+
+    void dataDirectivesKeepLabelAndAddressOnly()
+    {
+        const std::tuple<const char*, const char*, bool> cases[] = {
+            {"TABLE FCB 1,2,3,4,5", "TABLE", true}, {"TEXT fcc 'HI'", "TEXT", true}, {"W Fdb $1234", "W", true},
+            {"AREA fill 0,5", "AREA", true},        {"X FCBX 1", "X", true},          {"      FDB $1", "", true},
+            {"X FIL 1", "X", false},                {"LIMIT EQU $40", "LIMIT", false},
+            {"FCBLOCK", "", true}};   // a label that ends the line is read as the word after it
+        for (const auto& [source, label, directive] : cases) {
+            const SymbolEntry entry = Read(ListingLine("0007", "2000", {"01", "02", "03", "04", "05"}, source));
+            QCOMPARE(entry.SymbolAddress, 0x2000);
+            QCOMPARE(entry.SymbolLabel, QString(label));
+            QCOMPARE(int(entry.SymbolCodeSize), directive ? 0 : 5);
+            QCOMPARE(entry.SymbolSource, directive ? QString() : QString(source));
+        }
+    }
+
+    void tableKeepsOrderAndDuplicatesAndIsReplacedWhole()
+    {
+        const QStringList lines{"Orvane listing, page 1", "", ListingLine(1, 0x1000, {"86"}, "DUP LDAA #1"),
+                                ListingLine(2, 0x0800, {}, "OTHER EQU $800"), ListingLine(3, 0x2000, {}, "DUP EQU 1")};
+        QCOMPARE(ReadAll(lines.join('\n').toLatin1()), 5);   // the pump runs after every line
+        QCOMPARE(int(SymbolCount), 3);
+        QCOMPARE(SymbolTable[1].SymbolLabel, QString("OTHER"));
+        QString name = "dup";
+        QCOMPARE(SymbolValue(name), 0x1000);   // the first of two definitions wins
+        ReadAll("text without a listing line\n");
+        QCOMPARE(int(SymbolCount), 0);
+    }
+
+    void lineEndsBinaryDataAndHugeLines()
+    {
+        const QStringList lines{ListingLine(1, 0x10, {"01"}, "A NOP"), ListingLine(2, 0x11, {"01"}, "B NOP")};
+        for (const char* end : {"\r\n", "\n", "\r"}) {
+            ReadAll(lines.join(end).toLatin1());   // the last line has no end at all
+            QCOMPARE(int(SymbolCount), 2);
+            QCOMPARE(SymbolTable[0].SymbolSource + SymbolTable[1].SymbolSource, QString("A NOPB NOP"));
+        }
+        // The reader takes 64 KiB at a time: a CR last in one piece and its LF first in the next.
+        const QByteArray first = lines[0].toLatin1();
+        QCOMPARE(ReadAll(first + QByteArray(65535 - first.size(), 'x') + "\r\n" + lines[1].toLatin1()), 2);
+
+        // Binary bytes (NUL, end-of-file marks) and a huge line do not stop the reader.
+        const QString longSource = "HUGE " + QString(200000, 'N');
+        ReadAll(QByteArray(4096, '\0') + "\xFF\x1A\r" + ListingLine(1, 0x1234, {"7E"}, longSource).toLatin1() + "\n" +
+                QByteArray(4096, '\0'));
+        QCOMPARE(SymbolTable.last().SymbolLabel, QString("HUGE"));
+        QCOMPARE(SymbolTable.last().SymbolSource, longSource);
+    }
+};
+
+QTEST_MAIN(SymbolLoadTest)
+#include "SymbolLoad_test.moc"

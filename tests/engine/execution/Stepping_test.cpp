@@ -1,0 +1,213 @@
+// Stepping, the free run and Play in the simulator and on a scripted
+// monitor: the debugger on its own link, without a main window.
+#include <QtTest>
+
+#include "engine/state/TargetState.h"
+#include "engine/execution/Breakpoints.h"
+#include "platform/TickCount.h"
+#include "support/DebuggerFixture.h"
+#include "support/DoEventsAction.h"
+#include "support/ScriptedMonitor.h"
+
+#include <initializer_list>
+
+namespace {
+void Poke(std::array<std::uint8_t, 65536>& memory, std::int32_t address, std::initializer_list<int> bytes)
+{
+    for (int b : bytes)
+        memory[address++ & 0xFFFF] = static_cast<std::uint8_t>(b);
+}
+}  // namespace
+
+class SteppingTest : public QObject {
+    Q_OBJECT
+private slots:
+    void stepOverAndOutStopAtATemporaryEntryOrAUsersBreakpoint()
+    {
+        DebuggerFixture f(true);
+        Debugger& debug = f.debugger;
+        CpuRegisters.PC = 0x2000;
+        Poke(TargetMemory, 0x2000, {0x8E, 0x01, 0xFF, 0xBD, 0x20, 0x10, 0x01});   // LDS #$01FF; JSR $2010; NOP
+        Poke(TargetMemory, 0x2010, {0x4C, 0x4C, 0x4C, 0x39});                     // INCA x3; RTS
+        debug.StepInto();
+        AddBreakpoint(0x2011);
+        debug.StepOver();   // stops at the user's breakpoint inside the routine
+        QCOMPARE(CpuRegisters.PC, 0x2011);
+        debug.StepOut();
+        QCOMPARE(CpuRegisters.PC, 0x2006);
+        QCOMPARE(CpuRegisters.A, 3);
+        QCOMPARE(CpuRegisters.SP, 0x01FF);
+        // The temporary entries are gone, the user's stays; every cycle is
+        // counted: LDS 3, JSR 6, INCA 2 x 3, RTS 5.
+        QCOMPARE(BreakpointCount, std::int16_t(1));
+        QCOMPARE(BreakpointTable[0], 0x2011);
+        QCOMPARE(ClockCount, 20);
+        QVERIFY(RunStopped && !PlayActive);
+
+        // With a full table Step Over and Step Out do nothing at all.
+        while (BreakpointCount < MaxBreakpoints)
+            AddBreakpoint(0x4000 + BreakpointCount);
+        CpuRegisters.PC = 0x2003;
+        debug.StepOver();
+        debug.StepOut();
+        QCOMPARE(CpuRegisters.PC, 0x2003);
+        QCOMPARE(ClockCount, 20);
+        QCOMPARE(BreakpointCount, std::int16_t(MaxBreakpoints));
+    }
+
+    void theBoardGetsACallToTheComputedAddress()
+    {
+        DebuggerFixture f(false);
+        ScriptedMonitor board(f.line);
+        Poke(board.memory, 0x2002, {0xAD, 0x10});   // JSR $10,X
+        CpuRegisters.PC = 0x2002;
+        CpuRegisters.IX = 0x3000;
+        bool frozenInTheWait = false;
+        DoEventsAction look([&] {   // the last event pass is inside the wait for the reply
+            frozenInTheWait = f.view.pauseOn && f.view.frozen;
+        });
+        f.line.SetReplyDelay(5);
+        f.debugger.StepOver();
+        QVERIFY(frozenInTheWait);
+        QCOMPARE(board.steps.last().mid(10, 4), QByteArray("\xBD\x30\x10\x01", 4));
+        QCOMPARE(CpuRegisters.PC, 0x2004);
+        QVERIFY(!f.view.frozen);
+        QCOMPARE(ClockCount, 0);   // what ran on the board is not counted
+    }
+
+    void pauseLeavesTheWaitAndTheBoardRunsUntilItsReset()
+    {
+        DebuggerFixture f(false);
+        ScriptedMonitor board(f.line);
+        CpuRegisters.PC = 0x2000;
+        Poke(board.memory, 0x2000, {0xBD, 0x30, 0x00});   // JSR $3000, which never returns
+        Poke(board.memory, 0xFFFE, {0xE0, 0x00});
+        board.answerSteps = false;
+        {
+            DoEventsAction pause([&] {
+                if (f.view.pauseOn)
+                    f.debugger.Pause();
+            });
+            f.debugger.StepOver();
+        }
+        QVERIFY(f.reports.failures.isEmpty());
+        QVERIFY(BoardRunning);
+        QCOMPARE(f.reports.state, LinkState::Running);
+        QVERIFY(!f.view.pauseOn && f.view.frozen);
+
+        // The reset report itself is BoardLink_test's; here the display thaws and refreshes once.
+        f.line.Arrive("\r\nMonitor BBB");
+        QTRY_VERIFY(!BoardRunning);
+        QVERIFY(!f.view.frozen);
+        QCOMPARE(f.view.refreshRuns, 1);
+    }
+
+    void aRunWantsOneAckAndPassesTheRestToTheTerminal()
+    {
+        DebuggerFixture f(false);
+        ScriptedMonitor board(f.line);
+        board.executeAnswer = QByteArray("\x15", 1);
+        f.debugger.RunFree();
+        QCOMPARE(f.reports.failures.value(0).first, LinkFailure::InvalidData);
+        QVERIFY(!BoardRunning && !BoardConnected);
+
+        StatusSuffix = " (Reset)";
+        CpuRegisters.PC = 0x2345;
+        board.executeAnswer = QByteArray("\x06Hi", 3);
+        f.debugger.RunFree();
+        QCOMPARE(board.executes.last().mid(10, 3), QByteArray("\x7E\x23\x45", 3));
+        QVERIFY(BoardRunning);
+        QCOMPARE(f.reports.state, LinkState::Running);
+        QVERIFY(!f.view.pauseOn && f.view.frozen);
+        QCOMPARE(f.link.MSComm.RThreshold(), TargetLink::ReceiveThreshold);
+        // Less than the threshold: the terminal has it after a tick without news.
+        f.debugger.PassQuietOutput();
+        QVERIFY(f.view.terminal.isEmpty());
+        f.debugger.PassQuietOutput();
+        QCOMPARE(f.view.terminal, QByteArray("Hi"));
+        QCOMPARE(QString(StatusSuffix), QString());
+    }
+
+    void playStepsOffItsBreakpointFrozenRedrawingTheCpuWindowAlone()
+    {
+        DebuggerFixture f(true);
+        CpuRegisters.PC = 0x2000;
+        Poke(TargetMemory, 0x2000, {0x4C, 0x20, 0xFD});   // INCA; BRA back to it: five cycles a round
+        f.view.cpuWindowShown = true;
+        AddBreakpoint(0x2000);
+        bool frozen = false;
+        {
+            DoEventsAction look([&] {
+                if (PlayActive)
+                    frozen = !f.view.timersOn && f.view.pauseOn && f.view.frozen;
+            });
+            f.debugger.Play();
+        }
+        QVERIFY(frozen);
+        QCOMPARE(CpuRegisters.PC, 0x2000);
+        QCOMPARE(CpuRegisters.A, 1);
+        QCOMPARE(ClockCount, 5);
+        QVERIFY(f.view.clockShown > 0);   // the panel is up to date when the run ends
+        QCOMPARE(f.view.refreshes, 0);
+        QCOMPARE(f.view.followSteps, 2);
+        QVERIFY(RunStopped && !PlayActive && !f.view.pauseOn && !f.view.frozen);
+        QVERIFY(f.view.timersOn);   // back as before the run
+    }
+
+    void aBoardThatStopsAnsweringEndsPlayWithOneMessage()
+    {
+        DebuggerFixture f(false);
+        ScriptedMonitor board(f.line);
+        CpuRegisters.PC = 0x2000;
+        Poke(board.memory, 0x2000, {0x4C, 0x20, 0xFD});   // INCA; BRA back to it
+        board.answerSteps = false;
+        CpuRegisters.A = 7;
+        std::uint32_t now = 0;
+        const auto clock = SetTickCountSource([&now] { return now += 50; });   // time-outs pass at once
+        f.debugger.Play();
+        SetTickCountSource(clock);
+        QCOMPARE(f.reports.failures.size(), 1);
+        QCOMPARE(f.reports.failures[0].first, LinkFailure::NoResponse);
+        QCOMPARE(board.steps.size(), 1);
+        // The step has moved PC past the INCA; the registers stay as they were.
+        QCOMPARE(CpuRegisters.PC, 0x2001);
+        QCOMPARE(CpuRegisters.A, 7);
+        QVERIFY(!BoardConnected);
+        QCOMPARE(f.link.MSComm.RThreshold(), TargetLink::ReceiveThreshold);
+        QVERIFY(RunStopped && !PlayActive && !f.view.pauseOn && !f.view.frozen);
+        QCOMPARE(f.reports.state, LinkState::NotResponding);
+    }
+
+    void aResetReportDuringPlayGoesOnFromTheResetVector()
+    {
+        DebuggerFixture f(false);
+        ScriptedMonitor board(f.line);
+        CpuRegisters.PC = 0x2000;
+        Poke(board.memory, 0x2000, {0x20, 0xFE});   // BRA *: the host's work alone
+        Poke(board.memory, 0xE000, {0x20, 0xFE});
+        Poke(board.memory, 0xFFFE, {0xE0, 0x00});
+        AddBreakpoint(0xE000);
+        bool reported = false, pauseOnAfterReport = false;
+        {
+            DoEventsAction reset([&] {
+                if (!reported && ClockCount > 30) {
+                    reported = true;
+                    f.line.Arrive("\r\nHC11 Monitor BBB");
+                }
+                if (CpuRegisters.PC == 0xE000)
+                    pauseOnAfterReport = f.view.pauseOn;
+            });
+            f.debugger.Play();
+        }
+        QVERIFY(f.reports.failures.isEmpty());
+        QCOMPARE(CpuRegisters.PC, 0xE000);
+        QVERIFY(pauseOnAfterReport);   // the report thawed the display in the middle of the run
+        QCOMPARE(f.reports.state, LinkState::Ready);
+        QCOMPARE(QString(StatusSuffix), QString(" (Reset)"));
+        QVERIFY(!f.view.pauseOn);
+        QVERIFY(board.steps.isEmpty());
+    }
+};
+
+QTEST_MAIN(SteppingTest)
+#include "Stepping_test.moc"

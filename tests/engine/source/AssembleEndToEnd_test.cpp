@@ -1,0 +1,145 @@
+// From source to a target ready to step on the real main window. The target is
+// the simulator: downloads, and steps anywhere, are the download and debugger tests'.
+#include <QtTest>
+
+#include "ui/code/frmDisAsm.h"
+#include "engine/state/TargetState.h"
+#include "platform/widgets/CommonDialog.h"
+#include "platform/ProgramFolder.h"
+#include "platform/SettingsStore.h"
+#include "ui/source/frmEditor.h"
+#include "engine/source/SourceRecords.h"
+#include "ui/source/frmError.h"
+#include "support/MainFormFixture.h"
+#include "support/WorkFolder.h"
+
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+namespace {
+const QByteArray Broken = " ORG $E000\n"
+                          "START LDS #$00FF\n"
+                          " LDX #$1000\n"
+                          "LOOP LDAX 4,X\n"
+                          " BRA LOOP\n"
+                          " ORG $FFFE\n"
+                          " FDB START\n";
+}  // namespace
+
+class AssembleEndToEndTest : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { SetProgramFolder(qEnvironmentVariable("ORVANE_PROGRAM_DIR")); }
+
+    void writeAssembleAndDownload()
+    {
+        MainFormFixture f;
+        SaveSetting("Settings", "SimEnabled", "True");
+        frmMain& form = f.Start();
+        form.show();
+        WorkFolder folder;
+        folder.Enter();
+        QVERIFY(folder.Write("first prog.asm", "; to be written\n"));
+        frmEditor* editor = form.OpenEditor(folder.Path("first prog.asm"));
+        QVERIFY(editor);
+        QCOMPARE(AsmFile, QString("first prog.asm"));
+        const auto type = [editor](const QByteArray& text) {
+            editor->SetSelection(0, editor->PlainText().size());
+            editor->SetSelText(QString::fromLatin1(text));
+        };
+        f.boxes.answer = MbResultYes;   // "Save ... ?" and the OK boxes
+        bool dialogShown = false;
+        const auto previousDialog = CommonDialog::SetHandler([&](CommonDialog&, CommonDialog::Kind) {
+            dialogShown = true;
+            return false;
+        });
+
+        // A typo on line 4: Assemble asks to save, the list leads to the line.
+        type(Broken);
+        form.Menu("mnuFileAssemble")->trigger();
+        QCOMPARE(f.boxes.boxes.size(), 2);
+        QCOMPARE(f.boxes.boxes[0].text, QString("Save first prog.asm ?"));
+        QCOMPARE(f.boxes.boxes[1].caption, QString("Orvane - Assembling Done"));
+        QCOMPARE(f.boxes.boxes[1].text, QString("Assembly Source:\tfirst prog.asm\n\rListing (Symbol):\tfirst prog.lst"
+                                                "\n\rMachine Code:\tfirst prog.s19"));
+        frmError* errors = form.ErrorList();
+        QVERIFY(errors && errors->isVisible());
+        QCOMPARE(errors->windowTitle(), QString("first prog.err"));
+        QCOMPARE(errors->List->count(), 1);
+        QCOMPARE(errors->List->item(0)->text(), QString("4: unknown mnemonic 'LDAX'"));
+        editor->SetSelection(0, 0);
+        QTest::keyClick(errors->List, Qt::Key_Return);
+        QCOMPARE(ActiveEditor(), editor);
+        QCOMPARE(editor->Text->textCursor().blockNumber(), 3);
+        QCOMPARE(editor->SelText(), QString("LOOP LDAX 4,X"));
+
+        // Fixed and assembled from the toolbar: no error file is left.
+        type(QByteArray(Broken).replace("LDAX", "LDAA"));
+        form.tbToolbar_ButtonClick(form.Button(19));
+        QCOMPARE(f.boxes.boxes.size(), 4);
+        QVERIFY(!QFile::exists(folder.Path("first prog.err")));
+        QCOMPARE(form.PanelText(3), QString("Symbols: first prog.lst"));
+        QCOMPARE(AsmFile, QString("first prog.asm"));
+
+        // The toolbar's Download takes the fresh machine code without asking.
+        form.tbToolbar_ButtonClick(form.Button(21));
+        QVERIFY(!dialogShown);
+        QVERIFY2(f.boxes.boxes.size() == 4, qPrintable(f.boxes.boxes.last().text));
+        QCOMPARE(form.PanelText(2), QString("Program: first prog.s19"));
+        QCOMPARE(CpuRegisters.PC, 0xE000);
+
+        auto* disasm = qobject_cast<frmDisAsm*>(form.Window("frmDisAsm"));
+        QVERIFY(disasm);
+        if (!form.Menu("mnuDebugIncludeSym")->isChecked())
+            form.mnuDebugIncludeSym_Click();
+        QVERIFY(form.Menu("mnuDebugIncludeSym")->isChecked());
+        int row0 = 0;
+        while (row0 < int(disasm->PageRows.size()) && disasm->PageRows[row0].RowAddress != 0xE000)
+            ++row0;
+        QVERIFY(row0 < int(disasm->PageRows.size()));
+        QVERIFY2(disasm->PageRows[row0].RowText.contains("START LDS #$00FF"), qPrintable(disasm->PageRows[row0].RowText));
+        QVERIFY(disasm->PageRows[row0 + 2].RowText.contains("LOOP LDAA 4,X"));
+
+        CommonDialog::SetHandler(previousDialog);
+        AsmFile.clear();
+        S19File.clear();
+        LstFile.clear();
+    }
+
+    void errorRowsAndWhereTheyLead()
+    {
+        WorkFolder folder;
+        folder.Enter();
+        frmError list(nullptr);
+        QList<int> jumps;
+        list.GoToLine = [&](int line) { jumps << line; };
+
+        // Only a number above 0 before the first colon makes a row.
+        QVERIFY(folder.Write("x.err", "AS11 error report\r\n\n0: no line\nLDAX: no number\nno colon\n"
+                                      "12: twelve\r\n$C: hex twelve: again\n%11:three\n70000: too far\n"));
+        ErrFile = "x.err";
+        list.ErrorShow();
+        QCOMPARE(list.windowTitle(), QString("x.err"));
+        QCOMPARE(list.ErrorCount, std::int16_t(3));
+        QCOMPARE(list.ErrorLines, (std::vector<std::int32_t>{12, 12, 3}));
+        QCOMPARE(list.List->item(1)->text(), QString("$C: hex twelve: again"));
+        QCOMPARE(list.List->currentRow(), 0);
+        list.List->setCurrentRow(2);
+        QTest::keyClick(list.List, Qt::Key_Return);
+        QCOMPARE(jumps, QList<int>{3});
+
+        // A file without rows: nothing to show, and a click goes nowhere.
+        QVERIFY(folder.Write("x.err", "no errors\n"));
+        list.ErrorShow();
+        QCOMPARE(list.ErrorCount, std::int16_t(0));
+        QVERIFY(!list.cmdShow->isEnabled());
+        list.cmdShow_Click();
+        QTest::keyClick(list.List, Qt::Key_Return);
+        QCOMPARE(jumps.size(), 1);
+        ErrFile.clear();
+    }
+};
+
+QTEST_MAIN(AssembleEndToEndTest)
+#include "AssembleEndToEnd_test.moc"

@@ -1,0 +1,95 @@
+#include <QtTest>
+
+#include "engine/state/AppSettings.h"
+#include "ui/main/DefaultPlacements.h"
+#include "platform/SettingsStore.h"
+#include "platform/widgets/WindowPlacement.h"
+#include "support/TestSettings.h"
+
+#include <QFile>
+#include <QWidget>
+
+class AppSettingsTest : public QObject {
+    Q_OBJECT
+private slots:
+    void emptyOrUnreadableStoreGivesTheDefaults()
+    {
+        TestSettings store;
+        COMPort = 4;
+        ScreenFont = {"Other", 20, true, true};
+        LoadPortAndFonts();
+        QCOMPARE(int(COMPort), 2);
+        QVERIFY(ScreenFont.Name == "Fixedsys" && ScreenFont.Size == 9.0f && !ScreenFont.Bold && !ScreenFont.Italic);
+        QVERIFY(PrintFont.Name == "Courier New" && PrintFont.Size == 8.0f);
+
+        QFile file(store.FilePath());
+        QVERIFY(QDir().mkpath(QFileInfo(file).path()));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("\x01\x02garbage without sections\n[Settings\nCOMPort");
+        file.close();
+        QCOMPARE(GetNumberSetting("COMPort", 2), 2.0);
+        // A store that cannot be read at all (a folder in the file's place) reads as empty.
+        QVERIFY(QFile::remove(store.FilePath()));
+        QVERIFY(QDir().mkpath(store.FilePath()));
+        QCOMPARE(GetNumberSetting("COMPort", 2), 2.0);
+    }
+
+    void valuesRoundTripInTheirTextForms()
+    {
+        TestSettings store;
+        COMPort = 3;
+        ScreenFont = {"DejaVu Sans Mono", 10.5f, true, false};
+        PrintFont = {"Courier New", 12, false, true};
+        SavePortAndFonts();
+        SaveFlagSetting("SimEnabled", true);
+        QCOMPARE(GetSetting("Settings", "SimEnabled"), QString("True"));
+        QCOMPARE(GetSetting("Settings", "ScreenFontSize"), QString("10.5"));
+
+        COMPort = 1;
+        ScreenFont = PrintFont = {};
+        LoadPortAndFonts();
+        QCOMPARE(int(COMPort), 3);
+        QVERIFY(ScreenFont.Name == "DejaVu Sans Mono" && ScreenFont.Size == 10.5f && ScreenFont.Bold);
+        QVERIFY(PrintFont.Size == 12.0f && !PrintFont.Bold && PrintFont.Italic);
+
+        const struct { const char* text; bool fallback, read; } flags[] = {
+            {"false", true, false}, {"-1", false, true}, {"perhaps", true, true}};
+        for (const auto& flag : flags) {
+            SaveSetting("Settings", "CodeOn", flag.text);
+            QVERIFY2(GetFlagSetting("CodeOn", flag.fallback) == flag.read, flag.text);
+        }
+        SaveSetting("Settings", "COMPort", "9");
+        LoadPortAndFonts();
+        QCOMPARE(int(COMPort), 2);   // only ports 1 to 4 exist
+    }
+
+    void placementsFollowTheClientAreaAndKeepTheNormalSizeWhenMaximised()
+    {
+        QCOMPARE(DefaultPlacement("Serial", 10000, 8000).Height, 6400.0);   // defaults follow the client area
+        for (int pixels : {0, 1, 15, 640, 1920})
+            QCOMPARE(TwipsToPixelsX(PixelsToTwipsX(pixels)), pixels);
+
+        TestSettings store;
+        QWidget window;
+        LoadPlacement(&window, "Test", {0, 1500, 750, 6000, 4500});
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        const WindowPlacement normal = CurrentPlacement(&window);
+        SavePlacement(&window, "Test");
+        window.showMaximized();   // saved maximised, the normal placement stays
+        QTRY_VERIFY(window.isMaximized());
+        SavePlacement(&window, "Test");
+        QCOMPARE(GetSetting("Windows", "TestState"), QString("2"));
+        QCOMPARE(GetSetting("Windows", "TestWidth").toDouble(), normal.Width);
+
+        QWidget again;
+        LoadPlacement(&again, "Test", {});
+        again.show();
+        QTRY_VERIFY(again.isMaximized());
+        again.showNormal();
+        QTRY_COMPARE(again.size(), QSize(TwipsToPixelsX(6000), TwipsToPixelsY(normal.Height)));
+    }
+};
+
+QTEST_MAIN(AppSettingsTest)
+#include "AppSettings_test.moc"

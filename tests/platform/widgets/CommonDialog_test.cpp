@@ -1,0 +1,49 @@
+#include <QtTest>
+
+#include "platform/widgets/CommonDialog.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+class CommonDialogTest : public QObject {
+    Q_OBJECT
+private slots:
+    void filtersBecomeQtFilters()
+    {
+        const char* const rows[][2] = {
+            {"Assembler Files (*.asm)|*.asm|All Files (*.*)|*.*", "Assembler Files (*.asm);;All Files (*.*)"},
+            {"Listings|*.lst;*.txt", "Listings (*.lst *.txt)"}, {"Dangling|", "Dangling ()"}};
+        for (const auto& [filter, qt] : rows)
+            QCOMPARE(QtFileFilter(filter), QString(qt));
+    }
+
+    void chosenFileMovesTheCurrentFolder()
+    {
+        QTemporaryDir folder;
+        const QString saved = QDir::currentPath();
+        const CommonDialog::Handler previous = CommonDialog::SetHandler([&](CommonDialog& d, CommonDialog::Kind kind) {
+            if (kind != CommonDialog::Kind::Open)
+                return false;
+            d.FileName = folder.filePath("prog.asm");
+            d.FilterIndex = 2;
+            return true;
+        });
+        CommonDialog dialog;
+        dialog.Filter = "Asm|*.asm|All|*.*";
+        QVERIFY(dialog.ShowOpen());
+        QCOMPARE(dialog.FileTitle, QString("prog.asm"));
+        QCOMPARE(dialog.FilterIndex, 2);
+        QCOMPARE(QDir::current().canonicalPath(), QDir(folder.path()).canonicalPath());
+
+        // A cancelled dialog changes neither the fields nor the folder.
+        QDir::setCurrent(saved);
+        dialog.FileName = "keep";
+        QVERIFY(!dialog.ShowSave());
+        QCOMPARE(dialog.FileName, QString("keep"));
+        QCOMPARE(QDir::currentPath(), saved);
+        CommonDialog::SetHandler(previous);
+    }
+};
+
+QTEST_MAIN(CommonDialogTest)
+#include "CommonDialog_test.moc"

@@ -1,0 +1,195 @@
+// The disassembly window on the real main window, in simulator mode.
+#include <QtTest>
+
+#include "ui/code/frmDisAsm.h"
+#include "engine/state/TargetState.h"
+#include "engine/execution/Breakpoints.h"
+#include "support/DisAsmLooks.h"
+#include "support/MainFormFixture.h"
+#include "support/ModalPlayer.h"
+
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+
+class frmDisAsmTest : public QObject {
+    Q_OBJECT
+    std::unique_ptr<MainFormFixture> f;
+    frmDisAsm* w = nullptr;
+
+    void SetRows(int rows)
+    {
+        QWidget* frame = w->parentWidget();
+        frame->resize(frame->width(), frame->height() - w->height() + rows * w->Label[1]->height() + 2);
+        QCoreApplication::processEvents();
+        QCOMPARE(w->VisibleRows, std::int16_t(rows));
+    }
+
+    void Activate(QWidget* widget)
+    {
+        f->form->mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(widget->parentWidget()));
+        QCoreApplication::processEvents();
+    }
+
+    // Through the Debug menu's dialog (help topic 191).
+    void GoTo(std::int32_t address)
+    {
+        int context = 0;
+        ModalPlayer player([&](QDialog& dialog) {
+            context = dialog.property("HelpContextID").toInt();
+            TypeAndPressOK(dialog, "txtAdr", "$" + QString::number(address, 16).toUpper());
+        });
+        f->form->Menu("mnuDebugGoToAddress")->trigger();
+        QCOMPARE(context, 191);
+        QCOMPARE(w->TopAddress, address);
+        QCOMPARE(w->CurRow, std::int16_t(1));
+    }
+
+private slots:
+    void init()
+    {
+        f = std::make_unique<MainFormFixture>();
+        f->Start();
+        f->form->showNormal();
+        f->form->resize(1000, 800);
+        TargetMode = SimulatorMode;
+        BoardConnected = true;
+        RunStopped = true;
+        // LDS #$00FF; LDAA #5; DECA; BNE back to DECA; JSR $E010; BRA to itself; NOPs; RTS.
+        std::int32_t at = 0xE000;
+        for (int b : {0x8E, 0x00, 0xFF, 0x86, 0x05, 0x4A, 0x26, 0xFD, 0xBD, 0xE0, 0x10, 0x20, 0xFE, 0x01, 0x01, 0x01, 0x39})
+            TargetMemory[at++] = std::uint8_t(b);
+        CpuRegisters.PC = 0xE003;
+        w = frmDisAsm::Open();
+        SetRows(8);
+        Activate(w);
+    }
+
+    void cleanup() { f.reset(); }
+
+    void coloursFollowTheCurrentRowBreakpointsAndActivation()
+    {
+        QCOMPARE(w->RowCaption(3), QString(" $E006: 26 FD            BNE   $E005"));
+        QVERIFY(w->RowBold(1) && !w->RowBold(2));
+        AddBreakpoint(0xE005);
+        w->PageRedraw();
+        w->Label_Click(2);
+        QCOMPARE(LookOf(w, 1), Look::Plain);
+        QCOMPARE(LookOf(w, 2), Look::CurrentBreakpoint);
+        auto* other = f->form->mdiArea()->addSubWindow(new QWidget);
+        other->show();
+        f->form->mdiArea()->setActiveSubWindow(other);
+        QCOMPARE(LookOf(w, 2), Look::Breakpoint);
+        QVERIFY(!f->form->Menu("mnuDebugToggleBreakpoint")->isEnabled());
+        w->Label_Click(3);   // inactive, a new current row gets no highlight
+        QCOMPARE(LookOf(w, 3), Look::Plain);
+        Activate(w);
+        QCOMPARE(LookOf(w, 3), Look::Current);
+
+        QVERIFY(QTest::qWaitForWindowExposed(f->form.get()));
+        const QImage shot = w->grab().toImage();
+        const auto colourAt = [&](int row) {
+            return shot.pixelColor(w->Label[row]->mapTo(w, QPoint(w->width() - 6, w->Label[row]->height() / 2)));
+        };
+        QCOMPARE(colourAt(1), frmDisAsm::PlainColour());
+        QCOMPARE(colourAt(2), frmDisAsm::BreakpointColour);
+        QCOMPARE(colourAt(3), frmDisAsm::CurrentColour);
+
+        w->ClearMarks();   // before a run: no bold, no highlight, the breakpoint stays
+        QVERIFY(!w->RowBold(1));
+        QCOMPARE(LookOf(w, 3), Look::Plain);
+        QCOMPARE(LookOf(w, 2), Look::Breakpoint);
+    }
+
+    void goToMovesThePageNotPC()
+    {
+        CpuRegisters.PC = 0xE100;
+        w->mnuGoToPCAddress();
+        QCOMPARE(w->TopAddress, 0xE100);
+        GoTo(0xE000);
+        QVERIFY(!w->RowBold(1));
+        ModalPlayer player([](QDialog& dialog) { dialog.reject(); });
+        w->mnuGoToAddress();
+        QCOMPARE(w->TopAddress, 0xE000);
+    }
+
+    void keysMoveTheRowThenThePageAndWrapAtTheEndsOfMemory()
+    {
+        SetRows(4);
+        QTest::keyClick(w, Qt::Key_Up);   // back over the 3-byte load above
+        QCOMPARE(w->TopAddress, 0xE000);
+        QCOMPARE(w->CurRow, std::int16_t(1));
+        for (int press = 0; press < 4; ++press)
+            QTest::keyClick(w, Qt::Key_Down);   // the last press scrolls by one instruction
+        QCOMPARE(w->TopAddress, 0xE003);
+        QCOMPARE(w->CurRow, std::int16_t(4));
+        QCOMPARE(LookOf(w, 4), Look::Current);
+        SetRows(2);
+
+        for (std::int32_t a = 0xFFF0; a <= 0xFFFF; ++a)
+            TargetMemory[a] = 0x01;
+        GoTo(0xFFFE);
+        QTest::keyClick(w, Qt::Key_PageDown);
+        QCOMPARE(w->TopAddress, 0xFFFF);
+        QCOMPARE(w->RowCaption(2).left(8), QString(" $0000: "));
+        GoTo(0x0002);
+        for (std::int32_t top : {0x0001, 0x0000, 0xFFFF, 0xFFFE}) {
+            QTest::keyClick(w, Qt::Key_Up);
+            QCOMPARE(w->TopAddress, top);
+        }
+        QTest::keyClick(w, Qt::Key_PageUp);
+        QCOMPARE(w->TopAddress, 0xFFFD);
+        QCOMPARE(w->RowCaption(2), QString(" $FFFE: 01               NOP"));
+    }
+
+    void aFailedReadClearsTheScreenAndARefreshBringsItBack()
+    {
+        AddBreakpoint(0xE005);
+        TargetMode = BoardMode;
+        f->line.SetCTS(false);
+        f->form->Menu("mnuDebugRefresh")->trigger();
+        QVERIFY(!BoardConnected);
+        QVERIFY(!f->boxes.boxes.isEmpty());
+        QCOMPARE(w->CurRow, std::int16_t(0));
+        for (int row = 1; row <= 50; ++row)
+            QVERIFY(w->RowCaption(row).isEmpty() && LookOf(w, row) == Look::Plain);
+        QCOMPARE(w->TopAddress, 0xE003);
+        QTest::keyClick(w, Qt::Key_PageDown);   // without a page, keys and clicks do nothing
+        w->Label_DblClick(2);
+        QCOMPARE(w->CurRow, std::int16_t(0));
+        QCOMPARE(BreakpointCount, std::int16_t(1));
+
+        TargetMode = SimulatorMode;
+        ProgramBase = 0xE000;
+        w->mnuRefresh();
+        QCOMPARE(w->TopAddress, 0xE000);
+        QCOMPARE(LookOf(w, 3), Look::Breakpoint);
+        QVERIFY(w->RowBold(2));
+    }
+
+    void breakpointsToggleClearAndStopAtAFullTable()
+    {
+        f->form->Menu("mnuDebugToggleBreakpoint")->trigger();
+        QCOMPARE(BreakpointTable[0], 0xE003);
+        w->Label_DblClick(4);
+        f->form->Menu("mnuDebugClearAllBreakpoints")->trigger();   // repaints the rows of the table
+        QCOMPARE(BreakpointCount, std::int16_t(0));
+        QCOMPARE(LookOf(w, 4), Look::Current);
+        QCOMPARE(LookOf(w, 1), Look::Plain);
+        QVERIFY(!f->form->Menu("mnuDebugClearAllBreakpoints")->isEnabled());
+
+        for (int i = 0; i < MaxBreakpoints; ++i)
+            AddBreakpoint(0x3000 + i);
+        w->Label_DblClick(5);
+        QCOMPARE(f->boxes.boxes.size(), 1);
+        QCOMPARE(f->boxes.boxes[0].caption, QString("Orvane - Breakpoint Error"));
+        QCOMPARE(f->boxes.boxes[0].text, QString("  Can't Set Breakpoint !\n (Max. Breakpoints = 32)"));
+        QCOMPARE(f->boxes.boxes[0].style, MbOkOnly | MbExclamation);
+        QCOMPARE(BreakpointCount, std::int16_t(MaxBreakpoints));
+        QVERIFY(!HasBreakpoint(w->PageRows[4].RowAddress));
+        QCOMPARE(LookOf(w, 5), Look::Plain);
+    }
+};
+
+QTEST_MAIN(frmDisAsmTest)
+#include "frmDisAsm_test.moc"

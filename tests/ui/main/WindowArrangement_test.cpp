@@ -1,0 +1,134 @@
+#include <QtTest>
+
+#include "platform/SettingsStore.h"
+#include "ui/source/frmEditor.h"
+#include "support/FakeToolWindow.h"
+#include "support/MainFormFixture.h"
+#include "ui/main/WindowArrangement.h"
+
+#include <QMdiArea>
+#include <QMdiSubWindow>
+
+namespace {
+QString Text(const WindowPlacement& p)
+{
+    return QString("%1,%2,%3,%4").arg(p.Left).arg(p.Top).arg(p.Width).arg(p.Height);
+}
+
+QRect Pixels(const WindowPlacement& p)
+{
+    return QRect(TwipsToPixelsX(p.Left), TwipsToPixelsY(p.Top), TwipsToPixelsX(p.Width), TwipsToPixelsY(p.Height));
+}
+
+QWidget* Frame(QWidget* window)
+{
+    return window->parentWidget();
+}
+
+WindowPlacement PlacementOf(const std::vector<DebuggerPlacement>& rows, const char* window)
+{
+    for (const DebuggerPlacement& row : rows)
+        if (QString(row.window) == window)
+            return row.placement;
+    return {};
+}
+}  // namespace
+
+class WindowArrangementTest : public QObject {
+    Q_OBJECT
+private slots:
+    void debuggerPlacementsByWidth()   // the disassembly window takes what the others leave
+    {
+        const struct { double W; const char* disAsm; const char* regCpu; const char* stack; const char* watch;
+                       const char* label; } rows[] = {
+            {9000, "0,0,5200,8000", "5200,0,2600,2450", "5200,2450,2600,5550", "7800,0,2600,2450",
+             "7800,2450,2600,5550"},
+        };
+        for (const auto& row : rows) {
+            const auto placements = DebuggerPlacements(row.W, 8000);
+            QCOMPARE(Text(PlacementOf(placements, "frmDisAsm")), QString(row.disAsm));
+            QCOMPARE(Text(PlacementOf(placements, "frmRegCPU")), QString(row.regCpu));
+            QCOMPARE(Text(PlacementOf(placements, "frmStack")), QString(row.stack));
+            QCOMPARE(Text(PlacementOf(placements, "frmWatch")), QString(row.watch));
+            QCOMPARE(Text(PlacementOf(placements, "frmLabel")), QString(row.label));
+        }
+        QStringList order;
+        for (const DebuggerPlacement& row : DebuggerPlacements(9000, 8000))
+            order << QString("%1=%2").arg(row.window, row.prefix);
+        QCOMPARE(order.join(' '),
+                 QString("frmLabel=Label frmWatch=Watch frmStack=Stack frmRegCPU=RegCPU frmDisAsm=DisAsm"));
+    }
+
+    void editorPlacements()
+    {
+        const auto one = TileHorizontalPlacements(1, 12000, 9000);
+        QCOMPARE(Text(one.at(0)), QString("0,0,12000,9000"));
+        const auto three = TileHorizontalPlacements(3, 12000, 10000);
+        QCOMPARE(Text(three.at(2)), QString("0,6666,12000,3333"));   // 1 twip stays free
+        const auto vertical = TileVerticalPlacements(4, 10001, 6000);
+        QCOMPARE(Text(vertical.at(3)), QString("7500,0,2500,6000"));
+        // One editor: at the corner with 80 percent; many: the step shrinks to fit.
+        QCOMPARE(Text(CascadePlacements(1, 10000, 5000, 15, 15).at(0)), QString("0,0,8000,4000"));
+        QCOMPARE(Text(CascadePlacements(3, 10000, 5000, 15, 15).at(2)), QString("720,666,8000,4000"));
+        QCOMPARE(Text(CascadePlacements(100, 10000, 5000, 15, 15).at(99)), QString("1980,990,8000,4000"));
+        QVERIFY(CascadePlacements(0, 10000, 5000, 15, 15).empty());
+    }
+
+    // Arrange Debugger moves the open debugger windows by the table at two
+    // main-window sizes and writes a closed one's place for its next opening;
+    // the editor commands move editors only. Neither touches the other's windows.
+    void arrangementCommandsMoveTheirOwnWindowsOnly()
+    {
+        PluggedWindows plugged({"frmStack", "frmRegCPU", "frmWatch", "frmLabel", "frmDisAsm"});
+        MainFormFixture f;
+        frmMain& form = f.Start();
+        form.showNormal();
+        for (int i = 0; i < 3; ++i)
+            form.NewEditor();
+        QWidget* editorFrame = Frame(LoadedEditors().value(0));
+        editorFrame->setGeometry(30, 40, 200, 100);
+        for (const char* window : {"frmStack", "frmRegCPU", "frmDisAsm"})
+            QVERIFY(form.LoadWindow(window));
+        Frame(form.Window("frmStack"))->showMaximized();
+        const QWidget* client = form.mdiArea()->viewport();
+        for (const QSize size : {QSize(1100, 700), QSize(600, 500)}) {
+            form.resize(size);
+            QCoreApplication::processEvents();
+            const auto placements =
+                DebuggerPlacements(PixelsToTwipsX(client->width()), PixelsToTwipsY(client->height()));
+            form.Menu("mnuWindowArrangeDebugger")->trigger();
+            for (const char* window : {"frmStack", "frmRegCPU", "frmDisAsm"}) {
+                QVERIFY(!Frame(form.Window(window))->isMaximized());
+                QCOMPARE(Frame(form.Window(window))->geometry(), Pixels(PlacementOf(placements, window)));
+            }
+            const WindowPlacement watch = PlacementOf(placements, "frmWatch");
+            QCOMPARE(GetSetting("Windows", "WatchLeft").toDouble(), double(float(watch.Left)));
+            QCOMPARE(GetSetting("Windows", "WatchState"), QString("0"));
+            QVERIFY(!form.Window("frmWatch"));
+            QCOMPARE(editorFrame->geometry(), QRect(30, 40, 200, 100));
+        }
+
+        QWidget* stack = Frame(form.Window("frmStack"));
+        const QRect stackPlace = stack->geometry();
+        Frame(LoadedEditors().value(1))->showMaximized();
+        QCoreApplication::processEvents();
+        const double W = PixelsToTwipsX(client->width()), H = PixelsToTwipsY(client->height());
+        const struct { const char* entry; std::vector<WindowPlacement> expected; } rows[] = {
+            {"mnuWindowTileHorizontal", TileHorizontalPlacements(3, W, H)},
+            {"mnuWindowTileVertical", TileVerticalPlacements(3, W, H)},
+            {"mnuWindowCascade", CascadePlacements(3, W, H, PixelsToTwipsX(1), PixelsToTwipsY(1))},
+        };
+        for (const auto& row : rows) {
+            form.Menu(row.entry)->trigger();
+            const QList<frmEditor*> editors = LoadedEditors();
+            for (int i = 0; i < 3; ++i) {
+                QVERIFY(!Frame(editors[i])->isMaximized());
+                QCOMPARE(Frame(editors[i])->geometry(), Pixels(row.expected[i]));
+            }
+            QCOMPARE(stack->geometry(), stackPlace);
+        }
+    }
+};
+
+QTEST_MAIN(WindowArrangementTest)
+#include "WindowArrangement_test.moc"

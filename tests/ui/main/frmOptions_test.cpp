@@ -1,0 +1,205 @@
+// The Options dialog on a main window. With ORVANE_SCREENSHOT set to a
+// folder, options.png (the dialog with Simulator ticked) is saved there.
+#include <QtTest>
+
+#include "engine/state/AppSettings.h"
+#include "engine/state/TargetState.h"
+#include "platform/widgets/Fonts.h"
+#include "platform/MSComm.h"
+#include "platform/SettingsStore.h"
+#include "ui/source/frmEditor.h"
+#include "support/MainFormFixture.h"
+#include "support/ModalPlayer.h"
+#include "support/PseudoTerminal.h"
+#include "ui/main/frmOptions.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QPlainTextEdit>
+
+namespace {
+const QString PortError = "HC11 Board: Communication Port Error !";
+
+// Answers the font dialog for the life of the object, noting what it was asked.
+struct FontAnswer {
+    explicit FontAnswer(FontRecord font, bool confirm = true)
+    {
+        previous = CommonDialog::SetHandler([=, this](CommonDialog& dialog, CommonDialog::Kind) {
+            asked.append(dialog);
+            dialog.FontName = font.Name;
+            dialog.FontSize = font.Size;
+            dialog.FontBold = font.Bold;
+            dialog.FontItalic = font.Italic;
+            return confirm;
+        });
+    }
+    ~FontAnswer() { CommonDialog::SetHandler(previous); }
+    QList<CommonDialog> asked;
+    CommonDialog::Handler previous;
+};
+
+// Plays the Options dialog: the script runs on it, and then OK or Cancel is pressed.
+ModalHook OnOptions(std::function<void(frmOptions&)> script, const char* button = "cmdOK")
+{
+    return [=](QDialog& dialog) {
+        auto* options = qobject_cast<frmOptions*>(&dialog);
+        QVERIFY(options);
+        script(*options);
+        options->findChild<QPushButton*>(button)->click();
+    };
+}
+}  // namespace
+
+class OptionsTest : public QObject {
+    Q_OBJECT
+private slots:
+    // Panel 1 and the mode's menu entries follow the check box (the entries'
+    // rules are the enable rules test's), and the port is opened anew at every
+    // OK, in both modes.
+    void switchToTheSimulatorAndBack()
+    {
+        MainFormFixture f;
+        frmMain& form = f.Start();
+        const int opened = f.line.OpenCount();
+        for (const bool simulator : {true, false}) {
+            ModalPlayer player(OnOptions([&](frmOptions& o) {
+                o.chSimEnabled->setChecked(simulator);
+                const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
+                if (simulator && !folder.isEmpty())
+                    QVERIFY(o.grab().save(QDir(folder).filePath("options.png")));
+            }));
+            form.Menu("mnuViewOptions")->trigger();
+            QCOMPARE(form.PanelText(1), simulator ? QString("Simulator mode") : QString("HC11 Board: Ready"));
+            QCOMPARE(TargetMode, simulator ? SimulatorMode : BoardMode);
+            QCOMPARE(form.Menu("mnuViewIOunit")->isEnabled(), simulator);
+            QVERIFY(f.line.IsOpen());
+        }
+        QCOMPARE(f.line.OpenCount(), opened + 2);
+        QVERIFY(f.boxes.boxes.isEmpty());
+    }
+
+    // The dialog opens on the settings in use; Cancel changes nothing, fonts
+    // chosen on the way included.
+    void opensOnTheSettingsAndCancelChangesNothing()
+    {
+        MainFormFixture f;
+        SaveSetting("Settings", "COMPort", "3");
+        SaveSetting("Settings", "ScreenFontBold", "True");
+        SaveSetting("Settings", "ScreenFontItalic", "True");
+        SaveSetting("Settings", "SimEnabled", "True");
+        frmMain& form = f.Start();
+        form.NewEditor();
+        frmEditor* editor = LoadedEditors().value(0);
+        QVERIFY(editor);
+        const QFont before = editor->Text->font();
+        const FontRecord screen = ScreenFont;
+        const int opened = f.line.OpenCount();
+        FontAnswer answer({"Courier New", 14, false, false});
+        ModalPlayer player(OnOptions(
+            [](frmOptions& o) {
+                QCOMPARE(o.cbComPort->currentText() + "|" + o.lbDevice->text(), "COM 3|" + PortDevicePath(3));
+                QVERIFY(o.chSimEnabled->isChecked());
+                QCOMPARE(o.lbEStyle->text() + "|" + o.lbPStyle->text(), QString("Bold Italic|Regular"));
+                o.cmdESet->click();
+                o.cmdPSet->click();
+                o.chSimEnabled->setChecked(false);
+                o.cbComPort->setCurrentIndex(0);
+            },
+            "cmdCancel"));
+        form.Menu("mnuViewOptions")->trigger();
+        QCOMPARE(answer.asked.size(), 2);
+        QVERIFY(ScreenFont.Size == screen.Size && ScreenFont.Bold && ScreenFont.Italic);
+        QCOMPARE(PrintFont.Size, 8.0f);
+        QCOMPARE(TargetMode, SimulatorMode);
+        QCOMPARE(COMPort, std::int16_t(3));
+        QCOMPARE(f.line.OpenCount(), opened);
+        QCOMPARE(editor->Text->font(), before);
+        QCOMPARE(form.PanelText(1), QString("Simulator mode"));
+    }
+
+    // The editor's dialog offers fixed-pitch faces, the printer's all; a
+    // cancelled dialog leaves the copy; OK restyles every open editor.
+    void fontsReachTheOpenEditors()
+    {
+        MainFormFixture f;
+        frmMain& form = f.Start();
+        form.NewEditor();
+        form.NewEditor();
+        QCOMPARE(LoadedEditors().size(), 2);
+        FontAnswer answer({"Orvane No Such Face", 15, true, true});
+        ModalPlayer player(OnOptions([](frmOptions& o) {
+            o.cmdESet->click();
+            QCOMPARE(o.lbEName->text() + "|" + o.lbEStyle->text() + "|" + o.lbESize->text(),
+                     QString("Orvane No Such Face|Bold Italic|15"));
+            o.cmdPSet->click();
+            QCOMPARE(o.lbPStyle->text(), QString("Bold Italic"));
+        }));
+        form.Menu("mnuViewOptions")->trigger();
+        QCOMPARE(answer.asked.size(), 2);
+        QVERIFY(answer.asked[0].FixedPitchOnly);
+        QCOMPARE(answer.asked[0].FontName, QString("Fixedsys"));
+        QVERIFY(!answer.asked[1].FixedPitchOnly);
+        QCOMPARE(answer.asked[1].FontName, QString("Courier New"));
+        QVERIFY(!form.Dialog.FixedPitchOnly);
+        // The face the system lacks stays the saved name; the editors draw in a fixed-pitch one.
+        QCOMPARE(ScreenFont.Name, QString("Orvane No Such Face"));
+        QCOMPARE(PrintFont.Size, 15.0f);
+        const QFont expected = FixedPitchFont("Orvane No Such Face", 15, true, true);
+        for (frmEditor* editor : LoadedEditors()) {
+            QCOMPARE(editor->Text->font().family(), expected.family());
+            QCOMPARE(editor->Text->font().pointSizeF(), 15.0);
+            QVERIFY(editor->Text->font().bold() && editor->Text->font().italic());
+        }
+        form.close();
+        QCOMPARE(GetSetting("Settings", "ScreenFontName"), QString("Orvane No Such Face"));
+        QCOMPARE(GetSetting("Settings", "PrintFontBold"), QString("True"));
+    }
+
+    // The device chosen for COM 3 is opened at OK and kept at exit; one that
+    // does not exist gives the port error in panel 1 and no message box.
+    void deviceOfComThreeIsUsedAndKept()
+    {
+        PseudoTerminal pty;
+        QVERIFY(pty.IsValid());
+        const struct { QString path; QString panel; } rows[] = {
+            {pty.DevicePath(), "HC11 Board: Ready"},
+            {"/dev/orvane-no-such-port", PortError},
+        };
+        for (const auto& row : rows) {
+            MainFormFixture f;
+            SaveSetting("Settings", "PortDevice2", "/dev/orvane-no-such-port");
+            f.form = std::make_unique<frmMain>();   // on the system's serial ports
+            frmMain& form = *f.form;
+            form.MDIForm_Load();
+            QCOMPARE(form.PanelText(1), PortError);
+            ModalPlayer player([&](QDialog& dialog) {
+                if (dialog.objectName() == "frmPortDevice") {
+                    QCOMPARE(dialog.windowTitle(), QString("Device of COM 3"));
+                    TypeAndPressOK(dialog, "txtDevice", row.path);
+                    return;
+                }
+                auto& options = static_cast<frmOptions&>(dialog);
+                options.cbComPort->setCurrentIndex(2);
+                options.cmdDevice->click();
+                QCOMPARE(options.lbDevice->text(), row.path);
+                QCOMPARE(PortDevicePath(3), DefaultPortDevicePath(3));   // not before OK
+                options.cmdOK->click();
+            });
+            form.Menu("mnuViewOptions")->trigger();
+            QCOMPARE(form.PanelText(1), row.panel);
+            QCOMPARE(bool(BoardConnected), row.panel != PortError);
+            QCOMPARE(form.MSComm.PortOpen(), row.panel != PortError);
+            QCOMPARE(form.MSComm.CommPort(), 3);
+            QVERIFY(f.boxes.boxes.isEmpty());
+            form.close();
+            QCOMPARE(GetSetting("Settings", "COMPort"), QString("3"));
+            QCOMPARE(GetSetting("Settings", "PortDevice3"), row.path);
+            QCOMPARE(GetSetting("Settings", "PortDevice2"), QString("/dev/orvane-no-such-port"));
+            SetPortDevicePath(3, {});
+        }
+    }
+};
+
+QTEST_MAIN(OptionsTest)
+#include "frmOptions_test.moc"

@@ -1,0 +1,329 @@
+// The editor documents on the real main window. With ORVANE_SCREENSHOT set to
+// a folder, editors.png (a coloured editor) is saved there.
+#include <QtTest>
+
+#include "platform/widgets/CommonDialog.h"
+#include "engine/source/EditorRecords.h"
+#include "engine/source/SourceFile.h"
+#include "engine/source/SourceRecords.h"
+#include "ui/source/frmEditor.h"
+#include "ui/source/frmReplace.h"
+#include "support/MainFormFixture.h"
+#include "support/ModalPlayer.h"
+#include "support/WorkFolder.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QMenu>
+#include <QTextBlock>
+#include <QTextLayout>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+
+namespace {
+// Answers the file dialogs for the life of the object and keeps what they proposed.
+struct FileChooser {
+    QString answer;   // empty: Cancel
+    QList<CommonDialog> asked;
+    CommonDialog::Handler previous;
+    FileChooser()
+    {
+        previous = CommonDialog::SetHandler([this](CommonDialog& dialog, CommonDialog::Kind) {
+            asked << dialog;
+            dialog.FileName = answer;
+            return !answer.isEmpty();
+        });
+    }
+    ~FileChooser() { CommonDialog::SetHandler(previous); }
+};
+
+struct Session {
+    MainFormFixture f;
+    WorkFolder folder;
+    FileChooser chooser;
+    frmMain& form;
+    Session() : form(f.Start())
+    {
+        UntitledCount = 0;
+        form.showNormal();
+        form.resize(900, 600);
+        folder.Enter();
+    }
+    ~Session()
+    {
+        // Unsaved test documents go without a question.
+        for (frmEditor* editor : LoadedEditors())
+            editor->TextChanged = false;
+    }
+    frmEditor* Open(const QString& name)
+    {
+        chooser.answer = folder.Path(name);
+        form.Menu("mnuFileOpen")->trigger();
+        return ActiveEditor();
+    }
+};
+}  // namespace
+
+class EditorTest : public QObject {
+    Q_OBJECT
+private slots:
+    // The file's own line ends, bytes above 127 and missing final line end survive an edit and a save.
+    void openEditSaveKeepsTheBytes()
+    {
+        const QByteArray bytes = "* \xa0\xe9\xff\r\n NOP\r\n RTS";
+        Session s;
+        QVERIFY(s.folder.Write("prog.asm", bytes));
+        frmEditor* editor = s.Open("prog.asm");
+        QVERIFY(editor);
+        QCOMPARE(editor->windowTitle(), QString("prog.asm"));
+        QCOMPARE(AsmFile, QString("prog.asm"));
+        QCOMPARE(editor->PlainText(), DecodeSource(bytes).text);
+        QCoreApplication::processEvents();   // the colouring runs; it is no change of the text
+        QVERIFY(!editor->TextChanged);
+        QVERIFY(!s.form.Menu("mnuFileSave")->isEnabled() && !s.form.Button(13)->isEnabled());
+
+        QTest::keyClicks(editor->Text, "*;");
+        QVERIFY(editor->TextChanged);
+        QVERIFY(s.form.Menu("mnuFileSave")->isEnabled() && s.form.Button(4)->isEnabled());
+        s.form.Menu("mnuFileSave")->trigger();
+        QVERIFY(!editor->TextChanged && !s.form.Menu("mnuFileSave")->isEnabled());
+        QCOMPARE(s.folder.Read("prog.asm"), "*;" + bytes);
+        QVERIFY(s.f.boxes.boxes.isEmpty());
+    }
+
+    // A full disk (through the save seam; every failing step is the source text test's):
+    // the old file stays whole, the editor keeps its change, the user is told why.
+    void failedSaveKeepsTheOldFileAndTheChange()
+    {
+        Session s;
+        QVERIFY(s.folder.Write("prog.asm", "old\n"));
+        frmEditor* editor = s.Open("prog.asm");
+        QTest::keyClicks(editor->Text, "new ");
+        SetSaveFaultHook([](SaveStep step, const QString&) {
+            return step == SaveStep::Write ? QString("No space left on device") : QString();
+        });
+        s.form.Menu("mnuFileSave")->trigger();
+        SetSaveFaultHook({});
+        QCOMPARE(s.f.boxes.boxes.size(), 1);
+        QCOMPARE(s.f.boxes.boxes[0].text, QString("No space left on device !"));
+        QVERIFY(s.f.boxes.boxes[0].caption == "Orvane - Write Error" && s.f.boxes.boxes[0].style == int(MbExclamation));
+        QCOMPARE(s.folder.Read("prog.asm"), QByteArray("old\n"));
+        QCOMPARE(QDir(s.folder.dir.path()).entryList(QDir::Files), QStringList{"prog.asm"});
+        QVERIFY(editor->TextChanged && s.form.Menu("mnuFileSave")->isEnabled());
+    }
+
+    void unsavedTextAtTheEndOfTheProgram()
+    {
+        Session s;
+        s.form.Menu("mnuFileNew")->trigger();
+        frmEditor* first = ActiveEditor();
+        QTest::keyClicks(first->Text, "first");
+        s.form.Menu("mnuFileNew")->trigger();
+        frmEditor* second = ActiveEditor();
+        QTest::keyClicks(second->Text, "second");
+        QVERIFY(first != second);
+
+        // Cancel at the first question: nobody else is asked, the program goes on.
+        s.f.boxes.answer = MbResultCancel;
+        QVERIFY(!s.form.close());
+        QCOMPARE(s.f.boxes.boxes.size(), 1);
+        QCOMPARE(s.f.boxes.boxes[0].caption, QString("Orvane - Warning"));
+        QCOMPARE(s.f.boxes.boxes[0].style, int(MbYesNoCancel + MbQuestion));
+        QCOMPARE(LoadedEditors().size(), 2);
+        QVERIFY(!QFile::exists(s.f.settings.FilePath()));
+
+        // Yes: each document is saved under its own title in the current folder.
+        s.f.boxes.answer = MbResultYes;
+        QVERIFY(s.form.close());
+        QCOMPARE(s.f.boxes.boxes[1].text, QString("Save changes to Untitled1.asm ?"));
+        QCOMPARE(s.f.boxes.boxes[2].text, QString("Save changes to Untitled2.asm ?"));
+        QCOMPARE(s.folder.Read("Untitled1.asm"), QByteArray("first"));
+        QCOMPARE(s.folder.Read("Untitled2.asm"), QByteArray("second"));
+        QCOMPARE(EditorCount, std::int16_t(0));
+        QVERIFY(!EditorActive && AsmFile.isEmpty());
+    }
+
+    void commandsFollowTheActiveEditor()
+    {
+        Session s;
+        for (int i = 0; i < 3; ++i)
+            s.form.Menu("mnuFileNew")->trigger();
+        frmEditor* editor = ActiveEditor();
+        QCOMPARE(editor->windowTitle(), QString("Untitled3.asm"));
+        QCOMPARE(AsmFile, QString());   // no file yet
+        QVERIFY(s.form.Panel(5)->isVisible() && s.form.Panel(7)->isVisible());
+        QCOMPARE(s.form.PanelText(5) + "/" + s.form.PanelText(6), QString("Line 1/Col. 1"));
+        QTest::keyClick(editor->Text, Qt::Key_A);
+        QTest::keyClick(editor->Text, Qt::Key_Return);
+        QTest::keyClick(editor->Text, Qt::Key_Tab);
+        QTest::keyClick(editor->Text, Qt::Key_B);
+        QCOMPARE(s.form.PanelText(5) + "/" + s.form.PanelText(6), QString("Line 2/Col. 11"));
+
+        // Undo and Redo follow the history, step by step (the rules themselves are the enable rules test's).
+        QVERIFY(s.form.Button(13)->isEnabled() && !s.form.Button(14)->isEnabled());
+        while (editor->Undo)
+            s.form.mnuEditUndo_Click();
+        QCOMPARE(editor->PlainText(), QString());
+        QVERIFY(editor->TextChanged && !s.form.Button(13)->isEnabled() && s.form.Button(14)->isEnabled());
+        s.form.mnuEditRedo_Click();
+        QVERIFY(s.form.Button(13)->isEnabled());
+        s.form.MenuOf("mnuEdit")->aboutToShow();   // the menu reads the real editor's state
+        QVERIFY(s.form.Menu("mnuEditRedo")->isEnabled() && !s.form.Menu("mnuEditCut")->isEnabled());
+        s.form.mnuEditSelectAll_Click();
+        QVERIFY(s.form.Button(9)->isEnabled() && s.form.Button(10)->isEnabled());
+
+        for (frmEditor* loaded : LoadedEditors())
+            loaded->TextChanged = false;
+        while (ActiveEditor())
+            s.form.Menu("mnuFileClose")->trigger();
+        QCOMPARE(EditorCount, std::int16_t(0));
+        QVERIFY(!s.form.Panel(5)->isVisible() && !s.form.Panel(7)->isVisible());
+        QVERIFY(!s.form.Menu("mnuFileClose")->isEnabled() && !s.form.Menu("mnuFileSaveAs")->isEnabled());
+    }
+
+    void saveAsProposesTheNameAndItsType()
+    {
+        Session s;
+        s.form.Menu("mnuFileNew")->trigger();
+        frmEditor* editor = ActiveEditor();
+        QTest::keyClicks(editor->Text, "x");
+        // Save on a document without a file asks for a name; Cancel changes nothing.
+        s.form.Menu("mnuFileSave")->trigger();
+        QCOMPARE(s.chooser.asked.last().FileName, QString("Untitled1.asm"));
+        QCOMPARE(s.chooser.asked.last().FilterIndex, 1);
+        QVERIFY(editor->EditorName.isEmpty() && editor->TextChanged);
+
+        const struct {
+            const char* name;
+            int filterIndex;
+        } rows[] = {{"a.lst", 2}, {"a.b.TXT", 3}, {"plain", 4}};
+        for (const auto& row : rows) {
+            s.chooser.answer = s.folder.Path(row.name);
+            s.form.Menu("mnuFileSaveAs")->trigger();
+            s.form.Menu("mnuFileSaveAs")->trigger();
+            QCOMPARE(s.chooser.asked.last().FilterIndex, row.filterIndex);
+            QCOMPARE(editor->windowTitle(), QString(row.name));
+            QCOMPARE(AsmFile, QString(row.name));
+            QCOMPARE(s.folder.Read(row.name), QByteArray("x"));
+        }
+
+        // Open remembers the file type the user chose, even through a Cancel.
+        s.chooser.answer.clear();
+        s.chooser.previous = CommonDialog::SetHandler([&](CommonDialog& dialog, CommonDialog::Kind) {
+            s.chooser.asked << dialog;
+            dialog.FilterIndex = 3;
+            return false;
+        });
+        s.form.Menu("mnuFileOpen")->trigger();
+        CommonDialog::SetHandler(s.chooser.previous);
+        s.form.Menu("mnuFileOpen")->trigger();
+        QCOMPARE(s.chooser.asked.last().FilterIndex, 3);
+        QCOMPARE(LoadedEditors().size(), 1);
+
+        // A file that cannot be read gives no editor.
+        s.chooser.answer = s.folder.Path("missing.asm");
+        s.form.Menu("mnuFileOpen")->trigger();
+        QCOMPARE(LoadedEditors().size(), 1);
+        QCOMPARE(s.f.boxes.boxes.last().caption, QString("Orvane - Read Error"));
+    }
+
+    void findAndReplaceThroughTheDialog()
+    {
+        Session s;
+        QVERIFY(s.folder.Write("prog.asm", "ab xab ab\nab"));
+        frmEditor* editor = s.Open("prog.asm");
+        frmReplace* dialog = FindReplaceDialog();
+        // A selection becomes the search text.
+        editor->SetSelection(0, 2);
+        s.form.mnuEditFind_Click();
+        QVERIFY(dialog->isVisible());
+        QCOMPARE(dialog->windowTitle(), QString("Find"));
+        QCOMPARE(dialog->cbWhat->currentText(), QString("ab"));
+        QVERIFY(s.form.Button(17)->isEnabled());
+
+        dialog->chkWord->setChecked(true);   // the options reach the search
+        dialog->cmdFindNext_Click();
+        QCOMPARE(editor->SelStart(), 7);
+        editor->SetSelection(10, 2);
+        s.form.mnuEditFindNext_Click();
+        QCOMPARE(s.f.boxes.boxes.last().text, QString("Search Text not found !"));
+        QCOMPARE(s.f.boxes.boxes.last().caption, QString("Orvane - Search"));
+        QCOMPARE(editor->SelStart(), 10);
+
+        // The Replace button of the Find layout only changes the layout.
+        dialog->cmdReplace_Click();
+        QCOMPARE(dialog->windowTitle(), QString("Replace"));
+        QCOMPARE(editor->PlainText(), QString("ab xab ab\nab"));
+
+        // Upward, with a replacement that holds the search text: it ends, each match once.
+        dialog->chkWord->setChecked(false);
+        dialog->optUp->setChecked(true);
+        dialog->cbWith->setEditText("[ab]");
+        editor->SetSelection(12, 0);
+        const int before = static_cast<int>(s.f.boxes.boxes.size());
+        dialog->cmdReplaceAll_Click();
+        QCOMPARE(editor->PlainText(), QString("[ab] x[ab] [ab]\n[ab]"));
+        QCOMPARE(s.f.boxes.boxes.size(), before + 1);
+        QCOMPARE(s.f.boxes.boxes.last().text, QString("4 items replaced !"));
+        QCOMPARE(s.f.boxes.boxes.last().caption, QString("Orvane - Replace"));
+        // One Undo takes the whole Replace All back.
+        s.form.mnuEditUndo_Click();
+        QCOMPARE(editor->PlainText(), QString("ab xab ab\nab"));
+
+        // Replace replaces a selected match, then goes on to the next.
+        dialog->optDown->setChecked(true);
+        dialog->cbWith->setEditText("");
+        editor->SetSelection(0, 2);
+        dialog->cmdReplace_Click();
+        QCOMPARE(editor->PlainText(), QString(" xab ab\nab"));
+        dialog->cmdReplace_Click();
+        QCOMPARE(editor->SelStart(), 2);
+        QCOMPARE(dialog->cbWhat->count(), 1);   // the same text is not listed twice in a row
+
+        // Deactivating the editor hides the dialog.
+        s.form.Menu("mnuFileNew")->trigger();
+        QVERIFY(!dialog->isVisible());
+    }
+
+    void goToLineMovesTheCaretOrSaysWhy()
+    {
+        Session s;
+        QVERIFY(s.folder.Write("prog.asm", "one\ntwo\nthree"));
+        frmEditor* editor = s.Open("prog.asm");
+        const std::pair<const char*, int> rows[] = {{"2", 4}, {"0", 1}};   // entry, caret afterwards
+        for (const auto& [entry, caret] : rows) {
+            editor->SetSelection(1, 0);
+            ModalPlayer player([&](QDialog& dialog) { TypeAndPressOK(dialog, "txtLine", entry); });
+            s.form.mnuEditGoToLine_Click();
+            QCOMPARE(editor->SelStart(), caret);
+        }
+        QCOMPARE(s.f.boxes.boxes.size(), 1);
+        QCOMPARE(s.f.boxes.boxes.last().text, QString("Please Enter an Integer (1 .. 999999999) !"));
+    }
+
+    // The parts of a line are the colouring test's; here: drawn lines take
+    // their colours, which is no change of the text, and an edit recolours.
+    void editorsShowTheFilesInColour()
+    {
+        Session s;
+        QVERIFY(s.folder.Write("count.asm", "PORTB   EQU  $1004\nLOOP    STAA PORTB     show it\n"));
+        frmEditor* count = s.Open("count.asm");
+        QVERIFY(count);
+        QVERIFY(QTest::qWaitForWindowExposed(&s.form));
+        const QPixmap shot = s.form.grab();
+        const QTextBlock loop = count->Text->document()->findBlockByNumber(1);
+        QCOMPARE(loop.layout()->formats().size(), 3);
+        QVERIFY(!count->TextChanged && !count->Undo);
+        count->SetSelection(loop.position() + 8, 4);
+        count->SetSelText("NOP ");
+        count->Text->viewport()->grab();
+        QCOMPARE(count->Text->document()->findBlockByNumber(1).layout()->formats().size(), 3);
+        const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
+        QVERIFY(folder.isEmpty() || shot.save(QDir(folder).filePath("editors.png")));
+    }
+};
+
+QTEST_MAIN(EditorTest)
+#include "Editor_test.moc"

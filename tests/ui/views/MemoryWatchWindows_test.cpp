@@ -1,0 +1,359 @@
+// The memory and watch windows on the real main window, in simulator mode and
+// on hc11board: the top of memory, edits and what the target keeps, the
+// character column, a symbol as the display address, a board that stops
+// answering, the watch limit, a word across $FFFF, edits, removal and the
+// values after Step Into. With ORVANE_SCREENSHOT set to a folder,
+// memory-window.png and watch-window.png are saved there.
+#include <QtTest>
+
+#include "engine/code/SymbolTable.h"
+#include "engine/state/ByteHistory.h"
+#include "engine/state/TargetState.h"
+#include "platform/SettingsStore.h"
+#include "platform/TickCount.h"
+#include "support/BoardProcess.h"
+#include "support/MainFormFixture.h"
+#include "support/ModalPlayer.h"
+#include "support/ScriptedMonitor.h"
+#include "ui/views/WatchTable.h"
+#include "ui/views/frmMemory.h"
+#include "ui/views/frmWatch.h"
+
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTableView>
+#include <QRadioButton>
+#include <QTreeWidget>
+
+namespace {
+// The top of memory, with bytes on both sides of the printable range.
+const std::uint8_t TopBytes[16] = {0x00, 0x1F, 0x20, 0x41, 0x7E, 0x7F, 0x80, 0xFF,
+                                   0x30, 0x31, 0x32, 0x33, 0x34, 0x35, 0xE0, 0x00};
+// INC $0040, then STD $0041: what Step Into runs.
+const std::vector<std::uint8_t> Program = {0x7C, 0x00, 0x40, 0xFD, 0x00, 0x41};
+
+std::uint8_t TargetByte(frmMain& form, std::int32_t address)
+{
+    std::uint8_t byte = 0;
+    form.InByte(address, byte);
+    return byte;
+}
+
+// Answers the memory window's address dialog with keys typed into its box.
+void TypeAddress(QDialog& dialog, const QString& keys)
+{
+    QTest::keyClicks(dialog.findChild<QLineEdit*>("txtAdr"), keys);
+    QTest::keyClick(dialog.findChild<QLineEdit*>("txtAdr"), Qt::Key_Return);
+}
+
+void GoTo(frmMemory* memory, const QString& keys)
+{
+    ModalPlayer player([&](QDialog& dialog) { TypeAddress(dialog, keys); });
+    memory->mnuMemoryAddress();
+}
+
+// Opens the memory window, answering its address dialog.
+frmMemory* OpenMemory(frmMain& form, const QString& address)
+{
+    ModalPlayer player([&](QDialog& dialog) { TypeAddress(dialog, address); });
+    form.Menu("mnuViewMemory")->trigger();
+    QCoreApplication::processEvents();   // the dialog comes once the window is up
+    return qobject_cast<frmMemory*>(form.Window("frmMemory"));
+}
+
+// Types into the editor box over the cursor's cell and presses Enter.
+void EditCell(frmMemory* memory, const QString& keys)
+{
+    QTest::keyClick(memory->gridMemory, Qt::Key_Return);
+    QVERIFY(memory->txtData->isVisible());
+    QTest::keyClicks(memory->txtData, keys);
+    QTest::keyClick(memory->txtData, Qt::Key_Return);
+}
+
+// Add Watch with the dialog answered: text, and Word checked when word.
+void AddWatchTyped(frmMain& form, const QString& text, bool word, int* dialogs = nullptr)
+{
+    ModalPlayer player([&](QDialog& dialog) {
+        if (dialogs)
+            ++*dialogs;
+        dialog.findChild<QRadioButton*>(word ? "optWord" : "optByte")->setChecked(true);
+        TypeAndPressOK(dialog, "txtAdr", text);
+    });
+    form.mnuDebugAddWatch_Click();
+}
+
+frmWatch* Watches(frmMain& form)
+{
+    return qobject_cast<frmWatch*>(form.Window("frmWatch"));
+}
+}  // namespace
+
+class MemoryWatchWindowsTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init()
+    {
+        ClearWatches();
+        SeenBytes.Clear();
+        // A dialog that a test doesn't answer is cancelled, never left waiting.
+        cancelOthers_ = std::make_unique<ModalPlayer>([](QDialog&) {});
+    }
+    void cleanup() { cancelOthers_.reset(); }
+
+    void simulator()
+    {
+        MainFormFixture f;
+        SaveSetting("Settings", "SimEnabled", "True");
+        frmMain& form = f.Start();
+        form.showNormal();
+        form.resize(1100, 700);
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        std::copy(std::begin(TopBytes), std::end(TopBytes), TargetMemory.begin() + 0xFFF0);
+        TopOfMemoryAndEdits(form, f);
+        WatchesAndStep(form, f);
+        const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
+        if (!folder.isEmpty() && !QTest::currentTestFailed()) {
+            QVERIFY(form.Window("frmMemory")->parentWidget()->grab().save(QDir(folder).filePath("memory-window.png")));
+        }
+    }
+
+    void board()
+    {
+        BoardProcess emulator;
+        QVERIFY(!emulator.DevicePath().isEmpty());
+        MainFormFixture f;
+        frmMain& form = f.StartOn(emulator.DevicePath());
+        form.show();
+        form.resize(1100, 700);
+        form.FlashErase();
+        std::int32_t top = 0xFFF0;
+        form.Programm(top, std::vector<std::uint8_t>(std::begin(TopBytes), std::end(TopBytes)), 16);
+        QVERIFY(f.boxes.boxes.isEmpty());
+        TopOfMemoryAndEdits(form, f);
+        WatchesAndStep(form, f);
+    }
+
+    void aBoardThatStopsAnsweringDuringARefresh()
+    {
+        MainFormFixture f;
+        ScriptedMonitor monitor(f);
+        monitor.memory[0x0205] = 0x41;
+        int answers = 100;
+        f.line.SetResponder([&](const QByteArray& frame) {
+            return answers-- > 0 ? monitor.Answer(frame) : QByteArray();
+        });
+        frmMain& form = f.Start();
+        form.show();
+        frmMemory* memory = OpenMemory(form, "200");
+        QVERIFY(memory);
+        QCOMPARE(memory->CellText(0, 7), QString("41"));
+        AddWatchTyped(form, "$0205", false);
+        AddWatchTyped(form, "$0206", true);
+        QCOMPARE(Watches(form)->Cell(0), QString("$41"));
+
+        std::uint32_t now = 0;
+        const auto clock = SetTickCountSource([&] { return now += 50; });
+        answers = 2;   // two of the page's four blocks, then silence
+        memory->mnuMemoryRefresh();
+        QCOMPARE(f.boxes.boxes.size(), 1);
+        QCOMPARE(memory->CellText(0, 0), QString(" $0200:"));
+        QCOMPARE(memory->CellText(0, 7), QString());   // addresses and no bytes
+        QCOMPARE(memory->CellText(0, 24), QString());
+
+        // The watches: one message, and the cleared window labels its watches by address.
+        answers = 0;
+        Watches(form)->mnuRefresh();
+        SetTickCountSource(clock);
+        QCOMPARE(f.boxes.boxes.size(), 2);
+        QCOMPARE(Watches(form)->Label(1), QString("$0206"));
+        QCOMPARE(Watches(form)->Cell(1), QString());
+    }
+
+private:
+    std::unique_ptr<ModalPlayer> cancelOthers_;
+
+    void TopOfMemoryAndEdits(frmMain& form, MainFormFixture& f)
+    {
+        frmMemory* memory = OpenMemory(form, "FFF0");
+        QVERIFY(memory);
+        QVERIFY(form.Menu("mnuViewMemory")->isChecked());
+        const int last = memory->Grid.Rows() - 1;
+        QVERIFY(last >= 7);
+        QCOMPARE(memory->Grid.PageAddress(), 0x10000 - (last + 1) * 16);
+        QCOMPARE(memory->Grid.CursorRow(), last);
+        QCOMPARE(memory->CellText(last, 0), QString(" $FFF0:"));
+        for (int i = 0; i < 16; ++i)
+            QCOMPARE(memory->CellText(last, 2 + i), QString("%1").arg(TopBytes[i], 2, 16, QChar('0')).toUpper());
+        QCOMPARE(memory->CellText(last, 19 + 3), QString("A"));   // the character column beside them
+        // Past $FFFF nothing moves: not down, not a page, not right from the last byte.
+        for (int key : {Qt::Key_Down, Qt::Key_PageDown, Qt::Key_End, Qt::Key_Right})
+            QTest::keyClick(memory->gridMemory, Qt::Key(key));
+        QCOMPARE(memory->Grid.CursorAddress(), 0xFFFF);
+        QCOMPARE(memory->VScroll->value(), memory->VScroll->maximum());
+
+        // An edit in RAM: the target's byte in both cells.
+        form.mnuDebugAddWatch_Click();   // cancelled: nothing added
+        QCOMPARE(WatchCount, std::int16_t(0));
+        GoTo(memory, "100");
+        QCOMPARE(memory->Grid.PageAddress(), 0x100);
+        EditCell(memory, "5a");
+        QCOMPARE(TargetByte(form, 0x0100), 0x5A);
+        QCOMPARE(memory->CellText(0, 2), QString("5A"));
+        QTest::keyClick(memory->gridMemory, Qt::Key_Tab);
+        EditCell(memory, "q");
+        QCOMPARE(TargetByte(form, 0x0100), 'q');
+        QCOMPARE(memory->CellText(0, 2), QString("71"));
+        QVERIFY2(f.boxes.boxes.isEmpty(), qPrintable(f.boxes.boxes.value(0).text));
+
+        // An edit of the flash: the simulator keeps it, the board doesn't, and says so.
+        GoTo(memory, "fff3");
+        EditCell(memory, "99");
+        const bool board = TargetMode == BoardMode;
+        QCOMPARE(memory->CellText(memory->Grid.CursorRow(), 5), board ? QString("41") : QString("99"));
+        QCOMPARE(TargetByte(form, 0xFFF3), board ? 0x41 : 0x99);
+        QCOMPARE(f.boxes.boxes.size(), board ? 1 : 0);
+        if (board) {
+            QCOMPARE(f.boxes.boxes[0].text, QString("Can't Write to Memory !\n\r (Read Only Memory)"));
+            QCOMPARE(f.boxes.boxes[0].caption, QString("Orvane - Memory Write Error"));
+            f.boxes.boxes.clear();
+        }
+
+        // The address box takes hex digits only, four at most, and refuses nothing.
+        {
+            ModalPlayer player([](QDialog& dialog) {
+                QCOMPARE(dialog.windowTitle(), QString("Memory Display Address"));
+                TypeAddress(dialog, "$0x1g23");
+            });
+            memory->mnuMemoryAddress();
+        }
+        QCOMPARE(memory->Grid.PageAddress(), 0x0120);
+        QCOMPARE(memory->Grid.CursorColumn(), 5);
+        // Cancel goes to $0000.
+        {
+            ModalPlayer player([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+            memory->mnuMemoryAddress();
+        }
+        QCOMPARE(memory->Grid.PageAddress(), 0);
+        QVERIFY(f.boxes.boxes.isEmpty());
+    }
+
+    void WatchesAndStep(frmMain& form, MainFormFixture& f)
+    {
+        // A word across $FFFF: high byte at $FFFF, low byte at $0000.
+        std::int32_t zero = 0;
+        form.OutByte(zero, 0x34);
+        AddWatchTyped(form, "$FFFF", true);
+        frmWatch* watch = Watches(form);
+        QVERIFY(watch);
+        QVERIFY(form.Menu("mnuViewWatch")->isChecked());
+        QCOMPARE(watch->Label(0), QString("$FFFF"));
+        QCOMPARE(watch->Cell(0), QString("$0034"));
+
+        // A symbol that isn't in the table: the dialog stays open and says so.
+        int dialogs = 0;
+        {
+            ModalPlayer player([&](QDialog& dialog) {
+                ++dialogs;
+                TypeAndPressOK(dialog, "txtAdr", "NOSUCH");
+                QVERIFY(dialog.isVisible());
+                QCOMPARE(dialog.findChild<QLineEdit*>("txtAdr")->text(), QString());
+            });
+            form.mnuDebugAddWatch_Click();
+        }
+        QCOMPARE(f.boxes.boxes.size(), 1);
+        QCOMPARE(f.boxes.boxes[0].text, QString("Invalid Address !"));
+        QCOMPARE(f.boxes.boxes[0].caption, QString("Orvane - Watch"));
+        QCOMPARE(WatchCount, std::int16_t(1));
+        f.boxes.boxes.clear();
+
+        // The watches the step changes, one by symbol in lower case.
+        SymbolTable = {SymbolEntry{.SymbolAddress = 0x0040, .SymbolLabel = "COUNT"}};
+        SymbolCount = 1;
+        std::int32_t at = 0x0040;
+        form.OutBytes(at, {0x07, 0x00, 0x00}, 3);
+        AddWatchTyped(form, "count", false);
+        AddWatchTyped(form, "65", true);
+        QCOMPARE(watch->Label(1), QString("COUNT"));
+        QCOMPARE(watch->Cell(1), QString("$07"));
+        QCOMPARE(watch->Label(2), QString("$0041"));
+
+        // Step Into: INC $0040 changes COUNT and nothing else.
+        std::int32_t code = 0x0180;
+        form.OutBytes(code, Program, static_cast<std::int16_t>(Program.size()));
+        CpuRegisters.PC = 0x0180;
+        // A goes to $0000 with every step: the word watch over it keeps its value.
+        CpuRegisters.A = 0x34;
+        CpuRegisters.B = 0x12;
+        form.mnuRunStepInto_Click();
+        QVERIFY2(f.boxes.boxes.isEmpty(), qPrintable(f.boxes.boxes.value(0).text));
+        QCOMPARE(watch->Cell(1), QString("$08"));
+        QVERIFY(watch->CellChanged(1));
+        QVERIFY(!watch->CellChanged(0) && !watch->CellChanged(2));
+        // The next step changes the word; COUNT is back to the plain colour.
+        form.mnuRunStepInto_Click();
+        QCOMPARE(watch->Cell(2), QString("$3412"));
+        QVERIFY(watch->CellChanged(2));
+        QVERIFY(!watch->CellChanged(1));
+        const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
+        if (!folder.isEmpty() && TargetMode == SimulatorMode)
+            QVERIFY(watch->parentWidget()->grab().save(QDir(folder).filePath("watch-window.png")));
+
+        // A value typed into a watch goes to the target and comes back.
+        watch->SelectRow(1);
+        {
+            ModalPlayer player([](QDialog& dialog) { TypeAndPressOK(dialog, "Text", "%101"); });
+            watch->mnuEnter();
+        }
+        QCOMPARE(TargetByte(form, 0x0040), 5);
+        QCOMPARE(watch->Cell(1), QString("$05"));
+
+        // Edit: from a symbol to a number drops it; byte to word keeps the format.
+        watch->SelectRow(1);
+        watch->mnuViewDec();
+        {
+            ModalPlayer player([](QDialog& dialog) {
+                QCOMPARE(dialog.findChild<QLineEdit*>("txtAdr")->text(), QString("COUNT"));
+                dialog.findChild<QRadioButton*>("optWord")->setChecked(true);
+                TypeAndPressOK(dialog, "txtAdr", "$40");
+            });
+            form.mnuDebugEditWatch_Click();
+        }
+        QCOMPARE(watch->Label(1), QString("$0040"));
+        QCOMPARE(watch->Cell(1), QString("1332"));   // $0534 in decimal
+
+        // Fill up to 32; the 33rd shows the box and no dialog.
+        while (WatchCount < MaxWatches)
+            AddWatchTyped(form, QString::number(0x200 + WatchCount), false);
+        QCOMPARE(watch->ListView->topLevelItemCount(), 32);
+        dialogs = 0;
+        AddWatchTyped(form, "$300", false, &dialogs);
+        QCOMPARE(dialogs, 0);
+        QCOMPARE(f.boxes.boxes.size(), 1);
+        QCOMPARE(f.boxes.boxes[0].text, QString(" Can't Add Watch !\n\r(Max. Watches = 32)"));
+        QCOMPARE(f.boxes.boxes[0].caption, QString("Orvane - Watch Error"));
+        f.boxes.boxes.clear();
+
+        // Remove all; with no row selected nothing is removed.
+        while (WatchCount > 0) {
+            watch->SelectRow(0);
+            form.mnuPopupViewRemoveWatch_Click();
+        }
+        QCOMPARE(watch->ListView->topLevelItemCount(), 0);
+        QVERIFY(!form.Menu("mnuDebugEditWatch")->isEnabled());
+        form.mnuDebugEditWatch_Click();   // no row: nothing happens, no dialog
+        form.mnuPopupViewRemoveWatch_Click();
+        QCOMPARE(WatchCount, std::int16_t(0));
+        QVERIFY(f.boxes.boxes.isEmpty());
+
+        // The table outlives the window.
+        AddWatchTyped(form, "$0040", false);
+        form.UnloadWindow("frmWatch");
+        QVERIFY(!form.Menu("mnuViewWatch")->isChecked());
+        QCOMPARE(WatchCount, std::int16_t(1));
+        form.Menu("mnuViewWatch")->trigger();
+        QCOMPARE(Watches(form)->Cell(0), QString("$05"));
+    }
+};
+
+QTEST_MAIN(MemoryWatchWindowsTest)
+#include "MemoryWatchWindows_test.moc"

@@ -1,0 +1,161 @@
+// The watch table without a window: its limit, edits and removals, the read
+// round with a word across $FFFF and a link that dies half-way, the reload
+// rule, and the record of bytes changed across a move of the target.
+#include <QtTest>
+
+#include "engine/code/SymbolTable.h"
+#include "engine/state/ByteHistory.h"
+#include "engine/state/TargetMoves.h"
+#include "ui/views/WatchTable.h"
+
+#include <array>
+
+namespace {
+// A target of 64 KB that can stop answering after some reads.
+struct FakeTarget {
+    std::array<std::uint8_t, 65536> memory{};
+    int answers = 1000;
+    QList<std::pair<int, int>> reads;
+
+    TargetRead Reader()
+    {
+        return [this](std::int32_t address, int count, std::vector<std::uint8_t>& bytes) {
+            reads << std::pair{address, count};
+            if (answers-- <= 0)
+                return false;
+            bytes.clear();
+            for (int i = 0; i < count; ++i)
+                bytes.push_back(memory[static_cast<std::size_t>((address + i) & 0xFFFF)]);
+            return true;
+        };
+    }
+};
+}  // namespace
+
+class WatchTableTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init() { ClearWatches(); }
+
+    void thirtyTwoWatchesAndNoMore()
+    {
+        for (int i = 0; i < MaxWatches; ++i)
+            QVERIFY(AddWatch(0x100 + i, QString(), i % 2 == 0));
+        QVERIFY(!AddWatch(0x200, "LATE", false));
+        QCOMPARE(WatchCount, std::int16_t(32));
+        QCOMPARE(WatchTable[31].WatchAddress, 0x11F);
+        QCOMPARE(WatchLabel(31), QString("$011F"));
+    }
+
+    void editAndRemoveKeepTheOthers()
+    {
+        AddWatch(0x10, "count", false);
+        AddWatch(0x20, "", true);
+        AddWatch(0x30, "TOP", false);
+        QCOMPARE(WatchLabel(0), QString("COUNT"));
+        WatchTable[0].WatchFormat = '%';
+
+        // Byte to word keeps the symbol and the format; a number drops the symbol.
+        EditWatch(0, 0x10, "COUNT", true);
+        QCOMPARE(WatchLabel(0), QString("COUNT"));
+        QCOMPARE(WatchTable[0].WatchFormat, '%');
+        QCOMPARE(WatchSize(0), 2);
+        EditWatch(0, 0x11, "", true);
+        QCOMPARE(WatchLabel(0), QString("$0011"));
+
+        RemoveWatch(1);
+        QCOMPARE(WatchCount, std::int16_t(2));
+        QCOMPARE(WatchLabel(1), QString("TOP"));
+        // Rows that are not there are left alone.
+        RemoveWatch(2);
+        RemoveWatch(-1);
+        EditWatch(5, 0x99, "", false);
+        QCOMPARE(WatchCount, std::int16_t(2));
+        RemoveWatch(0);
+        RemoveWatch(0);
+        QCOMPARE(WatchCount, std::int16_t(0));
+        QVERIFY(AddWatch(0x40, "", false));
+        QCOMPARE(WatchTable[0].WatchFormat, '$');   // a new watch starts in hex
+    }
+
+    void readsOneExchangePerWatch()
+    {
+        FakeTarget target;
+        target.memory[0xFFFF] = 0x12;
+        target.memory[0x0000] = 0x34;
+        target.memory[0x1000] = 0xAB;
+        AddWatch(0xFFFF, "", true);    // high byte at $FFFF, low byte at $0000
+        AddWatch(0x1000, "", false);
+        QVERIFY(ReadWatches(target.Reader()));
+        QCOMPARE(target.reads, (QList<std::pair<int, int>>{{0xFFFF, 2}, {0x1000, 1}}));
+        QCOMPARE(WatchTable[0].WatchValue, 0x1234);
+        QCOMPARE(WatchValueText(0), QString("$1234"));
+        QCOMPARE(WatchTable[1].WatchValue, 0xAB);
+        QCOMPARE(WatchBytes(0, 0xBEEF), (std::vector<std::uint8_t>{0xBE, 0xEF}));
+        QCOMPARE(WatchBytes(1, 0x1FF), (std::vector<std::uint8_t>{0xFF}));
+    }
+
+    void aLinkThatDiesEndsTheRound()
+    {
+        FakeTarget target;
+        for (int i = 0; i < 3; ++i) {
+            AddWatch(0x100 + i, "", false);
+            target.memory[static_cast<std::size_t>(0x100 + i)] = static_cast<std::uint8_t>(i + 1);
+        }
+        target.answers = 1;
+        QVERIFY(!ReadWatches(target.Reader()));
+        QCOMPARE(target.reads.size(), 2);
+        QCOMPARE(WatchTable[0].WatchValue, 1);
+        QCOMPARE(WatchTable[1].WatchValue, 0);
+        QCOMPARE(WatchTable[2].WatchValue, 0);
+    }
+
+    void reloadDropsOnlyMovedSymbols()
+    {
+        SymbolTable = {SymbolEntry{.SymbolAddress = 0x0040, .SymbolLabel = "KEPT"},
+                       SymbolEntry{.SymbolAddress = 0x0052, .SymbolLabel = "MOVED"}};
+        SymbolCount = 2;
+        AddWatch(0x0040, "KEPT", false);
+        AddWatch(0x0050, "MOVED", false);
+        AddWatch(0x0060, "GONE", true);
+        ApplySymbolReload();
+        QCOMPARE(WatchLabel(0), QString("KEPT"));
+        QCOMPARE(WatchLabel(1), QString("$0050"));
+        QCOMPARE(WatchLabel(2), QString("$0060"));
+        QCOMPARE(WatchTable[1].WatchAddress, 0x0050);
+        SymbolTable.clear();
+        SymbolCount = 0;
+    }
+
+    void changesCountAcrossAMoveOnly()
+    {
+        ByteHistory history;
+        history.Seen(0x10, std::array<std::uint8_t, 3>{1, 2, 3});
+        QCOMPARE(history.ChangedBits(0x10, 3), 0u);   // nothing known before
+        history.Seen(0x11, 9);                          // a change without a move: not yet a change
+        QVERIFY(!history.Changed(0x11));
+
+        NoteTargetMoves();
+        history.Seen(0x10, std::array<std::uint8_t, 3>{1, 7, 3});
+        // Against 9, the last value before the move; the first byte is the high one.
+        QCOMPARE(history.ChangedBits(0x0F, 4), 0x00000E00u);
+        history.Seen(0x11, 9);   // a second read after the move compares with the same
+        QVERIFY(!history.Changed(0x11));
+
+        // Two moves without a read in between count as one.
+        NoteTargetMoves();
+        NoteTargetMoves();
+        history.Seen(0x11, 9);
+        QVERIFY(!history.Changed(0x11));
+        // Addresses wrap at 16 bits.
+        history.Seen(0xFFFF, std::array<std::uint8_t, 2>{5, 6});
+        NoteTargetMoves();
+        history.Seen(0xFFFF, std::array<std::uint8_t, 2>{5, 8});
+        QCOMPARE(history.ChangedBits(0xFFFF, 2), 0x000Eu);
+        history.Clear();
+        QVERIFY(!history.Changed(0x0000));
+    }
+};
+
+QTEST_MAIN(WatchTableTest)
+#include "WatchTable_test.moc"
