@@ -2,6 +2,7 @@
 // shown; settings out at a normal end.
 #include "core/AppSettings.h"
 #include "core/TargetState.h"
+#include "platform/MsgBox.h"
 #include "platform/ProgramFolder.h"
 #include "platform/SettingsStore.h"
 #include "workspace/frmMain.h"
@@ -20,6 +21,9 @@ WindowPlacement frmMain::PlacementDefault(const QString& prefix) const
 
 void frmMain::MDIForm_Load()
 {
+    SetSettingsWriteFailure([](const QString& reason) {
+        MsgBox(reason + QStringLiteral(" !"), MbExclamation, QStringLiteral("Orvane - Write Error"));
+    });
     LoadPlacement(this, QStringLiteral("Main"), PlacementDefault(QStringLiteral("Main")));
 
     Menu("mnuViewToolbar")->setChecked(GetFlagSetting(QStringLiteral("Toolbar"), true));

@@ -107,6 +107,44 @@ private slots:
         LstFile.clear();
     }
 
+    // A source named as one of its results is refused before the question to
+    // save; a result that cannot be written leaves the last run's files.
+    void assemblingNeverCostsTheSourceOrTheLastRun()
+    {
+        MainFormFixture f;
+        frmMain& form = f.Start();
+        WorkFolder folder;
+        folder.Enter();
+        const QByteArray source = " ORG $E000\n NOP\n";
+        for (const QString name : {"x.lst", "x.err", "x.s19"}) {
+            QVERIFY(folder.Write(name, source));
+            frmEditor* editor = form.OpenEditor(folder.Path(name));
+            QTest::keyClicks(editor->Text, "*");
+            form.Menu("mnuFileAssemble")->trigger();
+            QCOMPARE(f.boxes.boxes.size(), 1);
+            QCOMPARE(f.boxes.boxes[0].caption, QString("Orvane - Assemble Error"));
+            QCOMPARE(f.boxes.boxes[0].text, name + " would be replaced by its own results: give the source another name !");
+            QCOMPARE(folder.Read(name), source);
+            QCOMPARE(QDir(folder.dir.path()).entryList(QDir::Files), QStringList{name});
+            QVERIFY(editor->TextChanged && form.Menu("mnuFileSave")->isEnabled());
+            editor->TextChanged = false;
+            editor->parentWidget()->close();
+            QVERIFY(QFile::remove(folder.Path(name)));
+            f.boxes.boxes.clear();
+        }
+        // A folder in the machine code's place.
+        QVERIFY(folder.Write("y.asm", source) && folder.Write("y.lst", "last run"));
+        QVERIFY(QDir(folder.dir.path()).mkdir("y.s19"));
+        QVERIFY(form.OpenEditor(folder.Path("y.asm")));
+        form.Menu("mnuFileAssemble")->trigger();
+        QCOMPARE(f.boxes.boxes.size(), 1);
+        QCOMPARE(f.boxes.boxes[0].caption, QString("Orvane - Write Error"));
+        QCOMPARE(f.boxes.boxes[0].text, QString("Is a directory !"));
+        QCOMPARE(folder.Read("y.lst"), QByteArray("last run"));
+        QCOMPARE(QDir(folder.dir.path()).entryList(QDir::Files), (QStringList{"y.asm", "y.lst"}));
+        AsmFile.clear();
+    }
+
     void errorRowsAndWhereTheyLead()
     {
         WorkFolder folder;
