@@ -77,7 +77,6 @@ private slots:
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write("; mine\r\n[settings]\r\n  comport = 3 \r\nPrintFontName=\"Courier, New\"\r\n[Other]\r\nKey=1");
         file.close();
-        QCOMPARE(GetTextSetting("PrintFontName", ""), QString("Courier, New"));
         SaveSetting("Settings", "COMPort", "4");   // a key that is there, one new in its section, a new section
         SaveSetting("Settings", "CodeOn", "True");
         SaveSetting("Windows", "MainLeft", "0");
