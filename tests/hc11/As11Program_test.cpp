@@ -59,14 +59,29 @@ private slots:
             QVERIFY2(QFile::exists(In(name)) && QFileInfo(In(name)).lastModified() <= marker, name);
     }
 
-    void sourcesThatAreNoFilesAreRefused()
+    // Sources that are no files, and sources named as one of their own
+    // results, are refused: nothing is read, written or deleted.
+    void sourcesThatAreNoFilesOrTheirOwnResultsAreRefused()
     {
         QVERIFY(QDir(work.dir.path()).mkdir("folder.asm"));
         QVERIFY(mkfifo(qPrintable(In("pipe.asm")), 0600) == 0);   // a read would wait for a writer
-        for (const char* source : {"folder.asm", "pipe.asm", "missing.asm"}) {
+        const QByteArray source = " ORG $E000\n NOP\n";
+        const std::pair<const char*, const char*> rows[] = {
+            {"folder.asm", "AS11: cannot read"}, {"pipe.asm", "AS11: cannot read"}, {"missing.asm", "AS11: cannot read"},
+            {"self.lst", "AS11: self.lst would be replaced"}, {"self.err", "AS11: self.err would be replaced"},
+            {"self.s19", "AS11: self.s19 would be replaced"}};
+        for (const auto& [name, message] : rows) {
+            const bool self = QString(name).startsWith("self");
+            if (self)
+                Write(name, source);
             QByteArray said;
-            QCOMPARE(Run(In("AS11.EXE"), {source}, &said), 2);
-            QVERIFY2(said.startsWith("AS11: cannot read"), said.constData());
+            QCOMPARE(Run(In("AS11.EXE"), {name}, &said), 2);
+            QVERIFY2(said.startsWith(message), said.constData());
+            if (self) {
+                QCOMPARE(Read(name), source);
+                QCOMPARE(QDir(work.dir.path()).entryList({"self*"}, QDir::Files), QStringList{name});
+                QVERIFY(QFile::remove(In(name)));
+            }
         }
     }
 

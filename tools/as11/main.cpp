@@ -4,17 +4,14 @@
 // the source cannot be read or an output cannot be written; after a 2 the
 // files of the previous run are as they were.
 #include <csignal>
-#include <cstdio>
-#include <cstdlib>
+#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <string>
-#include <sys/stat.h>
-#include <unistd.h>
-#include <vector>
 
 #include "hc11/asm/Assembler.h"
+#include "platform/SafeFile.h"
 
 namespace {
 
@@ -39,51 +36,6 @@ bool ReadFile(const fs::path& path, std::string& text)
     return in.gcount() == size;
 }
 
-// One output written beside its final name, renamed into place only when
-// every output has been written whole.
-struct PendingFile {
-    fs::path target;
-    std::string temporary;
-};
-
-bool WriteTemporary(const fs::path& target, const std::string& text, std::vector<PendingFile>& pending)
-{
-    // A fresh file, not a truncated old one: ext4 flushes a file that was
-    // truncated and rewritten to the disk on close, which costs more than
-    // the whole assembly.
-    std::string name = target.string() + ".XXXXXX";
-    const int fd = mkstemp(name.data());
-    if (fd < 0) {
-        std::cerr << "AS11: cannot write " << target.string() << "\n";
-        return false;
-    }
-    pending.push_back({target, name});
-    std::size_t done = 0;
-    while (done < text.size()) {
-        const ssize_t n = write(fd, text.data() + done, text.size() - done);
-        if (n <= 0)
-            break;
-        done += std::size_t(n);
-    }
-    const bool closed = close(fd) == 0;
-    if (done != text.size() || !closed) {
-        std::cerr << "AS11: cannot write " << target.string() << "\n";
-        return false;
-    }
-    // mkstemp gives 0600; the results are ordinary files of the user.
-    const mode_t mask = umask(0);
-    umask(mask);
-    fs::permissions(name, fs::perms(0666 & ~mask), fs::perm_options::replace);
-    return true;
-}
-
-void Discard(const std::vector<PendingFile>& pending)
-{
-    std::error_code ignored;
-    for (const PendingFile& file : pending)
-        fs::remove(file.temporary, ignored);
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -105,33 +57,42 @@ int main(int argc, char** argv)
     fs::path base = source;
     base.replace_extension();
     const auto withExtension = [&](const char* extension) { return fs::path(base.string() + extension); };
+    for (const char* extension : {".lst", ".s19", ".err"}) {
+        std::error_code different;
+        if (fs::equivalent(source, withExtension(extension), different)) {
+            std::cerr << "AS11: " << source.string() << " would be replaced by its own results: "
+                         "give the source another name\n";
+            return 2;
+        }
+    }
 
     const hc11::as11::AssemblyResult result =
         hc11::as11::AssembleSource(text, base.filename().string());
 
-    std::vector<PendingFile> pending;
-    bool written = WriteTemporary(withExtension(".lst"), result.listing, pending)
-                   && WriteTemporary(withExtension(".s19"), result.s19, pending)
-                   && (result.errors.empty() || WriteTemporary(withExtension(".err"), result.ErrorFileText(), pending));
-    if (written && result.errors.empty()) {
+    // Every output is written whole beside its name first, and they take
+    // their names only when all of them are on the disk.
+    std::deque<PendingFile> pending;
+    const auto write = [&](const fs::path& target, const std::string& bytes) {
+        if (pending.emplace_back().Write(target.string(), bytes))
+            return true;
+        std::cerr << "AS11: cannot write " << target.string() << ": " << pending.back().Error() << "\n";
+        return false;
+    };
+    if (!write(withExtension(".lst"), result.listing) || !write(withExtension(".s19"), result.s19)
+        || (!result.errors.empty() && !write(withExtension(".err"), result.ErrorFileText())))
+        return 2;
+    if (result.errors.empty()) {
         // A stale error file would send the IDE to errors this run did not have.
         std::error_code error;
         fs::remove(withExtension(".err"), error);
         if (error) {
             std::cerr << "AS11: cannot remove " << withExtension(".err").string() << ": " << error.message() << "\n";
-            written = false;
+            return 2;
         }
     }
-    if (!written) {
-        Discard(pending);
-        return 2;
-    }
-    for (const PendingFile& file : pending) {
-        std::error_code error;
-        fs::rename(file.temporary, file.target, error);
-        if (error) {
-            std::cerr << "AS11: cannot write " << file.target.string() << ": " << error.message() << "\n";
-            Discard(pending);
+    for (PendingFile& file : pending) {
+        if (!file.Commit()) {
+            std::cerr << "AS11: cannot write: " << file.Error() << "\n";
             return 2;
         }
     }

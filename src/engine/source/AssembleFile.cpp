@@ -5,6 +5,7 @@
 #include "engine/source/AssembleRun.h"
 #include "engine/source/SourceDocuments.h"
 #include "engine/source/SourceRecords.h"
+#include "engine/source/SourceFile.h"
 
 #include <QDir>
 
@@ -19,20 +20,46 @@ bool AsmSaved(AssembleReports& reports, SourceDocuments* documents)
     return !reports.ActiveDocumentUnsaved();
 }
 
+namespace {
+struct ResultNames {
+    QString listing, errors, machineCode;
+};
+
+ResultNames ResultsOf(const QString& asmFile)
+{
+    QString base, extension;
+    SplitFileName(asmFile, base, extension);
+    return {base + QStringLiteral(".lst"), base + QStringLiteral(".err"), base + QStringLiteral(".s19")};
+}
+}  // namespace
+
+bool ResultsWouldReplaceSource(AssembleReports& reports, const QString& asmFile)
+{
+    const ResultNames results = ResultsOf(asmFile);
+    for (const QString& result : {results.listing, results.errors, results.machineCode}) {
+        if (SameFile(result, asmFile)) {
+            reports.AssembleFailed(asmFile + QStringLiteral(" would be replaced by its own results: "
+                                                            "give the source another name !"));
+            return true;
+        }
+    }
+    return false;
+}
+
 void AssembleFile(AssembleReports& reports, SourceDocuments* documents)
 {
+    if (ResultsWouldReplaceSource(reports, AsmFile))
+        return;
     AssembleRun run(ProgramFolder(), AssembleRun::DefaultWorkFolder());
     const QString missing = run.MissingTool();
     if (!missing.isEmpty()) {
         reports.AssembleFailed(missing);
         return;
     }
-    QString base;
-    QString extension;
-    SplitFileName(AsmFile, base, extension);
-    LstFile = base + QStringLiteral(".lst");
-    ErrFile = base + QStringLiteral(".err");
-    S19File = base + QStringLiteral(".s19");
+    const ResultNames results = ResultsOf(AsmFile);
+    LstFile = results.listing;
+    ErrFile = results.errors;
+    S19File = results.machineCode;
 
     const QDir sourceFolder = QDir::current();
     QObject::connect(&run, &AssembleRun::Started, [&] { reports.WaitStarted(run); });
@@ -42,6 +69,8 @@ void AssembleFile(AssembleReports& reports, SourceDocuments* documents)
                 sourceFolder.filePath(ErrFile));
     if (!outcome.problems.isEmpty())
         reports.AssembleFailed(outcome.problems.join(QLatin1Char('\n')));
+    if (!outcome.writeError.isEmpty())
+        reports.WriteFailed(outcome.writeError + QStringLiteral(" !"));
     if (outcome.listingArrived)
         reports.ListingArrived();
     if (outcome.errorsArrived) {

@@ -20,6 +20,8 @@ public:
     virtual bool ConfirmSave(const QString& title) = 0;
     // A missing tool, or why the run did not deliver: "Orvane - Assemble Error".
     virtual void AssembleFailed(const QString& text) = 0;
+    // The results could not be put beside the source: "Orvane - Write Error".
+    virtual void WriteFailed(const QString& text) = 0;
     // The listing has arrived as LstFile: its symbols are loaded and the run
     // is reported done.
     virtual void ListingArrived() = 0;
@@ -35,6 +37,11 @@ public:
 // True when the active document's text is on disk: nothing to save, or the
 // user let it be saved and the save took place. documents may be nullptr.
 bool AsmSaved(AssembleReports& reports, SourceDocuments* documents);
+
+// A source whose listing, error file or machine code would bear its own
+// name is not assembled: true, and the user told why, before anything is
+// saved, deleted or written.
+bool ResultsWouldReplaceSource(AssembleReports& reports, const QString& asmFile);
 
 // Assembles AsmFile in the current folder: LstFile, ErrFile and S19File are
 // named after it and the results land beside it. Then AsmFile follows the

@@ -1,5 +1,8 @@
 #include "engine/source/AssembleRun.h"
 
+#include "platform/SafeFile.h"
+#include "engine/source/SourceFile.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QEventLoop>
@@ -8,6 +11,9 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTimer>
+
+#include <deque>
+#include <vector>
 
 #ifdef Q_OS_UNIX
 #include <csignal>
@@ -106,10 +112,12 @@ AssembleRun::Outcome AssembleRun::Run(const QString& sourcePath, const QString& 
             return outcome;
         }
     }
-    QFile source(sourcePath);
-    if (!source.copy(Work(Source))) {
+    // Checked to the last byte like every write: a short copy would be assembled without a word.
+    QByteArray source;
+    QString error;
+    if (!ReadSourceFile(sourcePath, source, error) || !WriteFileSafely(Work(Source), source, error)) {
         outcome.problems << QStringLiteral("Can't copy ") + sourcePath + QStringLiteral(" to ") + Work(Source)
-                                + QStringLiteral(": ") + source.errorString() + QStringLiteral(" !");
+                                + QStringLiteral(": ") + error + QStringLiteral(" !");
         Clean(workFolder_);
         return outcome;
     }
@@ -179,24 +187,50 @@ AssembleRun::Outcome AssembleRun::Run(const QString& sourcePath, const QString& 
         outcome.problems << (said.isEmpty() ? QStringLiteral("AS11.EXE failed !") : said + QStringLiteral(" !"));
     }
 
-    // A run that leaves no new file leaves no old one either.
-    for (const QString& old : {listing, errors, machineCode}) {
-        if (!RemoveIfThere(old))
-            outcome.problems << QStringLiteral("Can't delete ") + old + QStringLiteral(" !");
-    }
-    const auto moveBack = [&](const QString& name, const QString& to) {
-        if (!QFileInfo::exists(Work(name)))
-            return false;
-        QFile result(Work(name));
-        if (result.rename(to))
-            return true;
-        outcome.problems << QStringLiteral("Can't move ") + Work(name) + QStringLiteral(" to ") + to
-                                + QStringLiteral(": ") + result.errorString() + QStringLiteral(" !");
-        return false;
-    };
-    outcome.machineCodeArrived = moveBack(MachineCode, machineCode);
-    outcome.listingArrived = moveBack(Listing, listing);
-    outcome.errorsArrived = moveBack(Errors, errors);
+    MoveResultsBack({{Listing, listing, &outcome.listingArrived},
+                     {MachineCode, machineCode, &outcome.machineCodeArrived},
+                     {Errors, errors, &outcome.errorsArrived}},
+                    outcome);
     Clean(workFolder_);
     return outcome;
+}
+
+void AssembleRun::MoveResultsBack(std::initializer_list<Result> results, Outcome& outcome) const
+{
+    // Every result is written beside the source under a temporary name
+    // first; they take their names only when all of them are on the disk, so
+    // a failure leaves the files of the last run as they were.
+    std::deque<PendingFile> written;
+    std::vector<const Result*> arriving, missing;
+    for (const Result& result : results) {
+        if (!QFileInfo::exists(Work(result.workName))) {
+            missing.push_back(&result);
+            continue;
+        }
+        QByteArray bytes;
+        QString error;
+        if (!ReadSourceFile(Work(result.workName), bytes, error)) {
+            outcome.problems << QStringLiteral("Can't read ") + Work(result.workName) + QStringLiteral(": ") + error
+                                    + QStringLiteral(" !");
+            return;
+        }
+        PendingFile& file = written.emplace_back();
+        if (!file.Write(LocalPath(result.target), std::string_view(bytes.constData(), bytes.size()))) {
+            outcome.writeError = QString::fromLocal8Bit(file.Error());
+            return;
+        }
+        arriving.push_back(&result);
+    }
+    // A run that leaves no new file leaves no old one either.
+    for (const Result* result : missing) {
+        if (!RemoveIfThere(result->target))
+            outcome.problems << QStringLiteral("Can't delete ") + result->target + QStringLiteral(" !");
+    }
+    for (std::size_t i = 0; i < written.size(); ++i) {
+        if (!written[i].Commit()) {
+            outcome.writeError = QString::fromLocal8Bit(written[i].Error());
+            return;
+        }
+        *arriving[i]->arrived = true;
+    }
 }

@@ -1,9 +1,9 @@
 // One run of the external assembler: the source is copied under the fixed
 // name Temp$$$.asm into a work folder of this user and this process, ASM.BAT
 // (beside the program) is started there, and once it has left its marker
-// Temp$$$.$$$ the listing, machine code and error file are moved back beside
-// the source under its base name. The program's folder is never written, so
-// an installed copy and two IDEs at once both work.
+// Temp$$$.$$$ the listing, machine code and error file are written back
+// beside the source under its base name, all of them or none. The program's
+// folder is never written, so an installed copy and two IDEs at once both work.
 #pragma once
 
 #include <QObject>
@@ -11,6 +11,8 @@
 class QEventLoop;
 #include <QString>
 #include <QStringList>
+
+#include <initializer_list>
 
 class AssembleRun : public QObject {
     Q_OBJECT
@@ -26,9 +28,14 @@ public:
     struct Outcome {
         Status status = Status::NotStarted;
         // For "Orvane - Assemble Error": why the run did not finish, or the
-        // files that could not be moved, or what the assembler said when it
-        // could not read or write (its exit status 2). Empty when all went well.
+        // files that could not be read or deleted, or what the assembler said
+        // when it could not read or write (its exit status 2). Empty when all
+        // went well.
         QStringList problems;
+        // For "Orvane - Write Error": why the results could not be put
+        // beside the source, in the system's words. The files there are then
+        // as they were.
+        QString writeError;
         bool listingArrived = false;
         bool machineCodeArrived = false;
         bool errorsArrived = false;
@@ -67,6 +74,12 @@ signals:
     void Ended();
 
 private:
+    struct Result {
+        QString workName;   // in the work folder
+        QString target;     // beside the source
+        bool* arrived;
+    };
+    void MoveResultsBack(std::initializer_list<Result> results, Outcome& outcome) const;
     QString Tool(const QString& name) const;
     QString Work(const QString& name) const;
 

@@ -1,29 +1,11 @@
 #include "engine/source/SourceFile.h"
 
 #include "engine/state/Conversions.h"
+#include "platform/SafeFile.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QStringDecoder>
-
-namespace {
-SaveFaultHook& FaultHook()
-{
-    static SaveFaultHook hook;
-    return hook;
-}
-
-QString Fault(SaveStep step, const QString& path)
-{
-    return FaultHook() ? FaultHook()(step, path) : QString();
-}
-}  // namespace
-
-SaveFaultHook SetSaveFaultHook(SaveFaultHook hook)
-{
-    return std::exchange(FaultHook(), std::move(hook));
-}
 
 namespace {
 const QByteArray Utf8Bom("\xEF\xBB\xBF");
@@ -79,30 +61,6 @@ bool ReadSourceFile(const QString& path, QByteArray& bytes, QString& error)
     return true;
 }
 
-bool WriteFileSafely(const QString& path, const QByteArray& bytes, QString& error)
-{
-    // QSaveFile writes beside the target, syncs, and renames only at commit;
-    // it takes the old file's permissions over.
-    QSaveFile file(path);
-    error = Fault(SaveStep::Open, path);
-    if (error.isEmpty() && !file.open(QIODevice::WriteOnly))
-        error = file.errorString();
-    if (!error.isEmpty())
-        return false;
-    error = Fault(SaveStep::Write, path);
-    if (error.isEmpty() && file.write(bytes) != bytes.size())
-        error = file.errorString();
-    if (error.isEmpty())
-        error = Fault(SaveStep::Commit, path);
-    if (!error.isEmpty())
-        return false;   // an uncommitted save file removes its temporary file
-    if (!file.commit()) {
-        error = file.errorString();
-        return false;
-    }
-    return true;
-}
-
 bool SaveSourceText(const QString& path, const QString& text, const SourceEncoding& encoding, QString& error)
 {
     QByteArray bytes;
@@ -128,4 +86,12 @@ int SaveFilterIndexOf(const QString& fileName)
     extension = extension.toUpper();
     return extension == QLatin1String("ASM") ? 1 : extension == QLatin1String("LST") ? 2
          : extension == QLatin1String("TXT") ? 3 : 4;
+}
+
+DiskStamp StampOf(const QString& path)
+{
+    const QFileInfo file(path);
+    if (!file.exists())
+        return {};
+    return {true, file.size(), file.lastModified()};
 }

@@ -1,11 +1,10 @@
 // Source files on disk: how the bytes of a file become the editor's text and
-// back again, unchanged apart from the user's edits, and the write that never
-// leaves a half-written file behind.
+// back again, unchanged apart from the user's edits.
 #pragma once
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QString>
-#include <functional>
 
 // How a file's bytes were read, so that they are written the same way.
 struct SourceEncoding {
@@ -30,17 +29,6 @@ bool EncodeSource(const QString& text, const SourceEncoding& encoding, QByteArra
 // Reads a whole file; on failure returns false and the platform's description.
 bool ReadSourceFile(const QString& path, QByteArray& bytes, QString& error);
 
-// Writes bytes to a temporary file beside path, flushes it to the disk and
-// renames it over path, which keeps its permissions. On failure path is as it
-// was, no temporary file stays, and the platform's description is returned.
-bool WriteFileSafely(const QString& path, const QByteArray& bytes, QString& error);
-
-// The steps of WriteFileSafely where a test can make the system fail: a fault
-// hook that returns a description instead of an empty text fails that step.
-enum class SaveStep { Open, Write, Commit };
-using SaveFaultHook = std::function<QString(SaveStep step, const QString& path)>;
-SaveFaultHook SetSaveFaultHook(SaveFaultHook hook);
-
 // The editor's text written to path in the file's encoding by WriteFileSafely;
 // false with what the user is told when a character does not fit the
 // encoding or the write failed.
@@ -51,3 +39,13 @@ bool SameFile(const QString& a, const QString& b);
 
 // The Save As filter's entry for a file name: 1 .asm, 2 .lst, 3 .txt, 4 anything else.
 int SaveFilterIndexOf(const QString& fileName);
+
+// A file as the editor last saw it on disk; a change of size or time since
+// then is somebody else's.
+struct DiskStamp {
+    bool exists = false;
+    qint64 size = -1;
+    QDateTime modified;
+    bool operator==(const DiskStamp&) const = default;
+};
+DiskStamp StampOf(const QString& path);

@@ -28,6 +28,10 @@ public:
     {
         MsgBox(text, MbExclamation, QStringLiteral("Orvane - Assemble Error"));
     }
+    void WriteFailed(const QString& text) override
+    {
+        MsgBox(text, MbExclamation, QStringLiteral("Orvane - Write Error"));
+    }
     void ListingArrived() override
     {
         main_.Dialog.FileName = LstFile;
@@ -54,6 +58,12 @@ void frmMain::AsmSaved(bool& ok)
 
 void frmMain::mnuFileAssemble_Click()
 {
+    if (!AsmFile.isEmpty()) {
+        // Refused before the question to save, which would change the document for nothing.
+        MainWindowAssembleReports reports(*this);
+        if (ResultsWouldReplaceSource(reports, AsmFile))
+            return;
+    }
     bool ok = false;
     AsmSaved(ok);
     if (!ok)

@@ -35,6 +35,27 @@ void ShowEditor(frmMain& main, frmEditor* editor)
     sub->show();
     main.mdiArea()->setActiveSubWindow(sub);
 }
+
+// Reads a file for an editor, with the hourglass up; "Orvane - Read Error"
+// when it cannot be read. The stamp is taken first: a change during the read
+// then counts as a change.
+bool ReadForEditor(const QString& path, DecodedSource& source, DiskStamp& stamp)
+{
+    QByteArray bytes;
+    QString error;
+    bool read = false;
+    {
+        BusyPointer busy;
+        stamp = StampOf(path);
+        read = ReadSourceFile(path, bytes, error);
+    }
+    if (!read) {
+        MsgBox(error + QStringLiteral(" !"), MbExclamation, QStringLiteral("Orvane - Read Error"));
+        return false;
+    }
+    source = DecodeSource(bytes);
+    return true;
+}
 }  // namespace
 
 void frmMain::NewEditor()
@@ -47,22 +68,15 @@ void frmMain::NewEditor()
 
 frmEditor* frmMain::OpenEditor(const QString& path)
 {
-    QByteArray bytes;
-    QString error;
-    bool read = false;
-    {
-        BusyPointer busy;
-        read = ReadSourceFile(path, bytes, error);
-    }
-    if (!read) {
-        MsgBox(error + QStringLiteral(" !"), MbExclamation, QStringLiteral("Orvane - Read Error"));
+    DecodedSource source;
+    DiskStamp stamp;
+    if (!ReadForEditor(path, source, stamp))
         return nullptr;
-    }
-    const DecodedSource source = DecodeSource(bytes);
     auto* editor = new frmEditor;
     editor->EditorName = QFileInfo(path).absoluteFilePath();
     editor->EditorTitle = QFileInfo(path).fileName();
     editor->Encoding = source.encoding;
+    editor->OnDisk = stamp;
     ShowEditor(*this, editor);
     editor->LoadText(source.text);
     return editor;
@@ -85,8 +99,36 @@ frmEditor* OpenOrActivate(const QString& path, int line)
     return editor;
 }
 
+bool AskAboutOutsideChange(frmEditor& editor, bool saving)
+{
+    if (editor.EditorName.isEmpty() || !editor.OnDisk.exists)
+        return true;
+    const DiskStamp now = StampOf(editor.EditorName);
+    // A file that is gone is simply written again.
+    if (!now.exists || now == editor.OnDisk || (!saving && now == editor.OutsideKept))
+        return true;
+    // Noted before the question: the activation that follows the box's closing does not ask again.
+    editor.OutsideKept = now;
+    if (MsgBox(editor.EditorTitle + QStringLiteral(" has been changed outside Orvane. Reload it?"), MbYesNo + MbQuestion,
+               QStringLiteral("Orvane - Warning"))
+        != MbResultYes)
+        return true;
+    DecodedSource source;
+    DiskStamp stamp;
+    if (ReadForEditor(editor.EditorName, source, stamp)) {
+        editor.Encoding = source.encoding;
+        editor.OnDisk = stamp;
+        editor.LoadText(source.text);
+    }
+    return false;
+}
+
 void frmMain::SaveEditor(frmEditor& editor, bool& ok)
 {
+    if (!AskAboutOutsideChange(editor, true)) {
+        ok = !editor.TextChanged;   // reloaded: the editor holds what the disk holds
+        return;
+    }
     QString error;
     {
         BusyPointer busy;
@@ -96,6 +138,7 @@ void frmMain::SaveEditor(frmEditor& editor, bool& ok)
         MsgBox(error + QStringLiteral(" !"), MbExclamation, QStringLiteral("Orvane - Write Error"));
         return;
     }
+    editor.OnDisk = StampOf(editor.EditorName);
     editor.TextChanged = false;
     if (&editor == ActiveEditor())
         SetSaveCommands(false);
@@ -149,6 +192,7 @@ void frmMain::mnuFileSaveAs_Click()
     if (!Dialog.ShowSave())
         return;
     AsmFile = Dialog.FileTitle;
+    editor->OnDisk = {};   // the user has agreed to replace whatever file bears the new name
     editor->EditorName = Dialog.FileName;
     editor->EditorTitle = Dialog.FileTitle;
     editor->setWindowTitle(Dialog.FileTitle);

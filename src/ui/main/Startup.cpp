@@ -3,6 +3,7 @@
 #include "engine/state/AppSettings.h"
 #include "ui/main/DefaultPlacements.h"
 #include "engine/state/TargetState.h"
+#include "platform/widgets/MsgBox.h"
 #include "platform/ProgramFolder.h"
 #include "platform/SettingsStore.h"
 #include "ui/main/frmMain.h"
@@ -21,6 +22,9 @@ WindowPlacement frmMain::PlacementDefault(const QString& prefix) const
 
 void frmMain::MDIForm_Load()
 {
+    SetSettingsWriteFailure([](const QString& reason) {
+        MsgBox(reason + QStringLiteral(" !"), MbExclamation, QStringLiteral("Orvane - Write Error"));
+    });
     LoadPlacement(this, QStringLiteral("Main"), PlacementDefault(QStringLiteral("Main")));
 
     Menu("mnuViewToolbar")->setChecked(GetFlagSetting(QStringLiteral("Toolbar"), true));

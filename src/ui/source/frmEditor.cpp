@@ -196,6 +196,7 @@ void frmEditor::Form_Activate()
     Cursor();
     for (int panel : {LinePanel, ColumnPanel, InsertPanel})
         MainForm->Panel(panel)->setVisible(true);
+    AskAboutOutsideChange(*this, false);
 }
 
 void frmEditor::Form_Deactivate()

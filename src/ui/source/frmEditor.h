@@ -27,6 +27,8 @@ public:
     bool Undo = false;         // an undo step is available
     bool Redo = false;         // a redo step is available
     SourceEncoding Encoding;   // how the file's bytes are written back
+    DiskStamp OnDisk;          // the file as this editor last read or wrote it
+    DiskStamp OutsideKept;     // a change by somebody else that the user chose not to load
 
     QPlainTextEdit* Text = nullptr;
 
@@ -88,6 +90,11 @@ QList<frmEditor*> LoadedEditors();
 // already, else a newly opened one. A line of 0 or more is selected whole.
 // nullptr if the file could not be read (the user has been told).
 frmEditor* OpenOrActivate(const QString& path, int line = -1);
+// Asks "<title> has been changed outside Orvane. Reload it?" when the file
+// changed on disk since the editor read or wrote it. Yes loads the file; No
+// keeps the text, and then activation asks again only after another change,
+// while a save asks before each write. True when the text may be written.
+bool AskAboutOutsideChange(frmEditor& editor, bool saving);
 // Keeps editor activation in step with the main window's child windows and
 // loads the Find and Replace dialog, hidden. Called once by frmMain.
 class frmMain;

@@ -107,6 +107,41 @@ private slots:
         LstFile.clear();
     }
 
+    // A source named as one of its results is refused before the question to
+    // save; a result that cannot be written leaves the last run's files.
+    void assemblingNeverCostsTheSourceOrTheLastRun()
+    {
+        MainFormFixture f;
+        frmMain& form = f.Start();
+        WorkFolder folder;
+        folder.Enter();
+        const QByteArray source = " ORG $E000\n NOP\n";
+        const QStringList names = {"a.err", "b.lst", "c.s19"};
+        for (const QString& name : names) {
+            QVERIFY(folder.Write(name, source));
+            frmEditor* editor = form.OpenEditor(folder.Path(name));
+            QTest::keyClicks(editor->Text, "*");
+            form.Menu("mnuFileAssemble")->trigger();
+            QCOMPARE(f.boxes.boxes.size(), 1);   // no question to save before
+            QCOMPARE(f.boxes.boxes.takeFirst().caption, QString("Orvane - Assemble Error"));
+            QCOMPARE(folder.Read(name), source);
+            QVERIFY(editor->TextChanged && form.Menu("mnuFileSave")->isEnabled());
+            editor->TextChanged = false;
+        }
+        QCOMPARE(QDir(folder.dir.path()).entryList(QDir::Files), names);
+        // A folder in the machine code's place.
+        QVERIFY(folder.Write("y.asm", source) && folder.Write("y.lst", "last run"));
+        QVERIFY(QDir(folder.dir.path()).mkdir("y.s19"));
+        QVERIFY(form.OpenEditor(folder.Path("y.asm")));
+        form.Menu("mnuFileAssemble")->trigger();
+        QCOMPARE(f.boxes.boxes.size(), 1);
+        QCOMPARE(f.boxes.boxes[0].caption, QString("Orvane - Write Error"));
+        QCOMPARE(f.boxes.boxes[0].text, QString("Is a directory !"));
+        QCOMPARE(folder.Read("y.lst"), QByteArray("last run"));
+        QCOMPARE(QDir(folder.dir.path()).entryList(QDir::Files), names + QStringList({"y.asm", "y.lst"}));
+        AsmFile.clear();
+    }
+
     void errorRowsAndWhereTheyLead()
     {
         WorkFolder folder;

@@ -3,7 +3,10 @@
 #include <QtTest>
 
 #include "engine/source/AssembleRun.h"
+#include "support/FileSizeLimit.h"
 #include "support/WorkFolder.h"
+
+#include <optional>
 
 namespace {
 // A process that has ended may stay a zombie until someone reaps it.
@@ -61,6 +64,28 @@ private slots:
         QVERIFY(sources.Read("foo.bar.lst").contains("E000 01"));
         QVERIFY(!QFile::exists(Src("foo.bar.err")));
         QCOMPARE(QDir(program.dir.path()).entryList(QDir::Files | QDir::Hidden), programBefore);
+        QVERIFY(!QFileInfo::exists(work.filePath("run")));
+    }
+
+    // The disk fills up as the results come back: the last run's files stay
+    // as they were and nothing half-written is left beside them.
+    void resultsComeBackWholeOrNotAtAll()
+    {
+        QVERIFY(sources.Write("big.asm", " ORG $E000\n LDAX #1\n" + QByteArray(" LDAA #1\n").repeated(200)));
+        for (const char* old : {"big.lst", "big.s19", "big.err"})
+            QVERIFY(sources.Write(old, "last run"));
+        QTemporaryDir work;
+        AssembleRun run(program.dir.path(), work.filePath("run"));
+        std::optional<FileSizeLimit> full;   // from the batch's start: the assembler itself writes freely
+        connect(&run, &AssembleRun::Started, &run, [&] { full.emplace(1000); });
+        const AssembleRun::Outcome outcome = Assemble(run, "big");
+        full.reset();
+        QCOMPARE(outcome.writeError, QString("File too large"));
+        QVERIFY(!outcome.listingArrived && !outcome.machineCodeArrived && !outcome.errorsArrived);
+        for (const char* old : {"big.lst", "big.s19", "big.err"})
+            QCOMPARE(sources.Read(old), QByteArray("last run"));
+        QCOMPARE(QDir(sources.dir.path()).entryList({"big*"}, QDir::Files),
+                 (QStringList{"big.asm", "big.err", "big.lst", "big.s19"}));
         QVERIFY(!QFileInfo::exists(work.filePath("run")));
     }
 

@@ -4,6 +4,7 @@
 #include "ui/main/DefaultPlacements.h"
 #include "platform/SettingsStore.h"
 #include "platform/widgets/WindowPlacement.h"
+#include "support/FileSizeLimit.h"
 #include "support/TestSettings.h"
 
 #include <QFile>
@@ -61,6 +62,45 @@ private slots:
         SaveSetting("Settings", "COMPort", "9");
         LoadPortAndFonts();
         QCOMPARE(int(COMPort), 2);   // only ports 1 to 4 exist
+    }
+
+    // A change rewrites the line of its key and nothing else of what the user
+    // wrote; a full disk leaves the file as it was and is told once a run.
+    void storeChangesOnlyItsLinesAndSurvivesAFullDisk()
+    {
+        TestSettings store;
+        const auto stored = [&] {
+            QFile file(store.FilePath());
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
+        };
+        QVERIFY(QDir().mkpath(QFileInfo(store.FilePath()).path()));
+        QFile file(store.FilePath());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("; mine\r\n[settings]\r\n  comport = 3 \r\nPrintFontName=\"Courier, New\"\r\n[Other]\r\nKey=1");
+        file.close();
+        SaveSetting("Settings", "COMPort", "4");   // a key that is there, one new in its section, a new section
+        SaveSetting("Settings", "CodeOn", "True");
+        SaveSetting("Windows", "MainLeft", "0");
+        QCOMPARE(stored(), QByteArray("; mine\r\n[settings]\r\nCOMPort=4\r\nPrintFontName=\"Courier, New\"\r\n"
+                                      "CodeOn=True\r\n[Other]\r\nKey=1\n[Windows]\r\nMainLeft=0\r\n"));
+
+        QStringList told;
+        SetSettingsWriteFailure([&](const QString& reason) { told << reason; });
+        const QByteArray kept = stored();
+        const auto saveOnAFullDisk = [&](const char* value) {
+            FileSizeLimit full(kept.size());
+            SaveSetting("Settings", "LabelSort", value);
+        };
+        saveOnAFullDisk("a");
+        saveOnAFullDisk("b");
+        QCOMPARE(told, QStringList{"File too large"});
+        QCOMPARE(stored(), kept);
+        QCOMPARE(QDir(QFileInfo(store.FilePath()).path()).entryList(QDir::Files), QStringList{"Orvane.ini"});
+        SaveSetting("Settings", "LabelSort", "c");
+        saveOnAFullDisk("d");
+        QCOMPARE(told.size(), 2);   // told again after a write that went through
+        QCOMPARE(GetSetting("Settings", "LabelSort"), QString("c"));
+        SetSettingsWriteFailure({});
     }
 
     void placementsFollowTheClientAreaAndKeepTheNormalSizeWhenMaximised()

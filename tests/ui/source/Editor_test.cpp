@@ -8,6 +8,7 @@
 #include "engine/source/SourceRecords.h"
 #include "ui/source/frmEditor.h"
 #include "ui/source/frmReplace.h"
+#include "support/FileSizeLimit.h"
 #include "support/MainFormFixture.h"
 #include "support/ModalPlayer.h"
 #include "support/WorkFolder.h"
@@ -15,6 +16,8 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenu>
 #include <QTextBlock>
 #include <QTextLayout>
@@ -93,25 +96,64 @@ private slots:
         QVERIFY(s.f.boxes.boxes.isEmpty());
     }
 
-    // A full disk (through the save seam; every failing step is the source text test's):
-    // the old file stays whole, the editor keeps its change, the user is told why.
+    // A full disk: the old file stays whole, the editor keeps its change, the user is told why.
     void failedSaveKeepsTheOldFileAndTheChange()
     {
         Session s;
-        QVERIFY(s.folder.Write("prog.asm", "old\n"));
+        const QByteArray old = QByteArray(" LDAA #1\n").repeated(400);
+        QVERIFY(s.folder.Write("prog.asm", old));
         frmEditor* editor = s.Open("prog.asm");
         QTest::keyClicks(editor->Text, "new ");
-        SetSaveFaultHook([](SaveStep step, const QString&) {
-            return step == SaveStep::Write ? QString("No space left on device") : QString();
-        });
-        s.form.Menu("mnuFileSave")->trigger();
-        SetSaveFaultHook({});
+        {
+            FileSizeLimit full(1000);
+            s.form.Menu("mnuFileSave")->trigger();
+        }
         QCOMPARE(s.f.boxes.boxes.size(), 1);
-        QCOMPARE(s.f.boxes.boxes[0].text, QString("No space left on device !"));
+        QCOMPARE(s.f.boxes.boxes[0].text, QString("File too large !"));
         QVERIFY(s.f.boxes.boxes[0].caption == "Orvane - Write Error" && s.f.boxes.boxes[0].style == int(MbExclamation));
-        QCOMPARE(s.folder.Read("prog.asm"), QByteArray("old\n"));
+        QCOMPARE(s.folder.Read("prog.asm"), old);
         QCOMPARE(QDir(s.folder.dir.path()).entryList(QDir::Files), QStringList{"prog.asm"});
         QVERIFY(editor->TextChanged && s.form.Menu("mnuFileSave")->isEnabled());
+    }
+
+    // A file changed by another program is not written over unasked: Yes
+    // loads it; No keeps the text and asks again before the save, not at
+    // every activation. The editor's own save, or a file that is gone, asks nothing.
+    void changesOnDiskAreAskedAbout()
+    {
+        Session s;
+        QVERIFY(s.folder.Write("prog.asm", "mine\n"));
+        frmEditor* editor = s.Open("prog.asm");
+        s.form.Menu("mnuFileNew")->trigger();
+        const auto comeBack = [&] {   // to the other editor and back
+            for (frmEditor* next : {LoadedEditors().last(), editor})
+                s.form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(next->parentWidget()));
+        };
+        QVERIFY(s.folder.Write("prog.asm", "theirs, longer\n"));
+        s.f.boxes.answer = MbResultYes;
+        comeBack();
+        QCOMPARE(s.f.boxes.boxes.size(), 1);
+        QCOMPARE(s.f.boxes.boxes[0].text, QString("prog.asm has been changed outside Orvane. Reload it?"));
+        QCOMPARE(editor->PlainText(), QString("theirs, longer\n"));
+        QVERIFY(!editor->TextChanged && !s.form.Menu("mnuFileSave")->isEnabled());
+
+        QTest::keyClicks(editor->Text, "+");
+        QVERIFY(s.folder.Write("prog.asm", "theirs again\n"));
+        s.f.boxes.answer = MbResultNo;
+        comeBack();
+        comeBack();
+        QCOMPARE(s.f.boxes.boxes.size(), 2);
+        s.form.Menu("mnuFileSave")->trigger();
+        QCOMPARE(s.f.boxes.boxes.size(), 3);
+        QCOMPARE(s.folder.Read("prog.asm"), QByteArray("+theirs, longer\n"));
+
+        comeBack();
+        QVERIFY(QFile::remove(s.folder.Path("prog.asm")));
+        comeBack();
+        QTest::keyClicks(editor->Text, "*");
+        s.form.Menu("mnuFileSave")->trigger();
+        QCOMPARE(s.f.boxes.boxes.size(), 3);
+        QCOMPARE(s.folder.Read("prog.asm"), editor->PlainText().toUtf8());
     }
 
     void unsavedTextAtTheEndOfTheProgram()
