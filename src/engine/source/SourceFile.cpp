@@ -18,31 +18,24 @@ DecodedSource DecodeSource(const QByteArray& bytes)
     QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     out.text = utf8.decode(bytes);
     out.encoding.bom = bytes.startsWith(Utf8Bom);
-    if (utf8.hasError()) {
+    if (utf8.hasError() || BreaksInTheTextControl(out.text)) {
         out.encoding.utf8 = out.encoding.bom = false;
         out.text = QString::fromLatin1(bytes);
     }
-    const qsizetype lineFeeds = bytes.count('\n');
-    const qsizetype crlfs = bytes.count("\r\n");
-    out.encoding.crlf = crlfs > 0 && crlfs * 2 >= lineFeeds;
-    if (out.encoding.crlf)
-        out.text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    out.encoding.lineEnd = UsualLineEnd(out.text, out.encoding.lineEnd);
     return out;
 }
 
 bool EncodeSource(const QString& text, const SourceEncoding& encoding, QByteArray& bytes)
 {
-    QString lines = text;
-    if (encoding.crlf)
-        lines.replace(QLatin1String("\n"), QLatin1String("\r\n"));
     if (encoding.utf8) {
-        bytes = (encoding.bom ? Utf8Bom : QByteArray()) + lines.toUtf8();
+        bytes = (encoding.bom ? Utf8Bom : QByteArray()) + text.toUtf8();
         return true;
     }
-    for (QChar c : lines)
+    for (QChar c : text)
         if (c.unicode() > 0xFF)
             return false;
-    bytes = lines.toLatin1();
+    bytes = text.toLatin1();
     return true;
 }
 

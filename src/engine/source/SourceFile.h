@@ -2,6 +2,8 @@
 // back again, unchanged apart from the user's edits.
 #pragma once
 
+#include "engine/source/LineEnds.h"
+
 #include <QByteArray>
 #include <QDateTime>
 #include <QString>
@@ -9,21 +11,22 @@
 // How a file's bytes were read, so that they are written the same way.
 struct SourceEncoding {
     bool utf8 = true;    // valid UTF-8; otherwise one byte a character
-    bool crlf = false;   // lines end in CR LF; otherwise in LF
     bool bom = false;    // a UTF-8 file that starts with a byte order mark, kept out of the text
+    LineEnd lineEnd = LineEnd::Lf;   // the end of most lines, which new lines take
 };
 
 struct DecodedSource {
-    QString text;        // lines end in LF
+    QString text;        // lines end as in the file
     SourceEncoding encoding;
 };
 
-// The editor's text of a file. A file whose line ends are mostly CR LF is
-// read as a CR LF file; new documents use the default encoding (UTF-8, LF).
+// The editor's text of a file, a character for each byte or UTF-8 sequence.
+// UTF-8 that the text control would break where the file has no line end is
+// read a byte a character too. New documents use the default encoding.
 DecodedSource DecodeSource(const QByteArray& bytes);
 
-// The bytes of a text (lines ending in LF) in a file's encoding. False when
-// the text holds a character that a one-byte file cannot store.
+// The bytes of a text in a file's encoding; the line ends are the text's own.
+// False when the text holds a character that a one-byte file cannot store.
 bool EncodeSource(const QString& text, const SourceEncoding& encoding, QByteArray& bytes);
 
 // Reads a whole file; on failure returns false and the platform's description.

@@ -86,15 +86,17 @@ frmEditor* OpenOrActivate(const QString& path, int line)
 {
     frmEditor* editor = nullptr;
     for (frmEditor* loaded : LoadedEditors())
-        if (!loaded->EditorName.isEmpty() && SameFile(loaded->EditorName, path))
+        if (!loaded->EditorName.isEmpty() && SameFile(loaded->EditorName, path)) {
             editor = loaded;
+            break;
+        }
     if (editor)
         MainForm->mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(editor->parentWidget()));
     else
         editor = MainForm->OpenEditor(path);
     if (editor && line >= 0)
-        editor->SelectLine(line);
-    if (editor)
+        editor->CaretToLine(line);
+    else if (editor)
         editor->Text->setFocus();
     return editor;
 }
@@ -132,7 +134,7 @@ void frmMain::SaveEditor(frmEditor& editor, bool& ok)
     QString error;
     {
         BusyPointer busy;
-        ok = SaveSourceText(editor.EditorName, editor.PlainText(), editor.Encoding, error);
+        ok = SaveSourceText(editor.EditorName, editor.FileText(), editor.Encoding, error);
     }
     if (!ok) {
         MsgBox(error + QStringLiteral(" !"), MbExclamation, QStringLiteral("Orvane - Write Error"));

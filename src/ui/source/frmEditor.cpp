@@ -10,6 +10,7 @@
 #include "engine/source/SourceRecords.h"
 #include "ui/source/frmReplace.h"
 #include "ui/main/frmMain.h"
+#include "ui/source/DocumentLineEnds.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -19,6 +20,7 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QScrollBar>
@@ -54,6 +56,38 @@ bool FindHistory()
     return dialog && dialog->cbWhat->count() > 0;
 }
 
+// Typed, pasted and dropped line breaks come in by InsertLines, so that new
+// lines take the usual end.
+class SourceTextEdit : public QPlainTextEdit {
+public:
+    using QPlainTextEdit::QPlainTextEdit;
+
+protected:
+    void keyPressEvent(QKeyEvent* key) override
+    {
+        // Shift+Enter too, which would put a line separator into the line.
+        const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+        if (enter && !(key->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) && !isReadOnly())
+            Insert(QStringLiteral("\n"));
+        else
+            QPlainTextEdit::keyPressEvent(key);
+    }
+    void insertFromMimeData(const QMimeData* source) override
+    {
+        if (!isReadOnly() && source->hasText())
+            Insert(source->text());
+    }
+
+private:
+    void Insert(const QString& text)
+    {
+        QTextCursor cursor = textCursor();
+        InsertLines(cursor, text);
+        setTextCursor(cursor);
+        ensureCursorVisible();
+    }
+};
+
 void Activated(frmEditor* editor)
 {
     if (Current() && Current() != editor)
@@ -64,7 +98,7 @@ void Activated(frmEditor* editor)
 }
 }  // namespace
 
-frmEditor::frmEditor(QWidget* parent) : QWidget(parent), Text(new QPlainTextEdit(this))
+frmEditor::frmEditor(QWidget* parent) : QWidget(parent), Text(new SourceTextEdit(this))
 {
     setObjectName(QStringLiteral("frmEditor"));
     Text->setObjectName(QStringLiteral("Text"));
@@ -119,10 +153,16 @@ QString frmEditor::PlainText() const
     return plainText_;
 }
 
+QString frmEditor::FileText() const
+{
+    return TextWithLineEnds(*Text->document(), Encoding.lineEnd);
+}
+
 void frmEditor::LoadText(const QString& text)
 {
     loading_ = true;
     Text->setPlainText(text);
+    KeepLineEnds(*Text->document(), text, Encoding.lineEnd);
     loading_ = false;
     TextChanged = false;
     UndoStateChanged();
@@ -159,18 +199,16 @@ void frmEditor::SetSelection(int start, int length)
 void frmEditor::SetSelText(const QString& text)
 {
     QTextCursor cursor = Text->textCursor();
-    cursor.insertText(text);
+    InsertLines(cursor, text);
     Text->setTextCursor(cursor);
 }
 
-void frmEditor::SelectLine(int line)
+void frmEditor::CaretToLine(int line)
 {
     QTextDocument* document = Text->document();
-    const QTextBlock block = document->findBlockByNumber(qBound(0, line, document->blockCount() - 1));
-    QTextCursor cursor(block);
-    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
-    Text->setTextCursor(cursor);
+    Text->setTextCursor(QTextCursor(document->findBlockByNumber(qBound(0, line, document->blockCount() - 1))));
     Text->centerCursor();
+    Text->setFocus();
 }
 
 void frmEditor::Form_Load()

@@ -32,9 +32,12 @@ public:
 
     QPlainTextEdit* Text = nullptr;
 
-    // The whole text, lines ending in LF, exactly as the file gets it.
+    // The whole text with lines ending in LF, as search and printing count it.
     QString PlainText() const;
-    // Replaces the whole text as a freshly opened file: no undo history, not changed.
+    // The whole text as the file gets it: every line with its own end.
+    QString FileText() const;
+    // Replaces the whole text, whose lines end as in the file, as a freshly
+    // opened file with Encoding set: no undo history, not changed.
     void LoadText(const QString& text);
     QString SelText() const;
     int SelStart() const;
@@ -42,8 +45,9 @@ public:
     void SetSelection(int start, int length);
     // Replaces the selection; the caret stands behind the inserted text.
     void SetSelText(const QString& text);
-    // Selects a whole line (0-based; a line behind the last is the last).
-    void SelectLine(int line);
+    // The caret at the start of a line (0-based; a line behind the last is
+    // the last), shown, and the focus on the text.
+    void CaretToLine(int line);
 
     void Form_Load();
     // Text takes ScreenFont (fixed pitch if the named face is missing); the
@@ -87,7 +91,8 @@ frmEditor* ActiveEditor();
 // Every loaded editor, in the order of the main window's child list.
 QList<frmEditor*> LoadedEditors();
 // An editor on the file at path, made active: one that has the file open
-// already, else a newly opened one. A line of 0 or more is selected whole.
+// already (the first of them), else a newly opened one, with the focus on
+// its text. A line of 0 or more gets the caret at its start.
 // nullptr if the file could not be read (the user has been told).
 frmEditor* OpenOrActivate(const QString& path, int line = -1);
 // Asks "<title> has been changed outside Orvane. Reload it?" when the file

@@ -57,12 +57,8 @@ void frmLine::cmdOK_Click()
         return;
     }
     accept();
-    if (editor) {
-        QTextCursor cursor(editor->Text->document()->findBlockByNumber(static_cast<int>(line)));
-        editor->Text->setTextCursor(cursor);
-        editor->Text->centerCursor();
-        editor->Text->setFocus();
-    }
+    if (editor)
+        editor->CaretToLine(static_cast<int>(line));
 }
 
 void frmLine::cmdCancel_Click()

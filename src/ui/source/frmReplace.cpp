@@ -3,6 +3,7 @@
 #include "platform/widgets/MsgBox.h"
 #include "ui/source/frmEditor.h"
 #include "ui/main/frmMain.h"
+#include "ui/source/DocumentLineEnds.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -237,7 +238,7 @@ void frmReplace::cmdReplaceAll_Click()
     for (qsizetype at : bottomUp) {
         cursor.setPosition(static_cast<int>(at));
         cursor.setPosition(static_cast<int>(at + what.size()), QTextCursor::KeepAnchor);
-        cursor.insertText(with);
+        InsertLines(cursor, with);
     }
     cursor.endEditBlock();
     // The caret stands behind the last replacement the search made.
@@ -259,6 +260,18 @@ void frmReplace::cmdCancel_Click()
 void frmReplace::EndReplace()
 {
     hide();
+    Form_Deactivate();
+}
+
+void frmReplace::Form_Deactivate()
+{
     if (frmEditor* editor = ActiveEditor())
         editor->Text->setFocus();
+}
+
+void frmReplace::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::ActivationChange && !isActiveWindow())
+        Form_Deactivate();
+    QDialog::changeEvent(event);
 }

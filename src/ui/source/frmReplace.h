@@ -43,11 +43,16 @@ public:
     void AddItem();
     void UpdateCmd();
     void EndReplace();
+    // The dialog lost the activation: the active editor's text takes the focus.
+    void Form_Deactivate();
 
     void cmdFindNext_Click();
     void cmdReplace_Click();
     void cmdReplaceAll_Click();
     void cmdCancel_Click();
+
+protected:
+    void changeEvent(QEvent* event) override;
 
 private:
     void SetLayout(bool replace);

@@ -13,13 +13,13 @@ class SourceTextTest : public QObject {
 private slots:
     void bytesComeBackAsTheyWere()
     {
-        const std::pair<QByteArray, bool> rows[] = {   // bytes, CR LF line ends
-            {"  LDAA #1\nL1 RTS\n", false}, {"  LDAA #1\r\nL1 RTS", true}, {"* caf\xe9 \xa0\xff\r\n", true},
-            {"* caf\xc3\xa9\n", false}, {"\xef\xbb\xbf NOP\r\n", true}, {"", false}};
-        for (const auto& [bytes, crlf] : rows) {
+        using enum LineEnd;
+        const std::pair<QByteArray, LineEnd> rows[] = {   // bytes, the usual line end
+            {"  LDAA #1\nL1 RTS\n", Lf}, {"  LDAA #1\r\nL1 RTS", CrLf}, {"* caf\xe9 \xa0\xff\r\n", CrLf},
+            {"* caf\xc3\xa9\n", Lf}, {"\xef\xbb\xbf NOP\r\n", CrLf}, {"", Lf}, {"a\rb\r\nc\rd\n", Cr}};
+        for (const auto& [bytes, usual] : rows) {
             const DecodedSource source = DecodeSource(bytes);
-            QCOMPARE(source.encoding.crlf, crlf);
-            QVERIFY(!source.text.contains('\r'));
+            QCOMPARE(source.encoding.lineEnd, usual);
             QByteArray back;
             QVERIFY(EncodeSource(source.text, source.encoding, back));
             QCOMPARE(back, bytes);

@@ -9,11 +9,14 @@
 #include "ui/source/frmEditor.h"
 #include "ui/source/frmReplace.h"
 #include "support/FileSizeLimit.h"
+#include "engine/source/SourceDocuments.h"
 #include "support/MainFormFixture.h"
 #include "support/ModalPlayer.h"
 #include "support/WorkFolder.h"
 
+#include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QMdiArea>
@@ -41,6 +44,15 @@ struct FileChooser {
     }
     ~FileChooser() { CommonDialog::SetHandler(previous); }
 };
+
+// Where line 2 starts: behind the first CR LF, LF or lone CR.
+qsizetype SecondLine(const QByteArray& bytes)
+{
+    for (qsizetype i = 0; i < bytes.size(); ++i)
+        if (bytes[i] == '\n' || bytes[i] == '\r')
+            return i + 1 + (bytes.mid(i, 2) == "\r\n");
+    return -1;
+}
 
 struct Session {
     MainFormFixture f;
@@ -72,27 +84,77 @@ struct Session {
 class EditorTest : public QObject {
     Q_OBJECT
 private slots:
-    // The file's own line ends, bytes above 127 and missing final line end survive an edit and a save.
-    void openEditSaveKeepsTheBytes()
+    // Every file saves to its own bytes after edits that are all undone, and
+    // an edit changes only its own bytes: a typed character in line 2, or a
+    // new line behind line 1, which takes the end most lines have.
+    void filesKeepTheirBytesThroughEditsAndUndo()
     {
-        const QByteArray bytes = "* \xa0\xe9\xff\r\n NOP\r\n RTS";
+        QByteArray binary;
+        for (int i = 0, x = 7; i < 700; ++i, x = (x * 109 + 89) % 256)
+            binary += char(i < 256 ? i : x);
+        const struct {
+            const char* name;
+            QByteArray bytes;
+            QByteArray usual;   // the line end a new line takes
+        } rows[] = {
+            {"lone CR", "A\rBC\rD", "\r"},
+            {"CR LF", "A\r\nBC\r\nD\r\n", "\r\n"},
+            {"LF", "A\nBC\nD\n", "\n"},
+            {"mostly CR LF", "A\nBC\r\nD\r\n\r\nE\n", "\r\n"},
+            {"mostly LF", "A\r\nBC\nD\rE\n\r\n\n", "\n"},
+            {"separators", "AB\r\n\xe2\x80\xa9" "C\xe2\x80\xa8\r\nD", "\r\n"},
+            {"one byte a character", "* \xa0\xe9\xff\x85\r\n NOP\r\n RTS", "\r\n"},
+            {"NUL", QByteArray("\0A\n\0\rB\0\n", 9), "\n"},
+            {"byte order mark", "\xef\xbb\xbf NOP\r\n RTS\r\n", "\r\n"},
+            {"binary", binary, "\n"},
+        };
         Session s;
-        QVERIFY(s.folder.Write("prog.asm", bytes));
-        frmEditor* editor = s.Open("prog.asm");
-        QVERIFY(editor);
-        QCOMPARE(editor->windowTitle(), QString("prog.asm"));
-        QCOMPARE(AsmFile, QString("prog.asm"));
-        QCOMPARE(editor->PlainText(), DecodeSource(bytes).text);
-        QCoreApplication::processEvents();   // the colouring runs; it is no change of the text
-        QVERIFY(!editor->TextChanged);
-        QVERIFY(!s.form.Menu("mnuFileSave")->isEnabled() && !s.form.Button(13)->isEnabled());
+        QApplication::clipboard()->setText(QString("p\r\nq\rr") + QChar(0x2029) + "s" + QChar(0x2028) + "t\n");
+        for (const auto& row : rows) {
+            QVERIFY(s.folder.Write("prog.asm", row.bytes));
+            frmEditor* editor = s.Open("prog.asm");
+            QVERIFY(editor && editor->windowTitle() == "prog.asm" && AsmFile == "prog.asm");
+            QCoreApplication::processEvents();   // the colouring runs; it is no change of the text
+            QVERIFY(!editor->TextChanged && !s.form.Menu("mnuFileSave")->isEnabled());
+            const auto keys = [editor](std::initializer_list<QKeyCombination> keys) {
+                for (QKeyCombination key : keys)
+                    QTest::keyClick(editor->Text, key.key(), key.keyboardModifiers());
+            };
+            const auto save = [&] {
+                s.form.Menu("mnuFileSave")->trigger();
+                return editor->TextChanged ? QByteArray("<unsaved>") : s.folder.Read("prog.asm");
+            };
+            const auto lineStart = [editor](int line) {
+                editor->SetSelection(editor->Text->document()->findBlockByNumber(line).position(), 0);
+            };
+            lineStart(1);
+            keys({Qt::CTRL | Qt::Key_V, Qt::CTRL | Qt::Key_End, Qt::Key_Return});
+            lineStart(0);
+            keys({Qt::Key_Right, Qt::SHIFT | Qt::Key_Return, Qt::Key_End, Qt::KeypadModifier | Qt::Key_Enter});
+            lineStart(2);
+            keys({Qt::Key_Backspace, Qt::SHIFT | Qt::Key_Down, Qt::SHIFT | Qt::Key_Down, Qt::Key_Delete, Qt::Key_X});
+            const QString edited = editor->FileText();
+            const QString usual = QString::fromLatin1(row.usual);
+            QVERIFY2(edited.contains("r" + usual + "s" + usual) && !edited.contains(QChar::LineSeparator), row.name);
+            while (editor->Undo)
+                s.form.mnuEditUndo_Click();
+            QVERIFY2(save() == row.bytes, row.name);
+            while (editor->Redo)
+                s.form.mnuEditRedo_Click();
+            QVERIFY2(editor->FileText() == edited, row.name);
+            while (editor->Undo)
+                s.form.mnuEditUndo_Click();
 
-        QTest::keyClicks(editor->Text, "*;");
-        QVERIFY(editor->TextChanged);
-        QVERIFY(s.form.Menu("mnuFileSave")->isEnabled() && s.form.Button(4)->isEnabled());
-        s.form.Menu("mnuFileSave")->trigger();
-        QVERIFY(!editor->TextChanged && !s.form.Menu("mnuFileSave")->isEnabled());
-        QCOMPARE(s.folder.Read("prog.asm"), "*;" + bytes);
+            lineStart(1);
+            keys({Qt::Key_X});
+            QVERIFY2(save() == QByteArray(row.bytes).insert(SecondLine(row.bytes), 'x'), row.name);
+            s.form.mnuEditUndo_Click();
+            lineStart(0);
+            keys({Qt::Key_End, Qt::Key_Return});
+            QVERIFY2(save() == QByteArray(row.bytes).insert(SecondLine(row.bytes), row.usual), row.name);
+            editor->TextChanged = false;
+            editor->parentWidget()->close();
+        }
         QVERIFY(s.f.boxes.boxes.isEmpty());
     }
 
@@ -324,11 +386,21 @@ private slots:
         QCOMPARE(editor->SelStart(), 2);
         QCOMPARE(dialog->cbWhat->count(), 1);   // the same text is not listed twice in a row
 
+        // The dialog losing the activation gives the focus back to the editor's text.
+        dialog->activateWindow();
+        QTRY_VERIFY(dialog->isActiveWindow());
+        s.form.mdiArea()->setFocus();
+        s.form.activateWindow();
+        QTRY_VERIFY(s.form.isActiveWindow());
+        QCOMPARE(QApplication::focusWidget(), editor->Text);
+
         // Deactivating the editor hides the dialog.
         s.form.Menu("mnuFileNew")->trigger();
         QVERIFY(!dialog->isVisible());
     }
 
+    // Go To Line and the error list's jump put the caret at the start of the
+    // line; the jump takes the first editor on the source, the last line for one behind the end.
     void goToLineMovesTheCaretOrSaysWhy()
     {
         Session s;
@@ -343,6 +415,13 @@ private slots:
         }
         QCOMPARE(s.f.boxes.boxes.size(), 1);
         QCOMPARE(s.f.boxes.boxes.last().text, QString("Please Enter an Integer (1 .. 999999999) !"));
+
+        QVERIFY(s.Open("prog.asm") != editor);
+        for (const auto& [line, caret] : {std::pair{2, 4}, {99, 8}}) {   // line from 1, caret afterwards
+            s.form.Documents->ShowLine(s.folder.Path("prog.asm"), "prog.asm", line);
+            QVERIFY(ActiveEditor() == editor && s.form.focusWidget() == editor->Text);
+            QVERIFY(editor->SelStart() == caret && editor->SelLength() == 0);
+        }
     }
 
     // The parts of a line are the colouring test's; here: drawn lines take
