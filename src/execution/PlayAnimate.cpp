@@ -48,6 +48,8 @@ void Debugger::LetEventsRun()
 
 void Debugger::Play()
 {
+    if (!BoardFound())
+        return;
     BeginRun(true);
     // A board's step takes milliseconds: events run after each. Simulated
     // steps are let through to the events about as often as a screen shows a
@@ -84,6 +86,8 @@ void Debugger::Play()
 
 void Debugger::Animate()
 {
+    if (!BoardFound())
+        return;
     BeginRun(false);
     while (!RunStopped) {
         if (!PlayFirstStep && HasBreakpoint(CpuRegisters.PC)) {
