@@ -100,7 +100,7 @@ private slots:
         for (const auto& row : rows) {
             std::string source;
             if (row.file) {
-                QFile f(QFINDTESTDATA(QString("../../../examples/") + row.file));
+                QFile f(QFINDTESTDATA(QString("../../examples/") + row.file));
                 QVERIFY2(f.open(QIODevice::ReadOnly), row.file);
                 source = f.readAll().toStdString();
             } else {
