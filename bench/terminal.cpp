@@ -3,8 +3,9 @@
 // byte it receives. The terminal window shows what comes.
 //
 // Unpaced (--fast, the line at the host's speed) this gives the sustained rate
-// the terminal takes, and how late a 10 ms timer is served meanwhile: the
-// flood must leave the rest of the program responsive. At the wire's pace (--paced) every byte is checked to
+// the terminal takes, how late a 10 ms timer is served meanwhile and the
+// processor time the program spends: the flood must leave the rest of the
+// program responsive. At the wire's pace (--paced) every byte is checked to
 // come once and in order, and keys typed into the window during the run are
 // timed until their echo is back (median and maximum): the round trip is an
 // upper bound of the time a key takes to reach the board. The paced run lasts
@@ -17,6 +18,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <ctime>
 #include <deque>
 
 #include "BenchFigures.h"
@@ -110,6 +112,7 @@ struct Run {
     int screenLines = 0;
     int backlog = 0;       // bytes still in the receive buffer at the end
     double worstTimerLatenessMs = 0;
+    double cpuSecondsPerSecond = 0;
     Keys keys;
 };
 
@@ -155,6 +158,7 @@ Run FreeRun(const QStringList& arguments, int seconds, bool typeKeys)
         QElapsedTimer clock;
         clock.start();
         const TimerLateness lateness;
+        const std::clock_t cpuStart = std::clock();
         QEventLoop loop;
         // The last key has half a second for its echo.
         QTimer::singleShot(seconds * 1000 - 500, &typing, &QTimer::stop);
@@ -162,6 +166,8 @@ Run FreeRun(const QStringList& arguments, int seconds, bool typeKeys)
         loop.exec();
         result.bytesPerSecond = static_cast<double>(received) / (static_cast<double>(clock.nsecsElapsed()) / 1e9);
         result.worstTimerLatenessMs = lateness.WorstMs();
+        result.cpuSecondsPerSecond = static_cast<double>(std::clock() - cpuStart) / CLOCKS_PER_SEC /
+                                     (static_cast<double>(clock.nsecsElapsed()) / 1e9);
         result.streamFaults = stream.faults;
         result.backlog = form.MSComm.InBufferCount();
         QStringList lines = terminal->RichText->toPlainText().split(QLatin1Char('\n'));
@@ -227,6 +233,7 @@ int main(int argc, char* argv[])
     Print("terminal_broken_lines", fast.brokenLines, "lines");
     Print("terminal_screen_lines", fast.screenLines, "lines");
     Print("terminal_flood_event_latency_ms", fast.worstTimerLatenessMs, "ms");
+    Print("terminal_flood_cpu_s_per_s", fast.cpuSecondsPerSecond, "s/s");
     Print("terminal_paced_bytes_per_s", paced.bytesPerSecond, "bytes/s");
     Print("terminal_paced_lost_or_reordered", static_cast<double>(paced.streamFaults), "bytes");
     Print("terminal_paced_broken_lines", paced.brokenLines, "lines");
