@@ -46,8 +46,6 @@ public:
     // window that redraws less often than bytes come takes it at each redraw.
     // Clear and SetMode start afresh from an empty text.
     Change TakeChanges();
-    // The change that earlier, then later, make together.
-    static Change Merged(const Change& earlier, const Change& later);
 
     const QString& Text() const { return text_; }
     int Caret() const { return caret_; }
@@ -65,6 +63,8 @@ private:
     void Replace(int pos, int count, const QString& s);
     void FindCaretLine();
     Change TrimAndReport();
+    // The change that earlier, then later, make together.
+    static Change Merged(const Change& earlier, const Change& later);
 
     int maxLines_;
     Mode mode_ = Mode::Ascii;
