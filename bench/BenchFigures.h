@@ -1,6 +1,7 @@
 // What the serial-line benchmarks share: the board emulator's program, a mean
-// time over rounds, a figure printed as "name: value unit", and the count of
-// failures that the program reported in message boxes.
+// time over rounds, a figure printed as "name: value unit", the count of
+// failures that the program reported in message boxes, and how late a timer
+// is served while the program is busy.
 #pragma once
 
 #include "platform/widgets/MsgBox.h"
@@ -8,6 +9,8 @@
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QString>
+#include <QTimer>
+#include <algorithm>
 #include <cstdio>
 
 inline QString BoardProgram()
@@ -51,3 +54,28 @@ inline void CountMessageBoxesAsFailures(int& failures)
         return MbResultOk;
     });
 }
+
+// A 10 ms timer that runs while it lives: the worst lateness of its ticks is
+// the longest that any event waited for the event loop meanwhile.
+class TimerLateness {
+public:
+    static constexpr int IntervalMs = 10;
+
+    TimerLateness()
+    {
+        timer_.setTimerType(Qt::PreciseTimer);
+        QObject::connect(&timer_, &QTimer::timeout, [this] {
+            const double gapMs = static_cast<double>(clock_.nsecsElapsed()) / 1e6;
+            clock_.start();
+            worstMs_ = std::max(worstMs_, gapMs - IntervalMs);
+        });
+        clock_.start();
+        timer_.start(IntervalMs);
+    }
+    double WorstMs() const { return worstMs_; }
+
+private:
+    QTimer timer_;
+    QElapsedTimer clock_;
+    double worstMs_ = 0;
+};

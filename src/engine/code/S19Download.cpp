@@ -41,6 +41,8 @@ DownloadResult DownloadMachineCode(TargetLink& link, const QString& path, Downlo
         S1Record record = ReadS1Line(line);
         if (record.kind == S1Record::Kind::NoData)
             return Failure(QStringLiteral("S1 record without data in line %1").arg(lineNumber));
+        if (record.kind == S1Record::Kind::Truncated)
+            return Failure(QStringLiteral("S1 record shorter than its byte count in line %1").arg(lineNumber));
         if (record.kind == S1Record::Kind::Good) {
             // The monitor and the simulator would both wrap into the save area at $0000.
             if (!S1RecordFits(record))

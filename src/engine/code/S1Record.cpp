@@ -20,13 +20,13 @@ S1Record ReadS1Line(const QByteArray& line)
     qsizetype length = text.size();
     while (length > 0 && (text[length - 1] == u'\n' || text[length - 1] == u'\r'))
         --length;
-    // Count, address, data and checksum: two digits for each counted byte.
-    if (byteCount < 3 || length < 4 + 2 * byteCount) {
-        record.kind = S1Record::Kind::Malformed;
+    if (byteCount <= 3) {
+        record.kind = S1Record::Kind::NoData;
         return record;
     }
-    if (byteCount == 3) {
-        record.kind = S1Record::Kind::NoData;
+    // Count, address, data and checksum: two digits for each counted byte.
+    if (length < 4 + 2 * byteCount) {
+        record.kind = S1Record::Kind::Truncated;
         return record;
     }
     record.Address = HexAt(text, 4, 4);

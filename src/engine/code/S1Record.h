@@ -2,9 +2,11 @@
 // that begin with "S1" (upper case) are records; everything else (S0, S9,
 // blanks, other text) is passed over. Digits are read by fixed columns with
 // HexToLong, so a lower-case or stray character adds nothing and the
-// one's-complement checksum then decides. A line too short for its byte count
-// is refused outright: its missing digits would read as zeros, and a line
-// such as "S1FF" would pass as 252 zero bytes at $0000.
+// one's-complement checksum then decides. A record without data (a byte count
+// of 3 or less) and a line too short for its byte count are refused and end
+// the download: their missing digits would read as zeros, a line such as
+// "S1FF" would pass as 252 zero bytes at $0000, and a cut line means a damaged
+// file that the user must hear of.
 //
 //   columns 1-2 "S1", 3-4 byte count (data bytes + 3), 5-8 load address,
 //   then two digits per data byte, then two for the checksum.
@@ -19,8 +21,8 @@ struct S1Record {
     enum class Kind {
         NotARecord,    // the line does not begin with "S1"
         NoData,        // a byte count of 3 or less: nothing to write
+        Truncated,     // fewer digits than the byte count says
         BadChecksum,   // skipped without a word
-        Malformed,     // byte count below 3, or fewer digits than it says: skipped like a bad checksum
         Good,
     };
     Kind kind = Kind::NotARecord;

@@ -56,6 +56,10 @@ private:
     bool EmulatedReturn();
     // Writes SP to the save area; false if the write failed.
     bool WriteSaveAreaSP();
+    // FindBoard at the start of every command: a board that stopped answering
+    // and answers again is used at once, whatever the last failure left in
+    // BoardConnected. False (the failure told) when it is not there.
+    bool BoardFound();
     // The decoder reads ProgramBuffer only: a PC outside it is read in first.
     bool ProgramBufferAtPC();
     // Simulator Step Over and Step Out: Play until the temporary breakpoint

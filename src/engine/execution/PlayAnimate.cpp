@@ -1,8 +1,8 @@
 // Play and Animate: host loops over Step Into that test the breakpoints
-// before each step but the first, let events run so that Pause can reach
-// them, and stop at the first failed exchange rather than repeat its
-// message at every step. Play keeps the windows still; Animate redraws
-// everything and takes at least 100 ms a step.
+// before each step but the first, let events run so that Pause, timers and
+// keys reach the program every few milliseconds, and stop at the first failed
+// exchange rather than repeat its message at every step. Play keeps the
+// windows still; Animate redraws everything and takes at least 100 ms a step.
 #include "engine/state/TargetState.h"
 #include "engine/execution/Breakpoints.h"
 #include "engine/execution/StepPlan.h"
@@ -14,7 +14,7 @@
 
 namespace {
 constexpr std::uint32_t AnimateStepMs = 100;
-constexpr std::uint32_t SimulatorEventMs = 10;
+constexpr std::uint32_t EventPassMs = 10;
 }  // namespace
 
 void Debugger::BeginRun(bool play)
@@ -48,11 +48,13 @@ void Debugger::LetEventsRun()
 
 void Debugger::Play()
 {
+    if (!BoardFound())
+        return;
     BeginRun(true);
     // A board's step takes milliseconds: events run after each. Simulated
     // steps are let through to the events about as often as a screen shows a
     // new picture, which is as often as Pause or the clock panel can be seen.
-    stepping::EventPump pump = TargetMode == SimulatorMode ? stepping::EventPump(64, SimulatorEventMs)
+    stepping::EventPump pump = TargetMode == SimulatorMode ? stepping::EventPump(64, EventPassMs)
                                                            : stepping::EventPump(1, 0);
     while (!RunStopped) {
         if (!PlayFirstStep && HasBreakpoint(CpuRegisters.PC)) {
@@ -84,7 +86,10 @@ void Debugger::Play()
 
 void Debugger::Animate()
 {
+    if (!BoardFound())
+        return;
     BeginRun(false);
+    stepping::EventPump pump(1, EventPassMs);
     while (!RunStopped) {
         if (!PlayFirstStep && HasBreakpoint(CpuRegisters.PC)) {
             RunStopped = true;
@@ -94,9 +99,12 @@ void Debugger::Animate()
             const std::uint32_t start = GetTickCount();
             // MakeStep refreshes every open window while AnimateActive is set.
             StepOne();
-            // The rest of the step's 100 ms passes without events: Pause waits for it.
-            while (GetTickCount() - start < AnimateStepMs)
+            // The rest of the step's 100 ms: events go on meanwhile, and Pause ends the wait.
+            while (!RunStopped && GetTickCount() - start < AnimateStepMs) {
+                if (pump.Due())
+                    LetEventsRun();
                 std::this_thread::sleep_for(std::chrono::microseconds(500));
+            }
             PlayFirstStep = false;
             if (!BoardConnected)
                 RunStopped = true;

@@ -75,6 +75,12 @@ bool Debugger::EmulatedReturn()
     return true;
 }
 
+bool Debugger::BoardFound()
+{
+    link_.FindBoard();
+    return BoardConnected;
+}
+
 bool Debugger::ProgramBufferAtPC()
 {
     if (stepping::OutsideProgramBuffer(CpuRegisters.PC)) {
@@ -90,7 +96,8 @@ void Debugger::StepInto()
 {
     // A step command is a move of its own; Play's steps belong to their run.
     NoteTargetMoves();
-    StepOne();
+    if (BoardFound())
+        StepOne();
 }
 
 void Debugger::StepOne()
@@ -132,6 +139,8 @@ void Debugger::StepOne()
 void Debugger::StepOver()
 {
     NoteTargetMoves();
+    if (!BoardFound())
+        return;
     StepExecute = StepPlain = true;
     StepOverActive = StepOutActive = false;
     if (TargetMode == BoardMode) {
@@ -167,6 +176,8 @@ void Debugger::StepOver()
 void Debugger::StepOut()
 {
     NoteTargetMoves();
+    if (!BoardFound())
+        return;
     if (TargetMode == BoardMode) {
         link_.InStack();
         if (!BoardConnected)

@@ -100,4 +100,5 @@ private:
 
     LinkReports& reports_;
     TargetBytesReader reader_;   // built once: Play asks for it at every step
+    bool unanswered_ = false;    // the last exchange failed: the panel says so
 };

@@ -10,6 +10,7 @@
 #include "engine/link/TargetMemoryAccess.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 bool CountFits(int count, std::size_t available, int most)
@@ -26,12 +27,16 @@ bool TargetLink::Exchange(const QByteArray& frame, const ExchangeRules& rules, Q
     const ExchangeResult result = RunExchange(MSComm, frame, rules, reply, abandoned);
     if (result == ExchangeResult::Valid) {
         BoardConnected = true;
+        // The first answer after a failure puts the panel back to the board's state.
+        if (std::exchange(unanswered_, false))
+            BoardStatus();
         return true;
     }
     // The caller gave the wait up itself and says what that means.
     if (result == ExchangeResult::Abandoned)
         return false;
     BoardConnected = false;
+    unanswered_ = true;
     BoardStatus();
     reports_.LinkFailed(result == ExchangeResult::NoResponse ? LinkFailure::NoResponse : LinkFailure::InvalidData, {});
     MSComm.SetInBufferCount(0);

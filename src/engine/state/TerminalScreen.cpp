@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <utility>
 
 namespace {
 QString FreshHexRow()
@@ -31,6 +32,7 @@ void TerminalScreen::Clear()
     caret_ = lineStart_ = lineEnd_ = lineFeeds_ = 0;
     hexColumn_ = 0;
     hexRowStart_ = 0;
+    untaken_ = {};
 }
 
 TerminalScreen::Change TerminalScreen::Display(const QByteArray& bytes, bool simulatorMode)
@@ -45,7 +47,26 @@ TerminalScreen::Change TerminalScreen::Display(const QByteArray& bytes, bool sim
         else
             HexStep(b);
     }
-    return TrimAndReport();
+    const Change change = TrimAndReport();
+    untaken_ = Merged(untaken_, change);
+    return change;
+}
+
+TerminalScreen::Change TerminalScreen::TakeChanges()
+{
+    // Nothing untaken: a replacement from the end by nothing.
+    return std::exchange(untaken_, Change{false, 0, static_cast<int>(text_.size())});
+}
+
+TerminalScreen::Change TerminalScreen::Merged(const Change& earlier, const Change& later)
+{
+    if (earlier.whole || later.whole)
+        return {true, 0, 0};
+    // The later drop takes the unchanged head first; once it reaches into
+    // what the earlier change rewrote, everything from there is new.
+    const int droppedUnchanged = std::min(later.droppedHead, earlier.from);
+    return {false, earlier.droppedHead + droppedUnchanged,
+            std::min(earlier.from - droppedUnchanged, later.from)};
 }
 
 void TerminalScreen::Replace(int pos, int count, const QString& s)

@@ -42,6 +42,10 @@ public:
 
     // One step per byte, in order; the simulator's link passes only the first.
     Change Display(const QByteArray& bytes, bool simulatorMode = false);
+    // What all the Displays since the last call changed, as one Change: a
+    // window that redraws less often than bytes come takes it at each redraw.
+    // Clear and SetMode start afresh from an empty text.
+    Change TakeChanges();
 
     const QString& Text() const { return text_; }
     int Caret() const { return caret_; }
@@ -59,6 +63,8 @@ private:
     void Replace(int pos, int count, const QString& s);
     void FindCaretLine();
     Change TrimAndReport();
+    // The change that earlier, then later, make together.
+    static Change Merged(const Change& earlier, const Change& later);
 
     int maxLines_;
     Mode mode_ = Mode::Ascii;
@@ -74,4 +80,5 @@ private:
     // Within one Display: the lowest position changed, and whether all was.
     int dirtyFrom_ = 0;
     bool cleared_ = false;
+    Change untaken_;   // since the last TakeChanges
 };

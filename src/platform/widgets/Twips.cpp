@@ -4,6 +4,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -22,7 +23,17 @@ double DpiY()
 }
 }  // namespace
 
-int TwipsToPixelsX(double twips) { return static_cast<int>(std::lround(twips * DpiX() / TwipsPerInch)); }
-int TwipsToPixelsY(double twips) { return static_cast<int>(std::lround(twips * DpiY() / TwipsPerInch)); }
+namespace {
+// A stored number may be anything: far beyond every screen, or not a number.
+int ToPixels(double twips, double dpi)
+{
+    constexpr double Farthest = 1e7;
+    const double pixels = twips * dpi / TwipsPerInch;
+    return std::isfinite(pixels) ? static_cast<int>(std::lround(std::clamp(pixels, -Farthest, Farthest))) : 0;
+}
+}  // namespace
+
+int TwipsToPixelsX(double twips) { return ToPixels(twips, DpiX()); }
+int TwipsToPixelsY(double twips) { return ToPixels(twips, DpiY()); }
 double PixelsToTwipsX(int pixels) { return pixels * TwipsPerInch / DpiX(); }
 double PixelsToTwipsY(int pixels) { return pixels * TwipsPerInch / DpiY(); }

@@ -35,6 +35,8 @@ frmSerial::frmSerial(frmMain& main) : ToolWindow(main, QStringLiteral("Serial Te
     RichText->installEventFilter(this);
     RichText->viewport()->installEventFilter(this);
     screen_.Beep = [] { QApplication::beep(); };
+    redraw_.setSingleShot(true);
+    connect(&redraw_, &QTimer::timeout, this, &frmSerial::Draw);
 }
 
 frmSerial::~frmSerial()
@@ -61,7 +63,20 @@ void frmSerial::resizeEvent(QResizeEvent*)
 
 void frmSerial::Display(const QByteArray& InData)
 {
-    const TerminalScreen::Change change = screen_.Display(InData, TargetMode == SimulatorMode);
+    screen_.Display(InData, TargetMode == SimulatorMode);
+    if (redraw_.isActive())
+        return;
+    const qint64 wait = sinceDrawn_.isValid() ? RedrawMs - sinceDrawn_.elapsed() : 0;
+    if (wait > 0)
+        redraw_.start(static_cast<int>(wait));
+    else
+        Draw();
+}
+
+void frmSerial::Draw()
+{
+    sinceDrawn_.start();
+    const TerminalScreen::Change change = screen_.TakeChanges();
     if (change.whole) {
         RichText->setPlainText(screen_.Text());
     } else {

@@ -231,7 +231,7 @@ void ListWindow::WriteBytes(std::int32_t address, const std::vector<std::uint8_t
 void ListWindow::mnuEnter()
 {
     const int row = SelectedRow();
-    if (ValueColumnWidth() == 0 || row < 0 || ReadOnly(row))
+    if ((ValueColumnWidth() == 0 && !traits_.entryWhenCleared) || row < 0 || ReadOnly(row))
         return;
     StopTimer();
     EntryAccepted = false;

@@ -6,7 +6,8 @@
 // acts on a row that has gone.
 //
 // The width of the value column is the window's state: 0 means cleared, and
-// every operation that needs a live value tests it first.
+// every operation that needs a live value tests it first (value entry only
+// where the window's traits say so).
 #pragma once
 
 #include "ui/views/ToolWindow.h"
@@ -46,6 +47,9 @@ protected:
         bool autoRefresh;   // has mnuAutoRefresh and drives tmrRefresh
         int popupHelp;      // help context of mnuPopupViewEnter; the format entries follow
         int entryHelp;      // help context of the value dialog
+        // The value dialog opens on a cleared window too: a value can be
+        // written to the target when its reading failed.
+        bool entryWhenCleared = false;
     };
     ListWindow(frmMain& main, const QString& caption, const QString& placementPrefix, Traits traits);
 

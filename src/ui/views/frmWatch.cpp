@@ -26,7 +26,7 @@ QWidget* CreateWatch(frmMain& main)
 }
 
 frmWatch::frmWatch(frmMain& main)
-    : ListWindow(main, QStringLiteral("Watch Window"), QStringLiteral("Watch"), {true, WatchPopupHelp, EntryHelp})
+    : ListWindow(main, QStringLiteral("Watch Window"), QStringLiteral("Watch"), {true, WatchPopupHelp, EntryHelp, true})
 {
 }
 

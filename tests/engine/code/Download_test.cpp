@@ -110,10 +110,11 @@ private slots:
              {0x0A, 0x0A, 0x0D, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}},
             {"S1040010EB00;x", Kind::Good, 0x10, {0xEB}},       {"S1040010EB01", Kind::BadChecksum, 0x10, {0xEB}},
             {"S1040010eb00", Kind::BadChecksum, 0x10, {0}},     {"S1040010E?00", Kind::BadChecksum, 0x10, {0x0E}},
-            {"S1040010EB0x", Kind::Good, 0x10, {0xEB}},         {"S1040010EB\r\n", Kind::Malformed, 0, {}},
-            {"S1060010E", Kind::Malformed, 0, {}},              {"S1030000FC", Kind::NoData, 0, {}},
-            {"S1FF", Kind::Malformed, 0, {}},                   {"S1020000FD", Kind::Malformed, 0, {}},
-            {"S1", Kind::Malformed, 0, {}},                     {"S1\xFF\x01", Kind::Malformed, 0, {}},
+            {"S1040010EB0x", Kind::Good, 0x10, {0xEB}},         {"S1040010EB\r\n", Kind::Truncated, 0, {}},
+            {"S1060010E", Kind::Truncated, 0, {}},              {"S1030000FC", Kind::NoData, 0, {}},
+            {"S1FF", Kind::Truncated, 0, {}},                   {"S1020000FD", Kind::NoData, 0, {}},
+            {"S100", Kind::NoData, 0, {}},                      {"S1", Kind::NoData, 0, {}},
+            {"S1\xFF\x01", Kind::NoData, 0, {}},
             {"S9030000FC", Kind::NotARecord, 0, {}},            {"s1040010EB00", Kind::NotARecord, 0, {}},
             {"", Kind::NotARecord, 0, {}},                      {" S1040010EB00", Kind::NotARecord, 0, {}}};
         for (const auto& [line, kind, address, data] : rows) {
@@ -147,23 +148,29 @@ private slots:
     {
         QByteArray lowerCase = S1(0x0120, {0xAB, 0xCD});
         lowerCase.replace("ABCD", "abcd");
-        EngineRun run(S1(0x0100, {0x11, 0x22}) + S1(0x0110, {0x33}, 1) + lowerCase + "S1050130AA\n" + "S1FF\n" +
-                      QByteArray("S1\xFF\x00\x01\n", 6) + S1(0x0140, {0x44}) + S1(0x0101, {0x99}));
+        EngineRun run(S1(0x0100, {0x11, 0x22}) + S1(0x0110, {0x33}, 1) + lowerCase + S1(0x0140, {0x44}) +
+                      S1(0x0101, {0x99}));
         const DownloadResult result = run.Go();
         QVERIFY(result.kind == DownloadResult::Kind::Ended && result.written);
         QCOMPARE(run.records, QStringList({"Address = $0100 2 bytes", "Address = $0140 1 byte",
                                            "Address = $0101 1 byte"}));
         QCOMPARE(TargetMemory[0x0100], std::uint8_t(0x11));
         QCOMPARE(TargetMemory[0x0101], std::uint8_t(0x99));   // a later record overwrites
-        for (int skipped : {0x0110, 0x0120, 0x0130, 0x0000})   // a short line writes no zeros
+        for (int skipped : {0x0110, 0x0120})
             QCOMPARE(TargetMemory[skipped], std::uint8_t(0x5A));
         QCOMPARE(TargetMemory[0x0140], std::uint8_t(0x44));
     }
 
     void refusedRecordsAndCancelEndTheRun()
     {
+        // A record without data, or cut short, must not pass for zeros nor vanish without a word.
         const std::pair<QByteArray, const char*> refused[] = {
             {"S1030000FC\n", "S1 record without data in line 2"},
+            {"S100\n", "S1 record without data in line 2"},
+            {"S1020000FD\n", "S1 record without data in line 2"},
+            {"S1FF\n", "S1 record shorter than its byte count in line 2"},
+            {"S1050130AA\n", "S1 record shorter than its byte count in line 2"},
+            {"S1040010EB\r\n", "S1 record shorter than its byte count in line 2"},
             {S1(0xFFFF, {0x01, 0x02}), "S1 record past $FFFF in line 2"}};
         for (const auto& [line, message] : refused) {
             EngineRun run(S1(0x0100, {0x11}) + line + S1(0x0200, {0x22}) + S1(0xFFFE, {0xE0, 0x00}));

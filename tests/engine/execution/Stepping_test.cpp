@@ -178,6 +178,32 @@ private slots:
         QCOMPARE(f.reports.state, LinkState::NotResponding);
     }
 
+    // A board that hung for one step and answers again: the next command of
+    // any kind steps, with PC still inside the program bytes read before.
+    void aBoardThatAnswersAgainIsSteppedByTheNextCommand()
+    {
+        const std::pair<const char*, void (Debugger::*)()> commands[] = {{"Step Into", &Debugger::StepInto},
+            {"Step Over", &Debugger::StepOver}, {"Play", &Debugger::Play}, {"Animate", &Debugger::Animate}};
+        for (const auto& [name, command] : commands) {
+            DebuggerFixture f(false);
+            ScriptedMonitor board(f.line);
+            CpuRegisters.PC = 0x2000;
+            Poke(board.memory, 0x2000, {0x4C, 0x4C, 0x20, 0xFC});   // INCA; INCA; BRA back
+            AddBreakpoint(0x2002);   // where Play and Animate stop
+            board.answerSteps = false;
+            std::uint32_t now = 0;
+            const auto clock = SetTickCountSource([&now] { return now += 50; });
+            f.debugger.StepInto();
+            SetTickCountSource(clock);
+            board.answerSteps = true;
+            (f.debugger.*command)();
+            QVERIFY2(board.steps.size() == 2, name);
+            QVERIFY2(CpuRegisters.PC == 0x2002, name);
+            QVERIFY2(f.reports.failures.size() == 1 && BoardConnected, name);
+            QVERIFY2(f.reports.state == LinkState::Ready, name);   // the panel no longer says Not Responding
+        }
+    }
+
     void aResetReportDuringPlayGoesOnFromTheResetVector()
     {
         DebuggerFixture f(false);

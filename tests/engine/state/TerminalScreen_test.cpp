@@ -94,7 +94,8 @@ private slots:
     }
 
     // Random traffic in both modes with a small cap: the window's mirror
-    // follows, the line count stays bounded, and the newest text survives.
+    // follows, whether it draws every block or takes the changes of several
+    // at once; the line count stays bounded, and the newest text survives.
     void changesKeepTheMirrorAndTheCap()
     {
         for (auto mode : {TerminalScreen::Mode::Ascii, TerminalScreen::Mode::Hex}) {
@@ -102,7 +103,7 @@ private slots:
             screen.SetMode(mode);
             std::mt19937 random(7);
             const char alphabet[] = "abcdefgh\r\n\n\t\x08\x08 xyz";
-            QString mirror;
+            QString mirror, drawn;
             for (int block = 0; block < 400; ++block) {
                 QByteArray bytes;
                 for (int n = random() % 40; n > 0; --n)
@@ -111,6 +112,10 @@ private slots:
                     bytes += '\x0c';
                 mirror = Apply(mirror, screen, screen.Display(bytes));
                 QCOMPARE(mirror, screen.Text());
+                if (random() % 5 == 0) {
+                    drawn = Apply(drawn, screen, screen.TakeChanges());
+                    QCOMPARE(drawn, screen.Text());
+                }
                 QVERIFY(screen.LineCount() <= 20 + 20 / 8 + 1);
                 QVERIFY(screen.Caret() >= 0 && screen.Caret() <= screen.Text().size());
             }

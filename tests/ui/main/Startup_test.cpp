@@ -7,10 +7,14 @@
 #include "support/MainFormFixture.h"
 
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
+
+#include <array>
 
 namespace {
 // A child whose user answers Cancel to the closing question.
@@ -20,6 +24,15 @@ protected:
 };
 
 const QString PortError = "HC11 Board: Communication Port Error !";
+
+// The top edge lies on the area with a piece of it that the mouse can take,
+// and the window is no larger than the area.
+bool Reachable(const QRect& frame, const QRect& area)
+{
+    const int overlap = std::min(frame.right(), area.right()) - std::max(frame.left(), area.left()) + 1;
+    return frame.top() >= area.top() && frame.top() <= area.bottom() && overlap >= std::min(frame.width(), 100) &&
+           frame.width() <= area.width() && frame.height() <= area.height();
+}
 }  // namespace
 
 class StartupTest : public QObject {
@@ -91,6 +104,42 @@ private slots:
         for (const auto& [key, value] : saved)
             QCOMPARE(GetSetting("Settings", key), QString(value));
         QCOMPARE(GetSetting("Windows", "MainState"), QString("2"));
+    }
+
+    // A placement from a screen that is gone, or edited by hand, must not
+    // hide a window at this start nor at a later one; one that fits stays.
+    void placementsAreKeptOnTheScreen()
+    {
+        const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+        const char* const keys[] = {"MainLeft", "MainTop", "MainWidth", "MainHeight"};
+        const std::array<const char*, 4> rows[] = {{"-99999999", "0", "9000", "6000"},
+                                                   {"99999999", "99999999", "9000", "6000"},
+                                                   {"0", "-5000", "1e30", "nan"},
+                                                   {"1500", "1500", "6000", "4500"}};
+        for (const auto& row : rows) {
+            MainFormFixture f;
+            SaveSetting("Windows", "MainState", "0");
+            for (int i = 0; i < 4; ++i)
+                SaveSetting("Windows", keys[i], row[i]);
+            frmMain& form = f.Start();
+            form.show();
+            const QRect fits(TwipsToPixelsX(1500), TwipsToPixelsY(1500), TwipsToPixelsX(6000), TwipsToPixelsY(4500));
+            const QRect frame(form.pos(), form.size());
+            QVERIFY2(row[0] == QString("1500") ? frame == fits : Reachable(frame, area), row[0]);
+            form.move(area.bottomRight() + QPoint(5000, 5000));   // its screen is unplugged
+            form.close();
+            int stored[4];
+            for (int i = 0; i < 4; ++i)
+                stored[i] = (i % 2 ? TwipsToPixelsY : TwipsToPixelsX)(GetSetting("Windows", keys[i]).toDouble());
+            QVERIFY2(Reachable(QRect(stored[0], stored[1], stored[2], stored[3]), area), row[0]);
+        }
+        // A tool window is kept inside the main window's client area.
+        MainFormFixture f;
+        SaveSetting("Windows", "WatchLeft", "-99999999");
+        frmMain& form = f.Start();
+        form.show();
+        QWidget* watch = form.LoadWindow("frmWatch");
+        QVERIFY(Reachable(watch->parentWidget()->geometry(), form.mdiArea()->viewport()->rect()));
     }
 
     void cancelledChildKeepsTheProgramAndTheSettings()

@@ -167,6 +167,18 @@ private slots:
         QCOMPARE(f.boxes.boxes.size(), 2);
         QCOMPARE(Watches(form)->Label(1), QString("$0206"));
         QCOMPARE(Watches(form)->Cell(1), QString());
+
+        // The board is back: Enter on the cleared window still takes a value,
+        // writes it, and the refresh brings the values back.
+        answers = 100;
+        Watches(form)->SelectRow(1);
+        {
+            ModalPlayer player([](QDialog& dialog) { TypeAndPressOK(dialog, "Text", "$1234"); });
+            Watches(form)->mnuEnter();
+        }
+        QCOMPARE(monitor.memory[0x0206] * 256 + monitor.memory[0x0207], 0x1234);
+        QCOMPARE(Watches(form)->Cell(1), QString("$1234"));
+        QCOMPARE(f.boxes.boxes.size(), 2);
     }
 
 private:
