@@ -9,6 +9,9 @@ namespace {
 // as SWI. After WAI the frame is on the stack already.
 constexpr int InterruptEntryCycles = 14;
 constexpr int WakeFromWaitCycles = 4;
+// On the chip: WAI's opcode fetch and stacking, then the vector fetch that ends the wait.
+constexpr int WaiStackingCycles = 12;
+constexpr int VectorFetchCycles = 2;
 } // namespace
 
 const Cpu::Decoded& Cpu::Decode(std::uint8_t first, std::uint8_t second)
@@ -58,6 +61,8 @@ int Cpu::Step()
         start = 2;
     }
     const Decoded& op = Decode(bytes[0], bytes[1]);
+    if (onChip_ && !op.legal)
+        return TrapIllegalOpcode(std::uint16_t(pc));
     for (int i = start; i < op.length; ++i)
         bytes[i] = Read(pc + i);
     return Run(op, bytes + start);
@@ -70,7 +75,8 @@ int Cpu::Execute(const std::uint8_t* bytes)
 
 int Cpu::ServeInterrupt(std::uint16_t vector, bool xirq)
 {
-    const int spent = state_ == RunState::Waiting ? WakeFromWaitCycles : InterruptEntryCycles;
+    const int wake = onChip_ ? VectorFetchCycles : WakeFromWaitCycles;
+    const int spent = state_ == RunState::Waiting ? wake : InterruptEntryCycles;
     if (state_ != RunState::Waiting)
         PushFrame();
     regs.ccr |= ccr::I | (xirq ? ccr::X : 0);
@@ -78,6 +84,16 @@ int Cpu::ServeInterrupt(std::uint16_t vector, bool xirq)
     state_ = RunState::Running;
     cycles += spent;
     return spent;
+}
+
+int Cpu::TrapIllegalOpcode(std::uint16_t at)
+{
+    regs.pc = at;
+    PushFrame();
+    regs.ccr |= ccr::I;
+    regs.pc = Read16(IllegalOpcodeVector);
+    cycles += InterruptEntryCycles;
+    return InterruptEntryCycles;
 }
 
 void Cpu::PushFrame()
@@ -319,6 +335,10 @@ int Cpu::Run(const Decoded& op, const std::uint8_t* operand)
     case M::WAI:
         PushFrame();
         state_ = RunState::Waiting;
+        if (onChip_) {
+            cycles += WaiStackingCycles;
+            return WaiStackingCycles;
+        }
         break;
     case M::STOP:
         if (!(cc & ccr::S))   // with S set, STOP is disabled and runs as a NOP

@@ -10,8 +10,9 @@
 //    program themselves.
 //
 // Any byte sequence runs as something: an illegal opcode is a no-op of its
-// decoded length (1, or 2 behind a prefix) that counts no cycles. No call
-// loops: WAI and STOP leave the core in a state the caller sees.
+// decoded length (1, or 2 behind a prefix) that counts no cycles, unless the
+// core runs on the chip (SetOnChip), where it traps. No call loops: WAI and
+// STOP leave the core in a state the caller sees.
 #pragma once
 
 #include "hc11/InstructionSet.h"
@@ -49,6 +50,7 @@ enum class RunState : std::uint8_t {
 constexpr std::uint16_t IrqVector = 0xFFF2;
 constexpr std::uint16_t XirqVector = 0xFFF4;
 constexpr std::uint16_t SwiVector = 0xFFF6;
+constexpr std::uint16_t IllegalOpcodeVector = 0xFFF8;
 constexpr std::uint16_t ResetVector = 0xFFFE;
 
 class Cpu {
@@ -85,6 +87,15 @@ public:
     // I; 0 means none. Both stay as set until the owner changes them.
     void SetXirq(bool asserted) { xirq_ = asserted; }
     void SetMaskableRequest(std::uint16_t vector) { maskableVector_ = vector; }
+    std::uint16_t MaskableRequest() const { return maskableVector_; }
+    bool XirqAsserted() const { return xirq_; }
+
+    // On the chip, Step() does what the silicon does where the bare core
+    // keeps things simple: an illegal opcode traps through
+    // IllegalOpcodeVector with its own first byte's address stacked (14
+    // cycles, as SWI), and WAI counts the manual's 14 + n: 12 cycles when it
+    // stacks and 2 for the vector fetch when an interrupt ends the wait.
+    void SetOnChip(bool onChip) { onChip_ = onChip; }
 
 private:
     // The decoded form of one opcode, built once from the instruction table.
@@ -99,6 +110,7 @@ private:
 
     int Run(const Decoded& op, const std::uint8_t* operand);
     int ServeInterrupt(std::uint16_t vector, bool xirq);
+    int TrapIllegalOpcode(std::uint16_t at);
 
     std::uint8_t Read(unsigned address) { return bus_.Read(std::uint16_t(address)); }
     void Write(unsigned address, unsigned value) { bus_.Write(std::uint16_t(address), std::uint8_t(value)); }
@@ -131,6 +143,7 @@ private:
     RunState state_ = RunState::Running;
     bool xirq_ = false;
     std::uint16_t maskableVector_ = 0;
+    bool onChip_ = false;
 };
 
 // True when the branch condition of a relative branch holds for these
