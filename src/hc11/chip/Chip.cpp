@@ -3,6 +3,7 @@
 #include "hc11/chip/Interrupts.h"
 
 #include <algorithm>
+#include <initializer_list>
 
 namespace hc11::chip {
 
@@ -30,7 +31,8 @@ constexpr ResetValue PlainResetValues[] = {
 Chip::Chip(const ChipSetup& setup) : setup_(setup)
 {
     cpu_.SetOnChip(true);
-    protection_.specialMode = false;
+    for (Peripheral* peripheral : std::initializer_list<Peripheral*>{&timer_, &sci_, &ports_, &cop_})
+        AddPeripheral(*peripheral);
     ResetFrom(ResetCause::Pin);
 }
 
@@ -240,6 +242,10 @@ void Chip::Settle()
         next = std::min(next, peripheral->NextEvent());
         pending |= peripheral->PendingInterrupts();
     }
+    if (cop_.Failed()) {
+        ResetFrom(ResetCause::CopFailure);
+        return;
+    }
     const bool edgeSensitive = option_ & option::IRQE;
     if (edgeSensitive ? irqEdge_ : inputs_.irqAsserted)
         pending |= Bit(Source::Irq);
@@ -322,6 +328,35 @@ void Chip::SetInputs(const InputPins& inputs)
     for (Peripheral* peripheral : peripherals_)
         peripheral->PinsChanged(before, now);
     Settle();
+}
+
+std::uint8_t Chip::PinLevels(Port port)
+{
+    SyncAll();
+    switch (port) {
+    case Port::A: return timer_.PortAPins();
+    case Port::B: return ports_.PortBPins();
+    case Port::C: return ports_.PortCPins();
+    case Port::D: return ports_.PortDPins();
+    default: return ports_.PortEPins();
+    }
+}
+
+void Chip::SciReceive(const SciFrame& frame)
+{
+    const std::uint64_t now = Now();
+    sci_.AdvanceTo(now);
+    sci_.Receive(frame, now);
+    Settle();
+}
+
+std::vector<SciFrame> Chip::TakeSciOutput()
+{
+    sci_.AdvanceTo(Now());
+    std::vector<SciFrame> frames = sci_.TakeOutput();
+    for (SciFrame& frame : frames)
+        frame.endsAt += frozenCycles_;
+    return frames;
 }
 
 } // namespace hc11::chip

@@ -25,9 +25,13 @@
 #include "hc11/Cpu.h"
 #include "hc11/chip/OutsideDevice.h"
 #include "hc11/chip/OutsideWorld.h"
+#include "hc11/chip/Cop.h"
 #include "hc11/chip/Peripheral.h"
+#include "hc11/chip/Ports.h"
 #include "hc11/chip/RegisterMap.h"
+#include "hc11/chip/Sci.h"
 #include "hc11/chip/TimeProtection.h"
+#include "hc11/chip/Timer.h"
 
 #include <array>
 #include <cstdint>
@@ -81,6 +85,23 @@ public:
     const ChipSetup& Setup() const { return setup_; }
     const InputPins& Inputs() const { return inputs_; }
     void SetInputs(const InputPins& inputs);
+    // The levels on a port's pins now: outputs as driven, inputs as set.
+    enum class Port : std::uint8_t { A, B, C, D, E };
+    std::uint8_t PinLevels(Port port);
+
+    // ---- the SCI's line ----
+    // A character arrives on the receive line now; it is in the receiver a
+    // frame time at the programmed rate after the line is free.
+    void SciReceive(const SciFrame& frame);
+    void SciReceive(std::uint8_t byte) { SciReceive(SciFrame{byte}); }
+    // The characters sent since the last call, each with the Cycles() value
+    // at which its stop bit ended.
+    std::vector<SciFrame> TakeSciOutput();
+
+    // ---- the peripherals, for a host's closer look ----
+    const Timer& MainTimer() const { return timer_; }
+    const Sci& SerialInterface() const { return sci_; }
+    const Cop& Watchdog() const { return cop_; }
 
 private:
     class ChipBus final : public Bus {
@@ -154,6 +175,11 @@ private:
     std::uint8_t config_ = 0;
     bool optionWritten_ = false;
     bool initWritten_ = false;
+
+    Timer timer_{inputs_, protection_};
+    Sci sci_;
+    Ports ports_{inputs_};
+    Cop cop_{option_, config_};
 
     std::uint64_t frozenCycles_ = 0;
     std::uint64_t nextEvent_ = NoEvent;
