@@ -1,0 +1,47 @@
+// The whole chip for tests: programs assembled from source into its memory,
+// the registers by their offsets, and runs measured in E cycles.
+#pragma once
+
+#include "hc11/chip/Chip.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <string>
+
+struct ChipHarness {
+    hc11::chip::Chip chip;
+
+    explicit ChipHarness(const hc11::chip::ChipSetup& setup = {}) : chip(setup) {}
+
+    // Assembles the source into memory and resets the chip, which starts at
+    // the reset vector the source sets (or at $E000 when it sets none).
+    // Returns the assembler's errors, empty when there were none.
+    QString Load(const std::string& source);
+
+    std::uint8_t Reg(unsigned offset) { return chip.Peek(std::uint16_t(chip.RegisterBase() + offset)); }
+    void SetReg(unsigned offset, std::uint8_t value) { chip.Poke(std::uint16_t(chip.RegisterBase() + offset), value); }
+    std::uint16_t Word(std::uint16_t address)
+    {
+        return std::uint16_t(chip.Ram()[address] << 8 | chip.Ram()[std::uint16_t(address + 1)]);
+    }
+
+    // Moves a port A input pin now.
+    void SetPortAPin(std::uint8_t pin, bool high)
+    {
+        hc11::chip::InputPins pins = chip.Inputs();
+        pins.portA = std::uint8_t(high ? pins.portA | pin : pins.portA & ~pin);
+        chip.SetInputs(pins);
+    }
+
+    // Runs cycles E cycles on from now.
+    void Run(std::uint64_t cycles) { chip.RunUntil(chip.Cycles() + cycles); }
+    // Runs to E cycle `at` and moves a port A pin there.
+    void SetPortAPinAt(std::uint64_t at, std::uint8_t pin, bool high)
+    {
+        chip.RunUntil(at);
+        SetPortAPin(pin, high);
+    }
+    // Steps until PC is at address; false when limit cycles pass first.
+    bool RunTo(std::uint16_t address, std::uint64_t limit = 1'000'000);
+};
