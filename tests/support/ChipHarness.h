@@ -19,6 +19,13 @@ struct ChipHarness {
     // Returns the assembler's errors, empty when there were none.
     QString Load(const std::string& source);
 
+    // The CPU's own accesses, with their side effects (a status read arming a flag's clearing).
+    std::uint8_t CpuRead(unsigned offset) { return chip.CpuBus().Read(std::uint16_t(chip.RegisterBase() + offset)); }
+    void CpuWrite(unsigned offset, std::uint8_t value)
+    {
+        chip.CpuBus().Write(std::uint16_t(chip.RegisterBase() + offset), value);
+    }
+    // A debugger's look at a register, without side effects.
     std::uint8_t Reg(unsigned offset) { return chip.Peek(std::uint16_t(chip.RegisterBase() + offset)); }
     void SetReg(unsigned offset, std::uint8_t value) { chip.Poke(std::uint16_t(chip.RegisterBase() + offset), value); }
     std::uint16_t Word(std::uint16_t address)
