@@ -29,7 +29,7 @@ std::uint64_t Cop::NextEvent() const
 {
     if (!Enabled() || failed_)
         return NoEvent;
-    return resetAt_ + (clearedClock_ + TimeoutClocks()) * ClockCycles;
+    return resetAt_ + (clearedClock_ + 1 + TimeoutClocks()) * ClockCycles;
 }
 
 void Cop::AdvanceTo(std::uint64_t now)

@@ -1,8 +1,8 @@
 // The COP watchdog: enabled when CONFIG's NOCOP is clear, it fails unless a
 // program writes $55 and then $AA to COPRST before its time-out. Its clock is
 // E / 2^15 from a divider that runs from reset; CR1:CR0 in OPTION count 1,
-// 4, 16 or 64 of those clocks, so a failure comes between that count less
-// one and that count of clocks after the clearing write.
+// 4, 16 or 64 of those clocks after the first one that follows the clearing
+// write, so a failure comes between that count and one clock more after it.
 #pragma once
 
 #include "hc11/chip/Peripheral.h"
