@@ -19,6 +19,7 @@
 #include "hc11/Alu.h"
 #include "hc11/Bus.h"
 
+#include <array>
 #include <cstdint>
 
 namespace hc11 {
@@ -97,6 +98,12 @@ public:
     // stacks and 2 for the vector fetch when an interrupt ends the wait.
     void SetOnChip(bool onChip) { onChip_ = onChip; }
 
+    // Pages of 256 bytes the core reads and writes in place, without the
+    // bus: plain memory, for speed. A null entry, or no table, sends the
+    // page's accesses through the bus. The owner keeps the table current.
+    using PageTable = std::array<std::uint8_t*, 256>;
+    void SetDirectPages(const PageTable* pages) { pages_ = pages ? pages : &NoDirectPages; }
+
 private:
     // The decoded form of one opcode, built once from the instruction table.
     struct Decoded {
@@ -107,13 +114,28 @@ private:
         bool legal;
     };
     static const Decoded& Decode(std::uint8_t first, std::uint8_t second);
+    struct DecodeTable;
+    static const DecodeTable DecodeRows;
 
     int Run(const Decoded& op, const std::uint8_t* operand);
     int ServeInterrupt(std::uint16_t vector, bool xirq);
     int TrapIllegalOpcode(std::uint16_t at);
 
-    std::uint8_t Read(unsigned address) { return bus_.Read(std::uint16_t(address)); }
-    void Write(unsigned address, unsigned value) { bus_.Write(std::uint16_t(address), std::uint8_t(value)); }
+    std::uint8_t Read(unsigned address)
+    {
+        address &= 0xFFFF;
+        if (std::uint8_t* page = (*pages_)[address >> 8])
+            return page[address & 0xFF];
+        return bus_.Read(std::uint16_t(address));
+    }
+    void Write(unsigned address, unsigned value)
+    {
+        address &= 0xFFFF;
+        if (std::uint8_t* page = (*pages_)[address >> 8])
+            page[address & 0xFF] = std::uint8_t(value);
+        else
+            bus_.Write(std::uint16_t(address), std::uint8_t(value));
+    }
     std::uint16_t Read16(unsigned address)
     {
         const unsigned high = Read(address);
@@ -144,6 +166,8 @@ private:
     bool xirq_ = false;
     std::uint16_t maskableVector_ = 0;
     bool onChip_ = false;
+    static const PageTable NoDirectPages;
+    const PageTable* pages_ = &NoDirectPages;
 };
 
 // True when the branch condition of a relative branch holds for these

@@ -31,6 +31,7 @@ constexpr ResetValue PlainResetValues[] = {
 Chip::Chip(const ChipSetup& setup) : setup_(setup)
 {
     cpu_.SetOnChip(true);
+    cpu_.SetDirectPages(&directPages_);
     for (Peripheral* peripheral : std::initializer_list<Peripheral*>{&timer_, &sci_, &ports_, &cop_})
         AddPeripheral(*peripheral);
     ResetFrom(ResetCause::Pin);
@@ -53,6 +54,8 @@ void Chip::MarkSpecialPages()
     for (const DeviceMap& map : devices_)
         for (unsigned page = map.first >> 8; page <= unsigned(map.last >> 8); ++page)
             special_[page] = true;
+    for (unsigned page = 0; page < 256; ++page)
+        directPages_[page] = special_[page] ? nullptr : &ram_[page << 8];
 }
 
 OutsideDevice* Chip::DeviceAt(std::uint16_t address) const
@@ -103,7 +106,7 @@ void Chip::Poke(std::uint16_t address, std::uint8_t value)
         device->Poke(address, value);
     else
         ram_[address] = value;
-    if (dirty_)
+    if (settleAt_ == 0)
         Settle();
 }
 
@@ -121,7 +124,7 @@ std::uint8_t Chip::ReadRegister(unsigned offset)
     if (Peripheral* owner = owners_[offset]) {
         const std::uint64_t now = Now();
         owner->AdvanceTo(now);
-        dirty_ = true;
+        settleAt_ = 0;
         return owner->Read(offset, now);
     }
     return PeekRegister(offset);
@@ -145,7 +148,7 @@ std::uint8_t Chip::PeekRegister(unsigned offset)
 
 void Chip::WriteRegister(unsigned offset, std::uint8_t value)
 {
-    dirty_ = true;
+    settleAt_ = 0;
     if (Peripheral* owner = owners_[offset]) {
         const std::uint64_t now = Now();
         owner->AdvanceTo(now);
@@ -219,7 +222,7 @@ void Chip::ResetFrom(ResetCause cause)
     const unsigned high = Read(vector);
     cpu_.regs.pc = std::uint16_t(high << 8 | Read(std::uint16_t(vector + 1)));
     lastReset_ = cause;
-    dirty_ = true;
+    settleAt_ = 0;
     Settle();
 }
 
@@ -228,7 +231,7 @@ void Chip::SyncAll()
     const std::uint64_t now = Now();
     for (Peripheral* peripheral : peripherals_)
         peripheral->AdvanceTo(now);
-    dirty_ = true;
+    settleAt_ = 0;
 }
 
 void Chip::Settle()
@@ -250,8 +253,8 @@ void Chip::Settle()
     if (edgeSensitive ? irqEdge_ : inputs_.irqAsserted)
         pending |= Bit(Source::Irq);
     nextEvent_ = next;
+    settleAt_ = next == NoEvent ? NoEvent : next + frozenCycles_;
     cpu_.SetMaskableRequest(HighestPriorityVector(pending, hprio_ & hprio::PSEL));
-    dirty_ = false;
 }
 
 bool Chip::CanLeaveIdle() const
@@ -266,18 +269,31 @@ int Chip::Idle(std::uint64_t limit)
 {
     const std::uint64_t start = cpu_.cycles;
     std::uint64_t until = limit;
-    if (cpu_.State() == RunState::Waiting && nextEvent_ != NoEvent)
-        until = std::min(until, nextEvent_ + frozenCycles_);
+    if (cpu_.State() == RunState::Waiting)
+        until = std::min(until, settleAt_);
     until = std::max(until, start + 1);
     cpu_.cycles = until;
     if (cpu_.State() == RunState::Stopped)
-        frozenCycles_ += until - start;
-    if (Now() >= nextEvent_)
+        Freeze(until - start);
+    if (cpu_.cycles >= settleAt_)
         Settle();
     return int(until - start);
 }
 
 int Chip::Step()
+{
+    // The common case: an instruction with nothing due after it.
+    if (cpu_.State() == RunState::Running && !irqEdge_) {
+        const std::uint64_t start = cpu_.cycles;
+        cpu_.Step();
+        if (cpu_.cycles >= settleAt_ || cpu_.State() != RunState::Running)
+            AfterStep(RunState::Running);
+        return int(cpu_.cycles - start);
+    }
+    return SlowStep();
+}
+
+int Chip::SlowStep()
 {
     const RunState before = cpu_.State();
     if (before != RunState::Running && !CanLeaveIdle())
@@ -287,23 +303,35 @@ int Chip::Step()
     const bool xirqFirst = cpu_.XirqAsserted() && !(cc & ccr::X);
     if (irqEdge_ && !xirqFirst && !(cc & ccr::I) && cpu_.MaskableRequest() == IrqVector) {
         irqEdge_ = false;   // the vector fetch ends the latched request
-        dirty_ = true;
+        settleAt_ = 0;
     }
     const std::uint64_t start = cpu_.cycles;
     cpu_.Step();
+    AfterStep(before);
+    return int(cpu_.cycles - start);
+}
+
+void Chip::AfterStep(RunState before)
+{
     const RunState after = cpu_.State();
     if (after == RunState::Stopped && before == RunState::Running && (option_ & option::CME)) {
         // STOP halts the clock the monitor watches: it fails and resets.
         ResetFrom(ResetCause::ClockMonitor);
-        return int(cpu_.cycles - start);
+        return;
     }
     if (before == RunState::Stopped && after != RunState::Stopped && (option_ & option::DLY)) {
         cpu_.cycles += StopRecoveryCycles;
-        frozenCycles_ += StopRecoveryCycles;
+        Freeze(StopRecoveryCycles);
     }
-    if (dirty_ || Now() >= nextEvent_)
+    if (cpu_.cycles >= settleAt_)
         Settle();
-    return int(cpu_.cycles - start);
+}
+
+void Chip::Freeze(std::uint64_t cycles)
+{
+    frozenCycles_ += cycles;
+    if (settleAt_ != NoEvent && settleAt_ != 0)
+        settleAt_ += cycles;
 }
 
 void Chip::RunUntil(std::uint64_t cycle)

@@ -153,6 +153,10 @@ private:
     void SyncAll();
     bool CanLeaveIdle() const;
     int Idle(std::uint64_t limit);
+    int SlowStep();
+    void AfterStep(RunState before);
+    // Cycles pass with the peripheral clock stopped.
+    void Freeze(std::uint64_t cycles);
 
     ChipSetup setup_;
     InputPins inputs_;
@@ -162,6 +166,7 @@ private:
 
     std::vector<DeviceMap> devices_;
     std::array<bool, 256> special_{};     // pages holding registers or a device
+    Cpu::PageTable directPages_{};        // the others, which the core reads in place
     std::uint16_t registerBase_ = 0x1000;
 
     std::vector<Peripheral*> peripherals_;
@@ -182,8 +187,10 @@ private:
     Cop cop_{option_, config_};
 
     std::uint64_t frozenCycles_ = 0;
-    std::uint64_t nextEvent_ = NoEvent;
-    bool dirty_ = true;
+    std::uint64_t nextEvent_ = NoEvent;   // on the peripheral clock
+    // Cycles() at which Settle() is due: the next event, or 0 when a register
+    // access or a pin may have changed a request.
+    std::uint64_t settleAt_ = 0;
     bool irqEdge_ = false;        // a falling IRQ edge waits for service (IRQE set)
     ResetCause lastReset_ = ResetCause::Pin;
 };
