@@ -66,46 +66,30 @@ OutsideDevice* Chip::DeviceAt(std::uint16_t address) const
     return nullptr;
 }
 
-std::uint8_t Chip::ReadSpecial(std::uint16_t address)
+std::uint8_t Chip::ReadAt(std::uint16_t address, bool debugger)
 {
     const unsigned offset = unsigned(address - registerBase_) & 0xFFFF;
     if (offset < RegisterBlockSize)
-        return ReadRegister(offset);
+        return debugger ? PeekRegister(offset) : ReadRegister(offset);
     if (OutsideDevice* device = DeviceAt(address))
-        return device->Read(address);
+        return debugger ? device->Peek(address) : device->Read(address);
     return ram_[address];
 }
 
-void Chip::WriteSpecial(std::uint16_t address, std::uint8_t value)
+void Chip::WriteAt(std::uint16_t address, std::uint8_t value, bool debugger)
 {
     const unsigned offset = unsigned(address - registerBase_) & 0xFFFF;
     if (offset < RegisterBlockSize)
         WriteRegister(offset, value);
     else if (OutsideDevice* device = DeviceAt(address))
-        device->Write(address, value);
+        debugger ? device->Poke(address, value) : device->Write(address, value);
     else
         ram_[address] = value;
-}
-
-std::uint8_t Chip::Peek(std::uint16_t address)
-{
-    const unsigned offset = unsigned(address - registerBase_) & 0xFFFF;
-    if (offset < RegisterBlockSize)
-        return PeekRegister(offset);
-    if (OutsideDevice* device = DeviceAt(address))
-        return device->Peek(address);
-    return ram_[address];
 }
 
 void Chip::Poke(std::uint16_t address, std::uint8_t value)
 {
-    const unsigned offset = unsigned(address - registerBase_) & 0xFFFF;
-    if (offset < RegisterBlockSize)
-        WriteRegister(offset, value);
-    else if (OutsideDevice* device = DeviceAt(address))
-        device->Poke(address, value);
-    else
-        ram_[address] = value;
+    WriteAt(address, value, true);
     if (settleAt_ == 0)
         Settle();
 }

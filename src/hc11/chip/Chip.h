@@ -57,7 +57,7 @@ public:
     Bus& CpuBus() { return bus_; }
     std::array<std::uint8_t, 65536>& Ram() { return ram_; }
 
-    std::uint8_t Peek(std::uint16_t address);
+    std::uint8_t Peek(std::uint16_t address) { return ReadAt(address, true); }
     void Poke(std::uint16_t address, std::uint8_t value);
 
     // The device answers [first, last]; maps made later win where they overlap.
@@ -126,17 +126,19 @@ private:
     {
         if (!special_[address >> 8])
             return ram_[address];
-        return ReadSpecial(address);
+        return ReadAt(address, false);
     }
     void Write(std::uint16_t address, std::uint8_t value)
     {
         if (!special_[address >> 8])
             ram_[address] = value;
         else
-            WriteSpecial(address, value);
+            WriteAt(address, value, false);
     }
-    std::uint8_t ReadSpecial(std::uint16_t address);
-    void WriteSpecial(std::uint16_t address, std::uint8_t value);
+    // The register block, then the devices, then RAM; a debugger's access
+    // peeks where a read has side effects.
+    std::uint8_t ReadAt(std::uint16_t address, bool debugger);
+    void WriteAt(std::uint16_t address, std::uint8_t value, bool debugger);
     OutsideDevice* DeviceAt(std::uint16_t address) const;
     void MarkSpecialPages();
 
