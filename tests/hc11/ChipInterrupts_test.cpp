@@ -145,14 +145,14 @@ private slots:
             HandleEveryVector(h);
             h.chip.Core().regs.a = c.a;
             h.Run(1000);
-            const std::uint16_t tcnt = std::uint16_t(h.Reg(reg::TCNT) << 8 | h.Reg(reg::TCNT + 1));
+            const std::uint16_t tcnt = h.Reg16(reg::TCNT);
             if (c.a & ccr::S) {
                 QCOMPARE(unsigned(h.chip.Core().regs.pc), c.pc);
                 continue;
             }
             QCOMPARE(h.chip.Core().State(), hc11::RunState::Stopped);
             h.Run(50000);
-            QCOMPARE(std::uint16_t(h.Reg(reg::TCNT) << 8 | h.Reg(reg::TCNT + 1)), tcnt);   // frozen
+            QCOMPARE(h.Reg16(reg::TCNT), tcnt);   // frozen
             InputPins pins;
             pins.irqAsserted = c.irq;
             pins.xirqAsserted = !c.irq;

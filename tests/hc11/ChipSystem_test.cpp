@@ -1,5 +1,6 @@
 // The chip's system side: the time-protected bits of OPTION, TMSK2 and INIT
-// (writable once, in the first 64 E cycles after reset), the COP watchdog's
+// (writable once, in the first 64 E cycles after reset) and BPROT (cleared
+// only then, set at any time), the COP watchdog's
 // rates and clearing sequence (the technical data's COP time-out table: E/2^15
 // divided by 1, 4, 16, 64), the parallel ports with their direction
 // registers, and the host's devices on the bus.
@@ -12,8 +13,6 @@
 using namespace hc11::chip;
 
 namespace {
-
-const std::string Waiting = " ORG $E000\n LDS #$01FF\nW WAI\n BRA W\n";
 
 struct TimedWrite {
     std::uint64_t at;
@@ -56,16 +55,18 @@ private slots:
             {"TMSK2 twice", {{0, reg::TMSK2, 0x02}, {10, reg::TMSK2, 0x01}}, reg::TMSK2, 0x02},
             {"TMSK2 late", {{64, reg::TMSK2, 0xF3}}, reg::TMSK2, 0xF0},     // the enables stay writable
             {"INIT late", {{64, reg::INIT, 0x02}}, reg::INIT, 0x01},
+            {"BPROT", {{0, reg::BPROT, 0x00}, {10, reg::BPROT, 0x01}, {70, reg::BPROT, 0x02}}, reg::BPROT, 0x03},
+            {"BPROT late", {{64, reg::BPROT, 0x00}}, reg::BPROT, 0x1F},
             {"HPRIO late", {{500, reg::HPRIO, 0x03}}, reg::HPRIO, 0x23},    // PSEL with I set, at any time
         };
         for (const auto& c : cases) {
             ChipHarness h;
-            QVERIFY(h.Load(Waiting).isEmpty());
+            QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
             Replay(h, c.writes);
             QVERIFY2(h.Reg(c.offset) == c.value, c.what);
         }
         ChipHarness h;   // INIT moves the block: $2000 now, RAM at $1000
-        QVERIFY(h.Load(Waiting).isEmpty());
+        QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
         h.chip.Poke(0x103D, 0x02);
         QCOMPARE(int(h.chip.RegisterBase()), 0x2000);
         QCOMPARE(int(h.chip.Peek(0x203D)), 0x02);
@@ -93,7 +94,7 @@ private slots:
             ChipSetup setup;
             setup.config = 0x08;                    // NOCOP clear
             ChipHarness h(setup);
-            QVERIFY(h.Load(Waiting).isEmpty());
+            QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
             h.SetReg(reg::OPTION, std::uint8_t(0x10 | c.cr));
             h.chip.Ram()[0xFFFA] = 0xE0;
             h.chip.Ram()[0xFFFB] = 0x05;
@@ -105,7 +106,7 @@ private slots:
             QCOMPARE(unsigned(h.chip.Core().regs.pc), 0xE005u);
         }
         ChipHarness off;                            // the default CONFIG has NOCOP set
-        QVERIFY(off.Load(Waiting).isEmpty());
+        QVERIFY(off.Load(ChipHarness::Waiting).isEmpty());
         off.Run(70 * Clock);
         QCOMPARE(off.chip.LastReset(), ResetCause::Pin);
     }
@@ -113,7 +114,7 @@ private slots:
     void portsReadTheirOutputsAndTheirInputPins()
     {
         ChipHarness h;
-        QVERIFY(h.Load(Waiting).isEmpty());
+        QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
         QCOMPARE(int(h.Reg(reg::PORTC)), 0xFF);      // inputs with nothing attached read high
         QCOMPARE(int(h.Reg(reg::PORTD)), 0x3F);
         QCOMPARE(int(h.Reg(reg::PORTE)), 0x00);      // analog inputs at VRL
@@ -137,22 +138,19 @@ private slots:
     void strobeALatchesPortCAndFlagsStaf()
     {
         // PIOC EGA set: the rising STRA edge latches; STAF clears on a PIOC
-        // read that saw it followed by a PORTCL read.
+        // read that saw it followed by a PORTCL read, and not on PORTCL alone.
         ChipHarness h;
-        QVERIFY(h.Load(Waiting).isEmpty());
+        QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
         InputPins pins;
         pins.portC = 0x5A;
-        pins.stra = false;
-        h.chip.SetInputs(pins);
-        QCOMPARE(h.Reg(reg::PIOC) & 0x80, 0);        // a falling edge is not the active one
-        pins.stra = true;
-        h.chip.SetInputs(pins);
-        QCOMPARE(h.Reg(reg::PIOC) & 0x80, 0x80);
+        for (const bool stra : {false, true}) {
+            pins.stra = stra;
+            h.chip.SetInputs(pins);
+            QCOMPARE(h.Reg(reg::PIOC) & 0x80, stra ? 0x80 : 0);
+        }
         QCOMPARE(int(h.Reg(reg::PORTCL)), 0x5A);
-        h.CpuRead(reg::PORTCL);
-        QCOMPARE(h.Reg(reg::PIOC) & 0x80, 0x80);
-        h.CpuRead(reg::PIOC);
-        h.CpuRead(reg::PORTCL);
+        for (const unsigned offset : {reg::PORTCL, reg::PIOC, reg::PORTCL})
+            h.CpuRead(offset);
         QCOMPARE(h.Reg(reg::PIOC) & 0x80, 0);
     }
 

@@ -9,28 +9,6 @@
 
 using namespace hc11::chip;
 
-namespace {
-
-const std::string Waiting = " ORG $E000\n LDS #$01FF\nW WAI\n BRA W\n";
-
-std::uint16_t Tcnt(ChipHarness& h)
-{
-    return std::uint16_t(h.Reg(reg::TCNT) << 8 | h.Reg(reg::TCNT + 1));
-}
-
-std::uint16_t Word(ChipHarness& h, unsigned offset)
-{
-    return std::uint16_t(h.Reg(offset) << 8 | h.Reg(offset + 1));
-}
-
-void SetWord(ChipHarness& h, unsigned offset, std::uint16_t value)
-{
-    h.SetReg(offset, std::uint8_t(value >> 8));
-    h.SetReg(offset + 1, std::uint8_t(value));
-}
-
-} // namespace
-
 class ChipTimerTest : public QObject {
     Q_OBJECT
 private slots:
@@ -40,15 +18,15 @@ private slots:
         const struct { std::uint8_t pr; std::uint64_t factor; } rates[] = {{0, 1}, {1, 4}, {2, 8}, {3, 16}};
         for (const auto& rate : rates) {
             ChipHarness h;
-            QVERIFY(h.Load(Waiting).isEmpty());
+            QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
             h.SetReg(reg::TMSK2, rate.pr);
             h.chip.RunUntil(1000 * rate.factor + rate.factor - 1);
-            QCOMPARE(Tcnt(h), 1000);
+            QCOMPARE(h.Reg16(reg::TCNT), 1000);
             h.chip.RunUntil(65536 * rate.factor - 1);
-            QCOMPARE(Tcnt(h), 0xFFFF);
+            QCOMPARE(h.Reg16(reg::TCNT), 0xFFFF);
             QCOMPARE(h.Reg(reg::TFLG2) & 0x80, 0);
             h.chip.RunUntil(65536 * rate.factor);
-            QCOMPARE(Tcnt(h), 0);
+            QCOMPARE(h.Reg16(reg::TCNT), 0);
             QCOMPARE(h.Reg(reg::TFLG2) & 0x80, 0x80);   // TOF on $FFFF -> $0000
         }
     }
@@ -70,7 +48,7 @@ private slots:
         for (std::uint8_t rtr = 0; rtr < 4; ++rtr) {
             const std::uint64_t period = 8192u << rtr;
             ChipHarness h;
-            QVERIFY(h.Load(Waiting).isEmpty());
+            QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
             h.SetReg(reg::PACTL, rtr);
             for (std::uint64_t n = 1; n <= 2; ++n) {
                 h.chip.RunUntil(n * period - 1);
@@ -109,10 +87,10 @@ private slots:
         };
         for (const auto& c : cases) {
             ChipHarness h;
-            QVERIFY(h.Load(Waiting).isEmpty());
+            QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
             h.SetReg(reg::PORTA, c.from ? 0x40 : 0x00);
             h.SetReg(reg::TCTL1, std::uint8_t(c.action << 6));
-            SetWord(h, reg::TOC2, 0x0100);
+            h.SetReg16(reg::TOC2, 0x0100);
             h.chip.RunUntil(0x00FF);
             QCOMPARE(bool(h.Reg(reg::PORTA) & 0x40), c.from);
             QCOMPARE(h.Reg(reg::TFLG1) & 0x40, 0);
@@ -127,17 +105,17 @@ private slots:
     void oc1DrivesItsMaskedPinsAndWinsOverAnotherCompare()
     {
         ChipHarness h;
-        QVERIFY(h.Load(Waiting).isEmpty());
+        QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
         h.SetReg(reg::PACTL, 0x08);                 // DDRA3: PA3 an output
         h.SetReg(reg::OC1M, 0x48);                  // OC1 drives PA6 and PA3
         h.SetReg(reg::OC1D, 0x08);                  // to 0 and 1
         h.SetReg(reg::TCTL1, 0xC0);                 // OC2 sets PA6
-        SetWord(h, reg::TOC1, 0x0200);
-        SetWord(h, reg::TOC2, 0x0200);
+        h.SetReg16(reg::TOC1, 0x0200);
+        h.SetReg16(reg::TOC2, 0x0200);
         h.chip.RunUntil(0x0200);
         QCOMPARE(h.Reg(reg::PORTA) & 0x48, 0x08);   // the same match: OC1's level on PA6
         QCOMPARE(h.Reg(reg::TFLG1) & 0xC0, 0xC0);
-        SetWord(h, reg::TOC2, 0x0300);
+        h.SetReg16(reg::TOC2, 0x0300);
         h.chip.RunUntil(0x0300);
         QCOMPARE(h.Reg(reg::PORTA) & 0x48, 0x48);   // OC2 alone sets it
         h.SetReg(reg::TFLG1, 0xFF);
@@ -157,27 +135,27 @@ private slots:
         };
         for (const auto& c : cases) {
             ChipHarness h;
-            QVERIFY(h.Load(Waiting).isEmpty());
+            QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
             h.SetReg(reg::TCTL2, std::uint8_t(c.edges << 4));
             h.SetPortAPinAt(1000, 0x04, false);
             QCOMPARE(bool(h.Reg(reg::TFLG1) & 0x04), c.flagAt1000);
             h.SetPortAPinAt(3000, 0x04, true);
             QCOMPARE(bool(h.Reg(reg::TFLG1) & 0x04), c.edges != 0);
-            QCOMPARE(Word(h, reg::TIC1), c.captured);
+            QCOMPARE(h.Reg16(reg::TIC1), c.captured);
         }
         ChipHarness h;   // IC4 on PA3 once I4/O5 makes TI4O5 a capture register
-        QVERIFY(h.Load(Waiting).isEmpty());
+        QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
         h.SetReg(reg::PACTL, 0x04);
         h.SetReg(reg::TCTL2, 0x80);                 // falling edges
         h.SetPortAPinAt(1234, 0x08, false);
-        QCOMPARE(Word(h, reg::TI4O5), 1234);
+        QCOMPARE(h.Reg16(reg::TI4O5), 1234);
         QCOMPARE(h.Reg(reg::TFLG1) & 0x08, 0x08);
     }
 
     void pulseAccumulatorCountsEdgesOrGatedTime()
     {
         ChipHarness h;
-        QVERIFY(h.Load(Waiting).isEmpty());
+        QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
         h.SetReg(reg::PACTL, 0x40);                 // PAEN, event mode, falling edges
         h.SetReg(reg::PACNT, 0xFE);
         for (int i = 0; i < 3; ++i) {
@@ -188,7 +166,7 @@ private slots:
         QCOMPARE(h.Reg(reg::TFLG2) & 0x30, 0x30);   // PAOVF from $FF to $00, PAIF on each edge
 
         ChipHarness g;
-        QVERIFY(g.Load(Waiting).isEmpty());
+        QVERIFY(g.Load(ChipHarness::Waiting).isEmpty());
         g.SetReg(reg::PACTL, 0x60);                 // gated: counts E/64 while PAI is high
         g.SetPortAPinAt(640, 0x80, false);
         QCOMPARE(int(g.Reg(reg::PACNT)), 10);

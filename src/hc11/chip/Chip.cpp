@@ -169,6 +169,10 @@ void Chip::WriteSystemRegister(unsigned offset, std::uint8_t value)
             MarkSpecialPages();
         }
         break;
+    case reg::BPROT:
+        // Protection bits come off only early; they go back on at any time.
+        plain_[offset] = std::uint8_t((open ? value : plain_[offset] | value) & 0x1F);
+        break;
     case reg::CONFIG:   // an EEPROM cell: programmed, not written
     case reg::TEST1:    // test mode only
         break;
