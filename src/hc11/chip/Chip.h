@@ -19,7 +19,11 @@
 //
 // Time protection, the interrupt priority with HPRIO's PSEL, the COP and the
 // clock monitor resets, the illegal opcode trap and WAI/STOP are the chip's;
-// each peripheral keeps its own registers (Peripheral.h).
+// each peripheral keeps its own registers (Peripheral.h). A new peripheral
+// is a member below, listed in the constructor: the offsets its Registers()
+// names stop being plain bytes. One that needs OPTION or CONFIG takes a
+// reference to the chip's byte, as the COP does; analog levels and pins come
+// from the InputPins it is given.
 #pragma once
 
 #include "hc11/Cpu.h"
