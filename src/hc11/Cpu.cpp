@@ -1,6 +1,7 @@
 #include "hc11/Cpu.h"
 
 #include <array>
+#include <cstring>
 
 namespace hc11 {
 
@@ -9,24 +10,32 @@ namespace {
 // as SWI. After WAI the frame is on the stack already.
 constexpr int InterruptEntryCycles = 14;
 constexpr int WakeFromWaitCycles = 4;
+// On the chip: WAI's opcode fetch and stacking, then the vector fetch that ends the wait.
+constexpr int WaiStackingCycles = 12;
+constexpr int VectorFetchCycles = 2;
 } // namespace
+
+const Cpu::PageTable Cpu::NoDirectPages{};
+
+// One 256-entry page each for no prefix, $18, $1A and $CD, built before
+// main from the instruction table (constant data, so the order is safe).
+struct Cpu::DecodeTable {
+    std::array<Decoded, 4 * 256> rows;
+    DecodeTable()
+    {
+        for (int i = 0; i < 4 * 256; ++i)
+            rows[i] = {Mnemonic::NOP, Mode::Inherent, std::uint8_t(i < 256 ? 1 : 2), 0, false};
+        for (const Instruction& row : AllInstructions())
+            rows[Slot(row.page) * 256 + row.opcode] = {row.mnemonic, row.mode, row.length, row.cycles, true};
+    }
+    static int Slot(std::uint8_t page) { return page == 0x18 ? 1 : page == 0x1A ? 2 : page == 0xCD ? 3 : 0; }
+};
+
+const Cpu::DecodeTable Cpu::DecodeRows;
 
 const Cpu::Decoded& Cpu::Decode(std::uint8_t first, std::uint8_t second)
 {
-    // One 256-entry page each for no prefix, $18, $1A and $CD.
-    struct Table {
-        std::array<Decoded, 4 * 256> rows;
-        Table()
-        {
-            for (int i = 0; i < 4 * 256; ++i)
-                rows[i] = {Mnemonic::NOP, Mode::Inherent, std::uint8_t(i < 256 ? 1 : 2), 0, false};
-            for (const Instruction& row : AllInstructions())
-                rows[Slot(row.page) * 256 + row.opcode] = {row.mnemonic, row.mode, row.length, row.cycles, true};
-        }
-        static int Slot(std::uint8_t page) { return page == 0x18 ? 1 : page == 0x1A ? 2 : page == 0xCD ? 3 : 0; }
-    };
-    static const Table table;
-    return IsPrefix(first) ? table.rows[Table::Slot(first) * 256 + second] : table.rows[first];
+    return IsPrefix(first) ? DecodeRows.rows[DecodeTable::Slot(first) * 256 + second] : DecodeRows.rows[first];
 }
 
 void Cpu::Reset()
@@ -51,6 +60,15 @@ int Cpu::Step()
 
     std::uint8_t bytes[5] = {};
     const unsigned pc = regs.pc;
+    const std::uint8_t* page = (*pages_)[pc >> 8];
+    if (page && (pc & 0xFF) <= 0x100 - sizeof bytes) {
+        // Plain memory: the longest instruction at once, the bytes behind it unused.
+        std::memcpy(bytes, page + (pc & 0xFF), sizeof bytes);
+        const Decoded& op = Decode(bytes[0], bytes[1]);
+        if (onChip_ && !op.legal)
+            return TrapIllegalOpcode(std::uint16_t(pc));
+        return Run(op, bytes + (IsPrefix(bytes[0]) ? 2 : 1));
+    }
     bytes[0] = Read(pc);
     int start = 1;
     if (IsPrefix(bytes[0])) {
@@ -58,6 +76,8 @@ int Cpu::Step()
         start = 2;
     }
     const Decoded& op = Decode(bytes[0], bytes[1]);
+    if (onChip_ && !op.legal)
+        return TrapIllegalOpcode(std::uint16_t(pc));
     for (int i = start; i < op.length; ++i)
         bytes[i] = Read(pc + i);
     return Run(op, bytes + start);
@@ -70,7 +90,8 @@ int Cpu::Execute(const std::uint8_t* bytes)
 
 int Cpu::ServeInterrupt(std::uint16_t vector, bool xirq)
 {
-    const int spent = state_ == RunState::Waiting ? WakeFromWaitCycles : InterruptEntryCycles;
+    const int wake = onChip_ ? VectorFetchCycles : WakeFromWaitCycles;
+    const int spent = state_ == RunState::Waiting ? wake : InterruptEntryCycles;
     if (state_ != RunState::Waiting)
         PushFrame();
     regs.ccr |= ccr::I | (xirq ? ccr::X : 0);
@@ -78,6 +99,16 @@ int Cpu::ServeInterrupt(std::uint16_t vector, bool xirq)
     state_ = RunState::Running;
     cycles += spent;
     return spent;
+}
+
+int Cpu::TrapIllegalOpcode(std::uint16_t at)
+{
+    regs.pc = at;
+    PushFrame();
+    regs.ccr |= ccr::I;
+    regs.pc = Read16(IllegalOpcodeVector);
+    cycles += InterruptEntryCycles;
+    return InterruptEntryCycles;
 }
 
 void Cpu::PushFrame()
@@ -319,6 +350,10 @@ int Cpu::Run(const Decoded& op, const std::uint8_t* operand)
     case M::WAI:
         PushFrame();
         state_ = RunState::Waiting;
+        if (onChip_) {
+            cycles += WaiStackingCycles;
+            return WaiStackingCycles;
+        }
         break;
     case M::STOP:
         if (!(cc & ccr::S))   // with S set, STOP is disabled and runs as a NOP

@@ -10,14 +10,16 @@
 //    program themselves.
 //
 // Any byte sequence runs as something: an illegal opcode is a no-op of its
-// decoded length (1, or 2 behind a prefix) that counts no cycles. No call
-// loops: WAI and STOP leave the core in a state the caller sees.
+// decoded length (1, or 2 behind a prefix) that counts no cycles, unless the
+// core runs on the chip (SetOnChip), where it traps. No call loops: WAI and
+// STOP leave the core in a state the caller sees.
 #pragma once
 
 #include "hc11/InstructionSet.h"
 #include "hc11/Alu.h"
 #include "hc11/Bus.h"
 
+#include <array>
 #include <cstdint>
 
 namespace hc11 {
@@ -49,6 +51,7 @@ enum class RunState : std::uint8_t {
 constexpr std::uint16_t IrqVector = 0xFFF2;
 constexpr std::uint16_t XirqVector = 0xFFF4;
 constexpr std::uint16_t SwiVector = 0xFFF6;
+constexpr std::uint16_t IllegalOpcodeVector = 0xFFF8;
 constexpr std::uint16_t ResetVector = 0xFFFE;
 
 class Cpu {
@@ -85,6 +88,21 @@ public:
     // I; 0 means none. Both stay as set until the owner changes them.
     void SetXirq(bool asserted) { xirq_ = asserted; }
     void SetMaskableRequest(std::uint16_t vector) { maskableVector_ = vector; }
+    std::uint16_t MaskableRequest() const { return maskableVector_; }
+    bool XirqAsserted() const { return xirq_; }
+
+    // On the chip, Step() does what the silicon does where the bare core
+    // keeps things simple: an illegal opcode traps through
+    // IllegalOpcodeVector with its own first byte's address stacked (14
+    // cycles, as SWI), and WAI counts the manual's 14 + n: 12 cycles when it
+    // stacks and 2 for the vector fetch when an interrupt ends the wait.
+    void SetOnChip(bool onChip) { onChip_ = onChip; }
+
+    // Pages of 256 bytes the core reads and writes in place, without the
+    // bus: plain memory, for speed. A null entry, or no table, sends the
+    // page's accesses through the bus. The owner keeps the table current.
+    using PageTable = std::array<std::uint8_t*, 256>;
+    void SetDirectPages(const PageTable* pages) { pages_ = pages ? pages : &NoDirectPages; }
 
 private:
     // The decoded form of one opcode, built once from the instruction table.
@@ -96,12 +114,28 @@ private:
         bool legal;
     };
     static const Decoded& Decode(std::uint8_t first, std::uint8_t second);
+    struct DecodeTable;
+    static const DecodeTable DecodeRows;
 
     int Run(const Decoded& op, const std::uint8_t* operand);
     int ServeInterrupt(std::uint16_t vector, bool xirq);
+    int TrapIllegalOpcode(std::uint16_t at);
 
-    std::uint8_t Read(unsigned address) { return bus_.Read(std::uint16_t(address)); }
-    void Write(unsigned address, unsigned value) { bus_.Write(std::uint16_t(address), std::uint8_t(value)); }
+    std::uint8_t Read(unsigned address)
+    {
+        address &= 0xFFFF;
+        if (std::uint8_t* page = (*pages_)[address >> 8])
+            return page[address & 0xFF];
+        return bus_.Read(std::uint16_t(address));
+    }
+    void Write(unsigned address, unsigned value)
+    {
+        address &= 0xFFFF;
+        if (std::uint8_t* page = (*pages_)[address >> 8])
+            page[address & 0xFF] = std::uint8_t(value);
+        else
+            bus_.Write(std::uint16_t(address), std::uint8_t(value));
+    }
     std::uint16_t Read16(unsigned address)
     {
         const unsigned high = Read(address);
@@ -131,6 +165,9 @@ private:
     RunState state_ = RunState::Running;
     bool xirq_ = false;
     std::uint16_t maskableVector_ = 0;
+    bool onChip_ = false;
+    static const PageTable NoDirectPages;
+    const PageTable* pages_ = &NoDirectPages;
 };
 
 // True when the branch condition of a relative branch holds for these

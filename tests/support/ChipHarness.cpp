@@ -1,0 +1,30 @@
+#include "support/ChipHarness.h"
+
+#include "hc11/asm/Assembler.h"
+#include "support/S19Image.h"
+
+QString ChipHarness::Load(const std::string& source)
+{
+    const auto result = hc11::as11::AssembleSource(source);
+    if (!result.errors.empty())
+        return QString::fromStdString(result.ErrorFileText());
+    const asmtest::S19Image image = asmtest::ReadS19(result.s19);
+    auto& ram = chip.Ram();
+    ram[0xFFFE] = 0xE0;
+    ram[0xFFFF] = 0x00;
+    for (const auto& [address, byte] : image.bytes)
+        ram[address] = byte;
+    chip.Reset();
+    return {};
+}
+
+bool ChipHarness::RunTo(std::uint16_t address, std::uint64_t limit)
+{
+    const std::uint64_t end = chip.Cycles() + limit;
+    while (chip.Core().regs.pc != address || chip.Core().State() != hc11::RunState::Running) {
+        if (chip.Cycles() >= end)
+            return false;
+        chip.Step();
+    }
+    return true;
+}
