@@ -42,6 +42,7 @@ struct InputPins {
 constexpr bool AnalogReadsHigh(std::uint8_t level) { return level >= 0x80; }
 
 // Data that leaves through a pin with nobody listening is lost: the SCI sends
-// at the programmed rate whether or not a host drains its line.
+// at the programmed rate whether or not a host drains its line, and keeps
+// only the latest characters for a host that comes late (Sci::OutputLimit).
 
 } // namespace hc11::chip

@@ -97,6 +97,8 @@ void Sci::FinishShift(std::uint64_t at)
 {
     if (shifting_ == Shifting::Data || shifting_ == Shifting::Break) {
         shifter_.endsAt = at;
+        if (output_.size() >= OutputLimit)
+            output_.erase(output_.begin(), output_.begin() + OutputLimit / 2);
         output_.push_back(shifter_);
     }
     StartShift(at);

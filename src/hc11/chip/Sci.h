@@ -61,6 +61,9 @@ public:
     // The host's side of the line, at E cycle now (the SCI advanced to now).
     void Receive(const SciFrame& frame, std::uint64_t now);
     std::size_t PendingInput() const { return input_.size(); }
+    // Sent characters wait here until taken; beyond OutputLimit the older
+    // half goes, as characters on a line nobody listens to.
+    static constexpr std::size_t OutputLimit = 4096;
     std::vector<SciFrame> TakeOutput();
     const std::vector<SciFrame>& Output() const { return output_; }
 
