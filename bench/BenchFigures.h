@@ -1,10 +1,7 @@
 // What the serial-line benchmarks share: the board emulator's program, a mean
-// time over rounds, a figure printed as "name: value unit", the count of
-// failures that the program reported in message boxes, and how late a timer
-// is served while the program is busy.
+// time over rounds, a figure printed as "name: value unit", and how late a
+// timer is served while the program is busy. Nothing here needs a window.
 #pragma once
-
-#include "platform/widgets/MsgBox.h"
 
 #include <QElapsedTimer>
 #include <QProcess>
@@ -44,15 +41,6 @@ double MeanMs(int rounds, Operation operation)
 inline void Print(const char* name, double value, const char* unit)
 {
     std::printf("%s: %.3f %s\n", name, value, unit);
-}
-
-// Every message box the run shows counts as a failure and is answered OK.
-inline void CountMessageBoxesAsFailures(int& failures)
-{
-    SetMsgBoxHandler([&failures](const QString&, int, const QString&) {
-        ++failures;
-        return MbResultOk;
-    });
 }
 
 // A 10 ms timer that runs while it lives: the worst lateness of its ticks is

@@ -1,12 +1,14 @@
 // The application of a benchmark that builds windows: offscreen unless
 // QT_QPA_PLATFORM names a display, with a throw-away settings store, so a run
-// starts as a first start and leaves the user's settings alone.
+// starts as a first start and leaves the user's settings alone; and the count
+// of failures that the program reported in message boxes.
 #pragma once
 
 #include <QApplication>
 #include <QTemporaryDir>
 
 #include "platform/SettingsStore.h"
+#include "platform/widgets/MsgBox.h"
 
 class HeadlessApp {
 public:
@@ -25,3 +27,12 @@ private:
     QApplication app_;
     QTemporaryDir store_;
 };
+
+// Every message box the run shows counts as a failure and is answered OK.
+inline void CountMessageBoxesAsFailures(int& failures)
+{
+    SetMsgBoxHandler([&failures](const QString&, int, const QString&) {
+        ++failures;
+        return MbResultOk;
+    });
+}

@@ -103,13 +103,13 @@ BoardRun DownloadToBoard(const QStringList& arguments, const QString& folder, in
         form.MDIForm_Load();
         QDir::setCurrent(folder);
         ProgramBase = 0xE000;
-        form.InProgram();   // the board notices its host
+        form.Link().InProgram();   // the board notices its host
         CountingDevice::Sent = CountingDevice::Received = 0;
         run.ms = MeanMs(Rounds, [&] { form.FileDownload(); });
         run.wireMs = double(CountingDevice::Sent + CountingDevice::Received) * ByteMs / Rounds;
         run.replyWireMs = double(CountingDevice::Received) * ByteMs / Rounds;
         ProgramBase = 0xFF00;
-        form.InProgram();
+        form.Link().InProgram();
         if (ProgramBuffer[0xFE] != 0xE0 || CpuRegisters.PC != 0xE000)
             ++failures;
         form.MSComm.SetPortOpen(false);

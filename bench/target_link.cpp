@@ -1,43 +1,53 @@
 // Round trips of the target operations over a pseudo-terminal to hc11board:
 // a 256-byte read (InProgram) and a step ("S"), with the board answering at
 // once and at the wire's pace, beside the time the reply takes on a 38400
-// bit/s line. The difference is the host's own overhead.
+// bit/s line. The difference is the host's own overhead. The link runs on its
+// own, without windows.
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QProcess>
 #include <cstdio>
 
 #include "BenchFigures.h"
-#include "HeadlessApp.h"
-#include "engine/state/TargetState.h"
-#include "platform/widgets/MsgBox.h"
-#include "platform/QtSerialDevice.h"
 #include "engine/link/MonitorFrames.h"
-#include "ui/main/frmMain.h"
+#include "engine/link/TargetLink.h"
+#include "engine/state/TargetState.h"
+#include "platform/QtSerialDevice.h"
 
 namespace {
 constexpr double WireRead256Ms = 258 * 10 * 1000.0 / 38400;
 
-// One board process and a main window on its line.
-struct Link {
+// Every failure the link reports counts against the run.
+struct CountedReports : LinkReports {
+    int failures = 0;
+    void LinkFailed(LinkFailure, const QString&) override { ++failures; }
+    void LinkStateChanged(LinkState) override {}
+    bool IoUnitShown() const override { return false; }
+};
+
+// One board process and the target link on its line.
+struct BoardSession {
     QProcess board;
-    frmMain form;
+    TargetLink link;
     bool ready = false;
 
-    explicit Link(const QStringList& arguments)
+    BoardSession(const QStringList& arguments, CountedReports& reports) : link(reports)
     {
         const QString path = StartBoard(board, arguments);
         if (board.state() == QProcess::NotRunning)
             return;
-        form.MSComm.SetDeviceFactory(
+        link.MSComm.SetDeviceFactory(
             [path](int) -> std::unique_ptr<SerialDevice> { return std::make_unique<QtSerialDevice>(path); });
-        form.MDIForm_Load();
+        link.MSComm.SetRThreshold(TargetLink::ReceiveThreshold);
+        TargetMode = BoardMode;
+        link.OpenPort(1);
         ProgramBase = 0xE000;
-        form.InProgram();   // the first exchange also lets the board notice its host
+        link.InProgram();   // the first exchange also lets the board notice its host
         ready = BoardConnected;
     }
-    ~Link()
+    ~BoardSession()
     {
-        form.MSComm.SetPortOpen(false);
+        link.MSComm.SetPortOpen(false);
         board.terminate();
         board.waitForFinished(5000);
     }
@@ -47,33 +57,32 @@ struct Link {
 
 int main(int argc, char* argv[])
 {
-    HeadlessApp app(argc, argv);
-    int failures = 0;
-    CountMessageBoxesAsFailures(failures);
+    QCoreApplication app(argc, argv);
+    CountedReports reports;
 
     double read256 = 0, step = 0, pacedRead256 = 0;
     {
-        Link link({});
-        if (!link.ready)
+        BoardSession session({}, reports);
+        if (!session.ready)
             return 1;
-        read256 = MeanMs(200, [&] { link.form.InProgram(); });
+        read256 = MeanMs(200, [&] { session.link.InProgram(); });
         CpuRegisters.SP = 0x01FF;
         const ExchangeRules stepRules{monitor::StepReplySize, ReplyCheck::Checksum, 1000, false};
         step = MeanMs(200, [&] {
-            link.form.FindBoard();
+            session.link.FindBoard();
             QByteArray reply;
             const QByteArray frame = monitor::StepFrame(CpuRegisters, {0x08, monitor::Nop, monitor::Nop, monitor::Nop});
-            link.form.Exchange(frame, stepRules, reply);
-            link.form.MSComm.SetRThreshold(TargetLink::ReceiveThreshold);
+            session.link.Exchange(frame, stepRules, reply);
+            session.link.MSComm.SetRThreshold(TargetLink::ReceiveThreshold);
         });
     }
     {
-        Link link({QStringLiteral("--paced")});
-        if (!link.ready)
+        BoardSession session({QStringLiteral("--paced")}, reports);
+        if (!session.ready)
             return 1;
-        pacedRead256 = MeanMs(20, [&] { link.form.InProgram(); });
+        pacedRead256 = MeanMs(20, [&] { session.link.InProgram(); });
     }
-    if (failures != 0)
+    if (reports.failures != 0)
         return 1;
 
     Print("board_read256_ms", read256, "ms");

@@ -130,7 +130,7 @@ Run FreeRun(const QStringList& arguments, int seconds, bool typeKeys)
         form.MDIForm_Load();
         form.show();
         std::int32_t at = ProgramAddress;
-        form.OutBytes(at, Writer, static_cast<std::int16_t>(Writer.size()));
+        form.Link().OutBytes(at, Writer, static_cast<std::int16_t>(Writer.size()));
         if (!BoardConnected)
             return result;
         auto* terminal = qobject_cast<frmSerial*>(form.LoadWindow(QStringLiteral("frmSerial")));
@@ -148,7 +148,7 @@ Run FreeRun(const QStringList& arguments, int seconds, bool typeKeys)
             display(bytes);
         };
         CpuRegisters.PC = ProgramAddress;
-        form.RunHC11();
+        form.mnuRunRun_Click();
         if (!BoardRunning)
             return result;
         QTimer typing;

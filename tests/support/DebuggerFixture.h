@@ -12,12 +12,16 @@
 #include <QList>
 #include <utility>
 
+// The link's failures in order, its last state and how often one was shown,
+// and the input-output unit's window as open or closed.
 struct RecordedReports : LinkReports {
     QList<std::pair<LinkFailure, QString>> failures;
     LinkState state = LinkState::NotConnected;
+    int stateReports = 0;
+    bool ioUnitShown = false;
     void LinkFailed(LinkFailure failure, const QString& detail) override { failures.append({failure, detail}); }
-    void LinkStateChanged(LinkState s) override { state = s; }
-    bool IoUnitShown() const override { return false; }
+    void LinkStateChanged(LinkState s) override { state = s, ++stateReports; }
+    bool IoUnitShown() const override { return ioUnitShown; }
 };
 
 // Frozen and Pause as the main window would show them, the timers as one

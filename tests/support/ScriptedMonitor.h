@@ -6,7 +6,6 @@
 #pragma once
 
 #include "support/FakeSerialLine.h"
-#include "support/MainFormFixture.h"
 
 #include <QByteArray>
 #include <QList>
@@ -17,7 +16,6 @@
 
 struct ScriptedMonitor {
     explicit ScriptedMonitor(FakeSerialLine& line);
-    explicit ScriptedMonitor(MainFormFixture& f) : ScriptedMonitor(f.line) {}
 
     std::array<std::uint8_t, 65536> memory{};
     QList<QByteArray> frames;          // every frame, in order

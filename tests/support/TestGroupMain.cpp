@@ -1,10 +1,15 @@
 // main() of a test executable that holds several test files (see
 // TestRegistry.h). `NAME [qtest options]` runs the test in file NAME.cpp as
 // its own program would; without a name every test runs, one after the other.
+// Each executable compiles it anew: one that links Qt Widgets creates the
+// QApplication its window tests need, the engine's a QCoreApplication, as
+// QTEST_MAIN itself would.
 #include "support/TestRegistry.h"
 
-#include <QApplication>
 #include <QFileInfo>
+#ifdef QT_WIDGETS_LIB
+#include <QApplication>
+#endif
 
 #include <algorithm>
 #include <cstdio>
@@ -59,9 +64,11 @@ int main(int argc, char* argv[])
         app = std::max(app, e.app);
     }
     std::unique_ptr<QCoreApplication> application;
+#ifdef QT_WIDGETS_LIB
     if (app == AppKind::Widgets)
         application = std::make_unique<QApplication>(argc, argv);
-    else if (app == AppKind::Core)
+#endif
+    if (app != AppKind::None && !application)
         application = std::make_unique<QCoreApplication>(argc, argv);
     if (application)
         application->setAttribute(Qt::AA_Use96Dpi, true);

@@ -11,7 +11,8 @@
 
 namespace testgroup {
 
-// What the test's own main would have created before running it.
+// What the test's own main would have created before running it. Widgets is
+// a QApplication where Qt Widgets is linked, else a QCoreApplication.
 enum class AppKind { None, Core, Widgets };
 
 struct Entry {

@@ -147,7 +147,7 @@ void frmMain::mnuDebugResetCounter_Click()
 
 void frmMain::mnuDebugGetResVec_Click()
 {
-    InResetVector(CpuRegisters.PC);
+    link_.InResetVector(CpuRegisters.PC);
     CallWindow(LoadWindow(QStringLiteral("frmDisAsm")), "mnuGoToPCAddress");
 }
 

@@ -1,8 +1,8 @@
 // The main window and hub: it owns the child windows, the menus, the toolbar,
-// the status bar, the timers and the target link (target/TargetLink.h), whose
+// the status bar, the timers and the target link (engine/link/TargetLink.h), whose
 // failures and state it shows as the link's LinkReports. It is the view of
 // the engine's debugger and refresh cycle, and its command handlers forward
-// to the engine's code; all of them live in workspace/: start-up and
+// to the engine's code; all of them live in ui/main/: start-up and
 // shut-down in Startup.cpp, the link's reports in BoardEvents.cpp, the
 // refresh views in DisplayRefresh.cpp, the debugger's view in
 // DebuggerWindows.cpp, the File and Edit commands in *Commands.cpp.
@@ -19,11 +19,8 @@
 #include <QMainWindow>
 #include <QPointer>
 #include <QTimer>
-#include <cstdint>
 #include <functional>
 #include <optional>
-#include <span>
-#include <vector>
 
 class QLabel;
 class QMdiArea;
@@ -54,7 +51,6 @@ public:
 
     // ---- Controls ---------------------------------------------------------
     ::MSComm& MSComm = link_.MSComm;      // the link's serial port
-    Velmar& Velmar1 = link_.Velmar1;      // the link's simulator component
     CommonDialog Dialog;      // file open and save, font
     QTimer tmrComm;           // 50 ms, always on: user output during a free run
     QTimer tmrRefresh;        // 100 ms, off at start: auto refresh of the active window
@@ -86,42 +82,9 @@ public:
     // this window's client area.
     WindowPlacement PlacementDefault(const QString& prefix) const;
 
-    // ---- Target link: forwards to Link() --------------------------------------
-    // Kept for the callers that have the main window at hand; code below the
-    // windows takes the TargetLink itself.
-    void BoardStatus() { link_.BoardStatus(); }
-    void FindBoard() { link_.FindBoard(); }
-    void InByte(std::int32_t& Address, std::uint8_t& Data) { link_.InByte(Address, Data); }
-    void InBytes(std::int32_t& Address, std::vector<std::uint8_t>& Data, std::int16_t Count)
-    {
-        link_.InBytes(Address, Data, Count);
-    }
-    void InCPU() { link_.InCPU(); }
-    void InMemory() { link_.InMemory(); }
-    void InProgram() { link_.InProgram(); }
-    void InStack() { link_.InStack(); }
-    void InResetVector(std::int32_t& Vector) { link_.InResetVector(Vector); }
-    void OutByte(std::int32_t& Address, std::uint8_t Data) { link_.OutByte(Address, Data); }
-    void OutBytes(std::int32_t& Address, const std::vector<std::uint8_t>& Data, std::int16_t Count)
-    {
-        link_.OutBytes(Address, Data, Count);
-    }
-    void FlashErase() { link_.FlashErase(); }
-    void Programm(std::int32_t& Address, const std::vector<std::uint8_t>& Data, std::int16_t Count)
-    {
-        link_.Programm(Address, Data, Count);
-    }
-    bool Exchange(const QByteArray& frame, const ExchangeRules& rules, QByteArray& reply,
-                  const std::function<bool()>& abandoned = {})
-    {
-        return link_.Exchange(frame, rules, reply, abandoned);
-    }
-    IoUnitHooks*& IoUnitWindow = link_.IoUnitWindow;
-
     // ---- The board's unasked events: forwards to Debug() ------------------------
     void MSComm_OnComm() { debugger_.OnComm(); }
     void tmrComm_Timer() { debugger_.PassQuietOutput(); }
-    std::int16_t& TerminalPassCount = debugger_.TerminalPassCount;
     // The link's reports: message boxes and panel 1.
     void LinkFailed(LinkFailure failure, const QString& detail) override;
     void LinkStateChanged(LinkState state) override;
@@ -150,12 +113,10 @@ public:
 
     // ---- Run, step, Play and Animate: forwards to Debug() ---------------------
     void mnuRunRun_Click() { debugger_.RunFree(); }
-    void RunHC11() { debugger_.RunFree(); }
     void mnuRunStepInto_Click() { debugger_.StepInto(); }
     void mnuRunStepOver_Click() { debugger_.StepOver(); }
     void mnuRunStepOut_Click() { debugger_.StepOut(); }
     void mnuRunRunTo_Click() { debugger_.RunToCursor(); }
-    void MakeStep() { debugger_.MakeStep(); }
     void mnuRunPlay_Click() { debugger_.Play(); }
     void mnuRunAnimate_Click() { debugger_.Animate(); }
     void mnuRunPause_Click() { debugger_.Pause(); }

@@ -1,22 +1,13 @@
-// Download: the line reader, the run over the simulator's link with skipped
-// and refused records and Cancel, and the download window on the main window.
+// Download: the line reader, and the run over the simulator's link with
+// skipped and refused records.
 #include <QtTest>
 
 #include "engine/code/S19Download.h"
 #include "engine/code/S1Record.h"
-#include "ui/code/frmDownload.h"
 #include "engine/state/TargetState.h"
-#include "platform/SettingsStore.h"
-#include "engine/source/SourceRecords.h"
 #include "support/DebuggerFixture.h"
-#include "support/DoEventsAction.h"
-#include "support/FakeToolWindow.h"
-#include "support/MainFormFixture.h"
 #include "support/WorkFolder.h"
 
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QPushButton>
 #include <random>
 
 namespace {
@@ -29,15 +20,6 @@ QByteArray S1(int address, const std::vector<std::uint8_t>& data, int checksumOf
     for (const char byte : record)
         sum += std::uint8_t(byte);
     return "S1" + (record + char(0xFF - sum + checksumOffset)).toHex().toUpper() + "\n";
-}
-
-bool HeldOpen(const QString& path)
-{
-    const QDir fds("/proc/self/fd");
-    for (const QString& fd : fds.entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System))
-        if (QFileInfo(fds.filePath(fd)).symLinkTarget() == QFileInfo(path).canonicalFilePath())
-            return true;
-    return false;
 }
 
 // The run on its own: the simulator's link, a view that records, the file in a work folder.
@@ -62,39 +44,6 @@ struct EngineRun : DownloadView {
     bool CancelRequested() const override { return false; }
 };
 
-// Stand-in CPU, stack and disassembly windows; S19File names "prog.s19" in the work folder.
-struct Session {
-    PluggedWindows windows{{"frmRegCPU", "frmStack", "frmDisAsm"}};
-    MainFormFixture f;
-    WorkFolder folder;
-    frmMain* form = nullptr;
-
-    explicit Session(const QByteArray& file)
-    {
-        SaveSetting("Settings", "SimEnabled", "True");
-        form = &f.Start();
-        folder.Enter();
-        folder.Write("prog.s19", file);
-        S19File = "prog.s19";
-        form->SetPanelText(2, "Program: old.s19");
-        BreakpointTable[0] = 0xE003;
-        BreakpointCount = 1;
-        form->BreakpointCountChanged();
-        CpuRegisters.PC = 0x1234;
-        TargetMemory.fill(0x5A);
-    }
-    ~Session() { S19File.clear(); }
-
-    void ExpectOldProgramKept() const
-    {
-        QCOMPARE(form->PanelText(2), QString("Program: old.s19"));
-        QCOMPARE(BreakpointCount, std::int16_t(1));
-        QVERIFY(form->Menu("mnuDebugClearAllBreakpoints")->isEnabled());
-        QVERIFY(!form->IsOpen("frmRegCPU"));
-        QVERIFY(!HeldOpen(folder.Path("prog.s19")));
-        QVERIFY(!form->findChild<frmDownload*>());
-    }
-};
 }  // namespace
 
 class DownloadTest : public QObject {
@@ -181,57 +130,6 @@ private slots:
             QCOMPARE(TargetMemory[0x0200], std::uint8_t(0x5A));
             QCOMPARE(TargetMemory[0x0000], std::uint8_t(0x5A));   // nothing wrapped round
             QCOMPARE(CpuRegisters.PC, 0x1234);
-        }
-    }
-
-    void goodRunErasesTheFlashAndBringsTheWindowsUp()
-    {
-        Session s(S1(0xE000, {0x8E, 0x00, 0xFF}) + S1(0xFFFE, {0xE0, 0x00}));   // the last ends at $FFFF
-        ClockCount = 4321;
-        s.form->Menu("mnuFileDownload")->trigger();
-        QVERIFY(s.f.boxes.boxes.isEmpty());
-        QCOMPARE(TargetMemory[0xE003], std::uint8_t(0xFF));   // erased
-        QCOMPARE(TargetMemory[0xDFFF], std::uint8_t(0x5A));   // below the flash: untouched
-        QCOMPARE(s.form->PanelText(4), QString("Clock= 00000000"));
-        QVERIFY(!s.form->Menu("mnuDebugClearAllBreakpoints")->isEnabled());
-        QVERIFY(!HeldOpen(s.folder.Path("prog.s19")));
-        QCOMPARE(FakeToolWindow::Log(), QStringList({"frmRegCPU.mnuRefresh", "frmStack.mnuRefresh"}));
-        // Open already: put on PC and refreshed, and in front whatever was before.
-        s.form->mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(s.form->Window("frmStack")->parentWidget()));
-        FakeToolWindow::Log().clear();
-        s.form->mnuFileDownload_Click();
-        QCOMPARE(FakeToolWindow::Log(), QStringList({"frmDisAsm.mnuGoToPCAddress", "frmDisAsm.mnuRefresh",
-                                                     "frmRegCPU.mnuRefresh", "frmStack.mnuRefresh"}));
-        QCOMPARE(s.form->ActiveWindow(), s.form->Window("frmDisAsm"));
-    }
-
-    void unreadableFileIsAReadErrorBeforeTheErase()
-    {
-        Session s("");
-        s.form->Dialog.FileName = s.folder.Path("missing.s19");
-        frmDownload::ShowModal();
-        QCOMPARE(s.f.boxes.boxes.size(), 1);
-        QVERIFY(s.f.boxes.boxes[0].text.endsWith("directory !"));
-        QCOMPARE(s.f.boxes.boxes[0].caption, QString("Orvane - Read Error"));
-        QCOMPARE(TargetMemory[0xE000], std::uint8_t(0x5A));
-        s.ExpectOldProgramKept();
-    }
-
-    void theWindowsCancelAndEscapeStopTheRun()
-    {
-        for (const bool escape : {false, true}) {
-            Session s(S1(0xFFFE, {0xE0, 0x10}) + S1(0xE010, {0x01}) + S1(0xE011, {0x02}));
-            int passes = 0;   // event passes of the run, the first before the first line
-            DoEventsAction press([&] {
-                if (auto* dialog = MainForm->findChild<frmDownload*>(); dialog && passes++ == 1)
-                    escape ? dialog->reject() : dialog->cmdCancel->click();
-            });
-            s.form->mnuFileDownload_Click();
-            // After the first line: the rest stays erased, PC has the vector, and nothing counts as written.
-            QCOMPARE(passes, 2);
-            QCOMPARE(TargetMemory[0xE011], std::uint8_t(0xFF));
-            QCOMPARE(CpuRegisters.PC, 0xE010);
-            s.ExpectOldProgramKept();
         }
     }
 };

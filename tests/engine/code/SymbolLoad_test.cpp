@@ -1,32 +1,17 @@
+// Symbols from listings: the column rules of a listing line, what a line
+// gives, and the table's order, size and replacement.
 #include <QtTest>
 
-#include "engine/code/LabelList.h"
 #include "engine/code/ListingReader.h"
 #include "engine/code/SymbolTable.h"
-#include "ui/code/frmLabel.h"
 #include "engine/state/Conversions.h"
-#include "platform/widgets/CommonDialog.h"
-#include "platform/SettingsStore.h"
 #include "engine/source/SourceRecords.h"
 #include "support/ListingText.h"
-#include "support/MainFormFixture.h"
 
 #include <QBuffer>
-#include <QMenu>
 #include <QTemporaryDir>
-#include <QTreeWidget>
 
 namespace {
-const QStringList ThreeSymbols{ListingLine(1, 0x1000, {"86", "01"}, "START LDAA #1"),
-                               ListingLine(2, 0x1002, {"20", "FE"}, "LOOP BRA LOOP"),
-                               ListingLine(3, 0x0040, {}, "LIMIT EQU $40")};
-QStringList Shown(const frmLabel* form)
-{
-    QStringList shown;
-    for (int i = 0; i < form->ListView->topLevelItemCount(); ++i)
-        shown << form->ListView->topLevelItem(i)->text(0) + ' ' + form->ListView->topLevelItem(i)->text(1);
-    return shown;
-}
 // The line that the column rules below spoil in one place at a time.
 const QString GoodLine = ListingLine("0003", "1000", {"86", "12"}, "START LDAA #$12");
 
@@ -52,7 +37,6 @@ int ReadAll(const QByteArray& data)
 class SymbolLoadTest : public QObject {
     Q_OBJECT
     QTemporaryDir dir;
-    std::unique_ptr<MainFormFixture> f;
 
 private slots:
     void init()
@@ -60,51 +44,6 @@ private slots:
         SymbolTable.clear();
         SymbolCount = 0;
         LstFile = "PROG.LST";
-    }
-    void cleanup() { f.reset(); }
-    // The main window, for the tests of the command and the label window.
-    void StartMainWindow()
-    {
-        f = std::make_unique<MainFormFixture>();
-        f->Start();
-    }
-
-    void menuCommandAsksForAListingAndLoadsIt()
-    {
-        StartMainWindow();
-        frmLabel* labels = frmLabel::Open();
-        int told = 0;
-        QObject::connect(f->form.get(), &frmMain::SymbolsLoaded, [&] { ++told; });
-        QString chosen = WriteListing(dir.path(), "blink.lst", ThreeSymbols);
-        CommonDialog asked;
-        const auto previous = CommonDialog::SetHandler([&](CommonDialog& dialog, CommonDialog::Kind kind) {
-            asked = dialog;
-            dialog.FileName = chosen;
-            return kind == CommonDialog::Kind::Open && !chosen.isEmpty();
-        });
-        f->form->Menu("mnuFileLoadSymbols")->trigger();
-        QCOMPARE(asked.DialogTitle, QString("Load Symbols"));
-        QCOMPARE(asked.FileName, QString("PROG.LST"));   // the last listing is offered
-        QCOMPARE(LstFile, QString("blink.lst"));
-        QCOMPARE(f->form->PanelText(3), QString("Symbols: blink.lst"));
-        QString name = "limit";
-        QCOMPARE(SymbolValue(name), 0x40);
-        QCOMPARE(told, 1);   // the label window is redrawn, the others are told
-        QCOMPARE(labels->ListView->topLevelItemCount(), 3);
-
-        chosen.clear();   // the user cancels: nothing changes
-        f->form->mnuFileLoadSymbols_Click();
-        CommonDialog::SetHandler(previous);
-        QCOMPARE(int(SymbolCount), 3);
-        QCOMPARE(LstFile, QString("blink.lst"));
-        QVERIFY(f->boxes.boxes.isEmpty());
-
-        // A file that cannot be opened keeps the old table and panel.
-        f->form->Dialog.FileName = dir.filePath("missing.lst");
-        f->form->LoadSymbols();
-        QCOMPARE(int(SymbolCount), 3);
-        QCOMPARE(f->form->PanelText(3), QString("Symbols: blink.lst"));
-        QCOMPARE(f->boxes.boxes.value(0).caption, QString("Orvane - Read Error"));
     }
 
     void theTableStopsAt32767Entries()
@@ -116,37 +55,6 @@ private slots:
         QCOMPARE(int(SymbolCount), 32767);
         QCOMPARE(SymbolTable[32766].SymbolLabel, QString("L32766"));
         QVERIFY(load.opened && load.failure.startsWith("Overflow"));
-    }
-
-    void theLabelWindowSortsAndStoresItsOrder()
-    {
-        StartMainWindow();
-        // Names and values both out of order, one name twice, one entry without a label.
-        SymbolTable = {{0x1010, 1, {0x39}, "delay", "delay RTS"}, {0x0040, 0, {}, "LIMIT", ""},
-                       {0x1000, 1, {0x01}, "", "   NOP"}, {0xE000, 0, {}, "BEGIN", ""}, {0x0040, 0, {}, "LIMIT", ""}};
-        SymbolCount = 5;
-        const QStringList Listed{"delay $1010", "LIMIT $0040", "BEGIN $E000", "LIMIT $0040"};
-        frmLabel* labels = frmLabel::Open();
-        QCOMPARE(Shown(labels), Listed);
-        const std::pair<const char*, QStringList> orders[] = {
-            {"mnuPopupSortName", {"BEGIN $E000", "delay $1010", "LIMIT $0040", "LIMIT $0040"}},
-            {"mnuPopupSortValue", {"LIMIT $0040", "LIMIT $0040", "delay $1010", "BEGIN $E000"}},
-            {"mnuPopupSortNone", Listed}};
-        for (const auto& [entry, shown] : orders) {
-            f->form->Menu(entry)->trigger();
-            QCOMPARE(Shown(labels), shown);
-            labels->ListView_RightButton(QPoint(10, 10));   // the popup checks the order in use
-            for (const auto& [name, rows] : orders)
-                QCOMPARE(f->form->Menu(name)->isChecked(), name == entry);
-            f->form->MenuOf("mnuPopupSort")->close();
-        }
-        SymbolCount = 2;   // only the entries in use count
-        QCOMPARE(LabelRows("N").size(), 2);
-        f->form->Menu("mnuPopupSortName")->trigger();
-        QPointer<frmLabel> watch = labels;
-        labels->parentWidget()->close();
-        QTRY_VERIFY(watch.isNull());
-        QCOMPARE(GetSetting("Settings", "LabelSort"), QString("N"));
     }
 
     void linesThatBreakAColumnRuleAreDropped()

@@ -1,11 +1,9 @@
-// The refresh round over recorded views, and the main window's tool windows as those views.
+// The refresh round over recorded views.
 #include <QtTest>
 
 #include "engine/state/TargetState.h"
 #include "engine/execution/RefreshCycle.h"
 #include "support/DebuggerFixture.h"
-#include "support/FakeToolWindow.h"
-#include "support/MainFormFixture.h"
 
 namespace {
 using V = TargetView;
@@ -50,26 +48,6 @@ private slots:
         views.refreshed.clear();
         cycle.Refresh();
         QCOMPARE(views.refreshed, QList<TargetView>({V::Code}));
-    }
-
-    void theMainWindowsToolWindowsAreTheViews()
-    {
-        MainFormFixture f;
-        PluggedWindows plugged({"frmDisAsm", "frmRegCPU", "frmWatch", "frmRegPIA", "frmMemory", "frmRegAD",
-                                "frmRegPorts", "frmRegTimer"});
-        frmMain& form = f.Start();
-        TargetMode = SimulatorMode;
-        BoardConnected = true;
-        // Opened out of order: the refresh has its own; the memory window has none.
-        for (const char* window : {"frmRegTimer", "frmWatch", "frmRegAD", "frmMemory", "frmRegCPU", "frmDisAsm",
-                                   "frmRegPorts", "frmRegPIA"})
-            QVERIFY(form.LoadWindow(window));
-        FakeToolWindow::Log().clear();
-        form.Refresh();
-        QCOMPARE(FakeToolWindow::Log(), QStringList({"frmDisAsm.mnuRefresh", "frmDisAsm.mnuGoToPCAddress",
-                                                     "frmRegCPU.mnuRefresh", "frmWatch.mnuRefresh",
-                                                     "frmRegAD.Redraw", "frmRegPorts.Redraw",
-                                                     "frmRegTimer.Redraw", "frmRegPIA.mnuRefresh"}));
     }
 };
 

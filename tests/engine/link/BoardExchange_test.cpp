@@ -6,15 +6,13 @@
 #include "engine/state/TargetState.h"
 #include "platform/TickCount.h"
 #include "support/DoEventsAction.h"
-#include "support/MainFormFixture.h"
+#include "support/DebuggerFixture.h"
 #include "support/ScriptedMonitor.h"
 #include "engine/link/MonitorFrames.h"
 
-namespace {
-const QString CommCaption = "Orvane - Communication Error";
-const QString NoResponse = "No Response from M68HC11 Board !";
-const QString InvalidData = "Invalid Data from M68HC11 Board !";
+#include <optional>
 
+namespace {
 QByteArray Hex(const char* text) { return QByteArray::fromHex(text); }
 
 QByteArray ReadReply(const QByteArray& data)
@@ -26,16 +24,15 @@ QByteArray ReadReply(const QByteArray& data)
 }
 
 // Board mode, every reading of the tick count moving time on by 1 ms.
-struct BoardFixture : MainFormFixture {
+struct BoardFixture : DebuggerFixture {
     std::uint32_t now = 1000;
     std::function<std::uint32_t()> previousClock = SetTickCountSource([this] { return ++now; });
-    BoardFixture()
-    {
-        Start();
-        line.TakeWritten();
-    }
+    BoardFixture() : DebuggerFixture(false) { line.TakeWritten(); }
     ~BoardFixture() { SetTickCountSource(previousClock); }
-    QString LastMessage() const { return boxes.boxes.isEmpty() ? QString() : boxes.boxes.last().text; }
+    std::optional<LinkFailure> LastFailure() const
+    {
+        return reports.failures.isEmpty() ? std::nullopt : std::optional(reports.failures.last().first);
+    }
 };
 } // namespace
 
@@ -45,11 +42,11 @@ private slots:
     void framesOnTheWireAndTheCopiesTheyFill()
     {
         BoardFixture f;
-        ScriptedMonitor board(f);
+        ScriptedMonitor board(f.line);
         int threshold = -1;   // the highest during an exchange; the erase leaves it as it was
         f.line.SetResponder([&](const QByteArray& frame) {
             if (!frame.startsWith('E'))
-                threshold = std::max(threshold, f.form->MSComm.RThreshold());
+                threshold = std::max(threshold, f.link.MSComm.RThreshold());
             return board.Answer(frame);
         });
         const std::uint8_t saved[9] = {0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0x01, 0xF0, 0xC4};
@@ -61,20 +58,20 @@ private slots:
 
         std::int32_t address = 0x1000;
         std::uint8_t byte = 0;
-        f.form->InByte(address, byte);
-        f.form->InCPU();
-        f.form->InStack();
+        f.link.InByte(address, byte);
+        f.link.InCPU();
+        f.link.InStack();
         ProgramBase = 0xFF80;
-        f.form->InProgram();
+        f.link.InProgram();
         MemoryPageAddress = 0xFE40;
-        f.form->InMemory();                        // four pages, the page number wrapping at 8 bits
+        f.link.InMemory();                        // four pages, the page number wrapping at 8 bits
         address = 0x1004;
-        f.form->OutByte(address, 0xA5);
+        f.link.OutByte(address, 0xA5);
         address = 0x0006;
-        f.form->OutBytes(address, {0x01, 0xE0, 0x99}, 2);
+        f.link.OutBytes(address, {0x01, 0xE0, 0x99}, 2);
         address = 0xE000;
-        f.form->Programm(address, {0x7E, 0xE0, 0x00}, 3);
-        f.form->FlashErase();
+        f.link.Programm(address, {0x7E, 0xE0, 0x00}, 3);
+        f.link.FlashErase();
         QCOMPARE(board.frames, (QList<QByteArray>{Hex("52100001EF"), Hex("52000009F7"), Hex("5201F00906"),
                                                   Hex("52FF800081"), Hex("52FE4000C2"), Hex("52FF4000C1"),
                                                   Hex("52004000C0"), Hex("52014000BF"), Hex("57100401A546"),
@@ -87,10 +84,10 @@ private slots:
         QCOMPARE(ProgramBuffer[0], std::uint8_t(0x86));
         QCOMPARE(ProgramBuffer[255], std::uint8_t(0x39));
         QCOMPARE(MemoryPage[0x200 + 0x3F], std::uint8_t(0x39));   // $0040 starts the third page
-        QVERIFY(BoardConnected && f.boxes.boxes.isEmpty());
+        QVERIFY(BoardConnected && f.reports.failures.isEmpty());
         QCOMPARE(threshold, 0);                   // no receive event during an exchange
-        QCOMPARE(f.form->MSComm.RThreshold(), 6);
-        QCOMPARE(f.form->PanelText(1), QString("HC11 Board: Ready"));
+        QCOMPARE(f.link.MSComm.RThreshold(), 6);
+        QCOMPARE(f.reports.state, LinkState::Ready);
 
         // The frames that carry registers: "S" with its code, "X" with a jump to the host's PC.
         const CpuRegisterRecord r{.A = 0x12, .B = 0x34, .IX = 0x5678, .IY = 0x9ABC, .PC = 0xE123, .SP = 0x01F0, .CCR = 0xD5};
@@ -104,47 +101,48 @@ private slots:
         f.line.SetResponder([](const QByteArray&) { return Hex("06"); });
         f.line.SetCTS(false);
         CpuRegisters.A = 0x42;
-        f.form->InCPU();
+        f.link.InCPU();
         std::int32_t address = 0x2000;
-        f.form->OutBytes(address, {1, 2}, 2);
+        f.link.OutBytes(address, {1, 2}, 2);
         QVERIFY(f.line.TakeWritten().isEmpty());
-        QCOMPARE(f.boxes.boxes.size(), 2);        // a warning every time
-        for (const auto& box : f.boxes.boxes)
-            QVERIFY(box.text == "M68HC11 Board Not Connected !" && box.caption == CommCaption);
+        QCOMPARE(f.reports.failures.size(), 2);   // a warning every time
+        for (const auto& failure : f.reports.failures)
+            QCOMPARE(failure.first, LinkFailure::NotConnected);
         QCOMPARE(CpuRegisters.A, std::uint8_t(0x42));
         QVERIFY(!BoardConnected);
-        QCOMPARE(f.form->PanelText(1), QString("HC11 Board: Not Connected !"));
+        QCOMPARE(f.reports.state, LinkState::NotConnected);
 
-        f.form->FlashErase();                     // no FindBoard: the frame goes out regardless
+        f.link.FlashErase();                     // no FindBoard: the frame goes out regardless
         QCOMPARE(f.line.TakeWritten(), Hex("45454576"));
         QVERIFY(BoardConnected);
-        f.form->MSComm.SetPortOpen(false);        // but not on a closed port
-        f.form->FlashErase();
+        f.link.MSComm.SetPortOpen(false);        // but not on a closed port
+        f.link.FlashErase();
         QVERIFY(!BoardConnected);
         QVERIFY(f.line.TakeWritten().isEmpty());
-        QCOMPARE(f.boxes.boxes.size(), 3);
-        QCOMPARE(f.boxes.boxes[2].caption, CommCaption);
+        QCOMPARE(f.reports.failures.size(), 3);
+        QVERIFY(f.LastFailure() == LinkFailure::PortNotOpen);
     }
 
     void badRepliesLeaveTheCopyAloneAndLockNothing()
     {
         const QByteArray good = ReadReply(Hex("010203040506070809"));
-        const struct { const char* operation; QByteArray reply; int delay; QString message; } rows[] = {
-            {"InStack", QByteArray(good).replace(3, 1, "\x55"), 0, InvalidData},   // bad sum
-            {"InStack", "hello world", 0, InvalidData},
-            {"InStack", good + "x", 0, NoResponse},                                 // one byte too long
-            {"InStack", good.left(10), 0, NoResponse},                              // one byte short
-            {"InStack", good, 150, NoResponse},                                     // past the time-out
-            {"OutByte", Hex("15"), 0, InvalidData},                                 // NAK
-            {"OutByte", Hex("0606"), 0, NoResponse},                                // two ACKs
-            {"Programm", Hex("07"), 0, InvalidData},                                // some other byte
+        using F = LinkFailure;
+        const struct { const char* operation; QByteArray reply; int delay; LinkFailure failure; } rows[] = {
+            {"InStack", QByteArray(good).replace(3, 1, "\x55"), 0, F::InvalidData},   // bad sum
+            {"InStack", "hello world", 0, F::InvalidData},
+            {"InStack", good + "x", 0, F::NoResponse},                                 // one byte too long
+            {"InStack", good.left(10), 0, F::NoResponse},                              // one byte short
+            {"InStack", good, 150, F::NoResponse},                                     // past the time-out
+            {"OutByte", Hex("15"), 0, F::InvalidData},                                 // NAK
+            {"OutByte", Hex("0606"), 0, F::NoResponse},                                // two ACKs
+            {"Programm", Hex("07"), 0, F::InvalidData},                                // some other byte
         };
-        for (const auto& [operation, reply, delay, message] : rows)
-            BadReply(operation, reply, delay, message);
+        for (const auto& [operation, reply, delay, failure] : rows)
+            BadReply(operation, reply, delay, failure);
     }
 
 private:
-    void BadReply(const QString& operation, const QByteArray& reply, int delay, const QString& message)
+    void BadReply(const QString& operation, const QByteArray& reply, int delay, LinkFailure failure)
     {
         BoardFixture f;
         f.line.SetReplyDelay(std::uint32_t(delay));
@@ -154,30 +152,28 @@ private:
         const std::uint32_t start = f.now;
         std::int32_t address = 0x2000;
         if (operation == "InStack")
-            f.form->InStack();
+            f.link.InStack();
         else
-            operation == "OutByte" ? f.form->OutByte(address, 1) : f.form->Programm(address, {1, 2}, 2);
-        if (message == NoResponse)
+            operation == "OutByte" ? f.link.OutByte(address, 1) : f.link.Programm(address, {1, 2}, 2);
+        if (failure == LinkFailure::NoResponse)
             QVERIFY(f.now - start >= 100);        // the whole time-out was given
         QVERIFY(StackBuffer[0] == 0x33 && StackBuffer[8] == 0x33);
         QVERIFY(!BoardConnected);
-        QCOMPARE(f.boxes.boxes.size(), 1);
-        QCOMPARE(f.boxes.boxes[0].text, message);
-        QCOMPARE(f.boxes.boxes[0].caption, CommCaption);
-        QCOMPARE(f.boxes.boxes[0].style, int(MbOkOnly | MbExclamation));
-        QCOMPARE(f.form->PanelText(1), QString("HC11 Board: Not Responding !"));
-        QCOMPARE(f.form->MSComm.RThreshold(), 6);
-        QCOMPARE(f.form->MSComm.InBufferCount(), 0);
+        QCOMPARE(f.reports.failures.size(), 1);
+        QVERIFY(f.LastFailure() == failure);
+        QCOMPARE(f.reports.state, LinkState::NotResponding);
+        QCOMPARE(f.link.MSComm.RThreshold(), 6);
+        QCOMPARE(f.link.MSComm.InBufferCount(), 0);
 
         // The next operation starts afresh, and empties away a reply that came too late.
         f.now += 100;
         f.line.SetReplyDelay(0);
-        ScriptedMonitor board(f);
+        ScriptedMonitor board(f.line);
         board.memory[0x01F8] = 0xAA;
-        f.form->InStack();
+        f.link.InStack();
         QVERIFY(BoardConnected);
         QCOMPARE(StackBuffer[8], std::uint8_t(0xAA));
-        QCOMPARE(f.form->PanelText(1), QString("HC11 Board: Ready"));
+        QCOMPARE(f.reports.state, LinkState::Ready);
     }
 
 private slots:
@@ -192,12 +188,12 @@ private slots:
             return reply;
         });
         MemoryPage.fill(0xEE);
-        f.form->InMemory();
+        f.link.InMemory();
         QCOMPARE(block, 3);                       // the fourth is never asked
         QCOMPARE(MemoryPage[511], std::uint8_t(2));
         QCOMPARE(MemoryPage[512], std::uint8_t(0xEE));
-        QCOMPARE(f.boxes.boxes.size(), 1);
-        QCOMPARE(f.LastMessage(), InvalidData);
+        QCOMPARE(f.reports.failures.size(), 1);
+        QVERIFY(f.LastFailure() == LinkFailure::InvalidData);
     }
 
     void boardVanishingMidExchangeEndsInNoResponse()
@@ -209,16 +205,16 @@ private slots:
             return QByteArray();
         });
         std::int32_t address = 0x2000;
-        f.form->OutByte(address, 1);               // its poll lets the line's loss be handled
+        f.link.OutByte(address, 1);               // its poll lets the line's loss be handled
         QVERIFY(!f.line.IsOpen() && !BoardConnected);
-        QCOMPARE(f.LastMessage(), NoResponse);
-        QCOMPARE(f.form->PanelText(1), QString("HC11 Board: Not Connected !"));
+        QVERIFY(f.LastFailure() == LinkFailure::NoResponse);
+        QCOMPARE(f.reports.state, LinkState::NotConnected);
 
         // The next operation opens the port again.
-        ScriptedMonitor board(f);
+        ScriptedMonitor board(f.line);
         board.memory[0x2000] = 0x77;
         std::uint8_t byte = 0;
-        f.form->InByte(address, byte);
+        f.link.InByte(address, byte);
         QCOMPARE(byte, std::uint8_t(0x77));
         QVERIFY(BoardConnected);
         QCOMPARE(f.line.OpenCount(), 2);
@@ -226,34 +222,32 @@ private slots:
 
     void eraseReplies()
     {
-        const struct { QByteArray reply; int delay; QString message, caption; } rows[] = {
-            {Hex("06"), 2900, {}, {}},                         // an ACK in time
-            {Hex("06"), 3100, NoResponse, CommCaption},        // too late
-            {Hex("15"), 0, "Erasing Flash failed!", "Orvane Integrated Development Tools"},
-            {Hex("42"), 0, "Invalid data from board !", CommCaption},
+        using F = LinkFailure;
+        const struct { QByteArray reply; int delay; std::optional<LinkFailure> failure; } rows[] = {
+            {Hex("06"), 2900, {}},               // an ACK in time
+            {Hex("06"), 3100, F::NoResponse},    // too late
+            {Hex("15"), 0, F::EraseFailed},
+            {Hex("42"), 0, F::EraseInvalidData},
         };
-        for (const auto& [reply, delay, message, caption] : rows)
-            EraseReply(reply, delay, message, caption);
+        for (const auto& [reply, delay, failure] : rows)
+            EraseReply(reply, delay, failure);
     }
 
 private:
-    void EraseReply(const QByteArray& reply, int delay, const QString& message, const QString& caption)
+    void EraseReply(const QByteArray& reply, int delay, std::optional<LinkFailure> failure)
     {
         BoardFixture f;
         int passes = 0;
         DoEventsAction events([&passes] { ++passes; });
         f.line.SetReplyDelay(std::uint32_t(delay));
         f.line.SetResponder([&](const QByteArray&) { return reply; });
-        f.form->SetPanelText(1, "untouched");
-        BoardConnected = !message.isEmpty();
-        f.form->FlashErase();
-        QCOMPARE(BoardConnected, message.isEmpty());
-        QCOMPARE(f.LastMessage(), message);
-        if (!message.isEmpty())
-            QCOMPARE(f.boxes.boxes.last().caption, caption);
-        QCOMPARE(f.form->PanelText(1), QString("untouched"));   // no BoardStatus on either path
-        QCOMPARE(f.form->MSComm.RThreshold(), 6);
-        QCOMPARE(f.form->MSComm.InBufferCount(), 0);
+        BoardConnected = failure.has_value();
+        f.link.FlashErase();
+        QCOMPARE(BoardConnected, !failure);
+        QVERIFY(f.LastFailure() == failure);
+        QCOMPARE(f.reports.stateReports, 0);   // no BoardStatus on either path
+        QCOMPARE(f.link.MSComm.RThreshold(), 6);
+        QCOMPARE(f.link.MSComm.InBufferCount(), 0);
         QVERIFY(delay == 0 || passes > 100);      // the window stays alive during a long erase
     }
 };

@@ -7,7 +7,7 @@
 
 #include "engine/state/TargetState.h"
 #include "support/BoardProcess.h"
-#include "support/MainFormFixture.h"
+#include "support/DebuggerFixture.h"
 
 class BoardLinkTest : public QObject {
     Q_OBJECT
@@ -16,26 +16,26 @@ private slots:
     {
         BoardProcess board;
         QVERIFY(!board.DevicePath().isEmpty());
-        MainFormFixture f;
-        frmMain& form = f.StartOn(board.DevicePath());
+        DebuggerFixture f(board.DevicePath());
+        TargetLink& link = f.link;
         std::int32_t address = 0x20FE;
         std::vector<std::uint8_t> bytes(200), back;
         for (std::size_t i = 0; i < bytes.size(); ++i)
             bytes[i] = std::uint8_t(i * 3 + 1);
-        form.OutBytes(address, bytes, 200);
-        form.InBytes(address, back, 200);
+        link.OutBytes(address, bytes, 200);
+        link.InBytes(address, back, 200);
         QCOMPARE(back, bytes);
         MemoryPageAddress = 0x2000;
-        form.InMemory();
+        link.InMemory();
         QCOMPARE(MemoryPage[0xFE + 199], std::uint8_t(200 * 3 - 2));
 
         address = 0xFFFE;   // the flash starts erased
-        form.Programm(address, {0xE0, 0x40}, 2);
+        link.Programm(address, {0xE0, 0x40}, 2);
         address = 0xFFFE;
         std::uint8_t high = 0;
-        form.InByte(address, high);
+        link.InByte(address, high);
         QCOMPARE(high, std::uint8_t(0xE0));
-        QVERIFY(f.boxes.boxes.isEmpty());
+        QVERIFY(f.reports.failures.isEmpty());
     }
 };
 

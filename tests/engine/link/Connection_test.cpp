@@ -4,92 +4,79 @@
 #include <QtTest>
 
 #include "engine/state/TargetState.h"
-#include "support/MainFormFixture.h"
-
-namespace {
-// Captures what reaches the serial terminal while its window counts as open.
-struct TerminalTap {
-    QList<QByteArray> blocks;
-    explicit TerminalTap(frmMain& form)
-    {
-        form.Menu("mnuViewSerialTerminal")->setChecked(true);
-        form.SerialTerminalDisplay = [this](const QByteArray& bytes) { blocks << bytes; };
-    }
-};
-}  // namespace
+#include "support/DebuggerFixture.h"
 
 class ConnectionTest : public QObject {
     Q_OBJECT
 private slots:
     void userOutputReachesTheTerminalButNoReport()
     {
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        TerminalTap terminal(form);
-        form.tmrComm.stop();   // the test drives the quiet ticks
+        DebuggerFixture f(false);
         // Short output waits below the threshold; a quiet tick passes it on only during a run.
         f.line.Arrive("ok\r");
-        form.tmrComm_Timer();
-        form.tmrComm_Timer();
+        f.debugger.PassQuietOutput();
+        f.debugger.PassQuietOutput();
         QTest::qWait(10);
-        QVERIFY(terminal.blocks.isEmpty());
-        QCOMPARE(form.MSComm.InBufferCount(), 3);
+        QVERIFY(f.view.terminal.isEmpty());
+        QCOMPARE(f.link.MSComm.InBufferCount(), 3);
         BoardRunning = true;
-        form.tmrComm_Timer();   // notes 3 bytes
-        QVERIFY(terminal.blocks.isEmpty());
-        form.tmrComm_Timer();   // nothing new for a whole tick: pass them on
-        QCOMPARE(terminal.blocks, QList<QByteArray>{"ok\r"});
-        QCOMPARE(form.TerminalPassCount, std::int16_t(0));
+        f.debugger.PassQuietOutput();   // notes 3 bytes
+        QVERIFY(f.view.terminal.isEmpty());
+        f.debugger.PassQuietOutput();   // nothing new for a whole tick: pass them on
+        QCOMPARE(f.view.terminal, QByteArray("ok\r"));
+        QCOMPARE(f.debugger.TerminalPassCount, std::int16_t(0));
         // Blocks not ending in the three letters are plain data: two Bs and
         // another byte, a report cut across two blocks.
+        QByteArray passed = f.view.terminal;
         for (const QByteArray block : {"abcBBx", "hello!B", "BxxxxX"}) {
             f.line.Arrive(block);
-            QTRY_VERIFY(terminal.blocks.last() == block);
+            passed += block;
+            QTRY_COMPARE(f.view.terminal, passed);
         }
         QVERIFY(BoardRunning);
-        QCOMPARE(form.PanelText(1), QString("HC11 Board: Ready"));
+        QCOMPARE(StatusSuffix, "");
+        QCOMPARE(f.view.refreshRuns, 0);
     }
 
     void anyEventClearsTheClockCount()
     {
-        MainFormFixture f;
-        frmMain& form = f.Start();
+        DebuggerFixture f(false);
+        f.link.BoardStatus();
+        QCOMPARE(f.reports.state, LinkState::Ready);
         ClockCount = 500;
-        form.ClockCountUpdate();
         f.line.SetCTS(false);
-        QTRY_COMPARE(form.PanelText(1), QString("HC11 Board: Not Connected !"));
+        QTRY_COMPARE(f.reports.state, LinkState::NotConnected);
         QCOMPARE(ClockCount, 0);
-        QCOMPARE(form.PanelText(4), QString("Clock= 00000500"));   // rewritten only at the next update
+        QCOMPARE(f.view.clockShown, 0);   // shown again only at the next update
     }
 
     void findBoardReportsAPortErrorOnlyInBoardMode()
     {
-        MainFormFixture f;
+        DebuggerFixture f(false);
         f.line.FailOpen("Permission denied");
-        frmMain& form = f.Start();
-        form.Menu("mnuRunRun")->setEnabled(true);
+        f.link.OpenPort(1);   // as at start: the state says it, no failure is reported
+        QCOMPARE(f.reports.state, LinkState::PortError);
         TargetMode = SimulatorMode;   // the port and CTS are left alone
         BoardConnected = false;
         const int reads = f.line.CtsReads();
-        form.BoardStatus();
-        form.FindBoard();
+        f.link.BoardStatus();
+        f.link.FindBoard();
         QCOMPARE(f.line.CtsReads(), reads);
-        QCOMPARE(form.PanelText(1), QString("Simulator mode"));
-        QVERIFY(!form.Menu("mnuRunRun")->isEnabled());
-        QVERIFY(BoardConnected && f.boxes.boxes.isEmpty());
+        QCOMPARE(f.reports.state, LinkState::Simulator);
+        QVERIFY(BoardConnected && f.reports.failures.isEmpty());
 
         TargetMode = BoardMode;
-        form.FindBoard();
+        f.link.FindBoard();
         QVERIFY(!BoardConnected);
-        QCOMPARE(form.PanelText(1), QString("HC11 Board: Communication Port Error !"));
-        QCOMPARE(f.boxes.boxes.size(), 1);
-        QCOMPARE(f.boxes.boxes[0].text, QString("Permission denied !"));
-        QCOMPARE(f.boxes.boxes[0].caption, QString("Orvane - Communication Error"));
+        QCOMPARE(f.reports.state, LinkState::PortError);
+        QCOMPARE(f.reports.failures.size(), 1);
+        QCOMPARE(f.reports.failures[0].first, LinkFailure::PortError);
+        QCOMPARE(f.reports.failures[0].second, QString("Permission denied"));
         // Once the port is free, the next operation finds the board.
         f.line.FailOpen({});
-        form.FindBoard();
+        f.link.FindBoard();
         QVERIFY(BoardConnected);
-        QCOMPARE(f.boxes.boxes.size(), 1);
+        QCOMPARE(f.reports.failures.size(), 1);
     }
 };
 

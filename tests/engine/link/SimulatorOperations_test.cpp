@@ -3,8 +3,7 @@
 #include <QtTest>
 
 #include "engine/state/TargetState.h"
-#include "platform/SettingsStore.h"
-#include "support/MainFormFixture.h"
+#include "support/DebuggerFixture.h"
 
 namespace {
 // Records what the input-output unit's window is told, in order.
@@ -15,12 +14,6 @@ struct IoUnitSpy : IoUnitHooks {
     void setOutFresh(std::uint8_t d) override { calls << QString("OutFresh %1").arg(d); }
     void setOutDataRegister(std::uint8_t d) override { calls << QString("OutData %1").arg(d); }
 };
-
-frmMain& StartSimulator(MainFormFixture& f)
-{
-    SaveSetting("Settings", "SimEnabled", "True");
-    return f.Start();
-}
 } // namespace
 
 class SimulatorOperationsTest : public QObject {
@@ -28,21 +21,21 @@ class SimulatorOperationsTest : public QObject {
 private slots:
     void readsAndWritesWrapPastTheTopOfMemory()
     {
-        MainFormFixture f;
-        frmMain& form = StartSimulator(f);
+        DebuggerFixture f(true);
+        TargetLink& link = f.link;
         f.line.TakeWritten();
         for (int i = 0; i < 65536; ++i)
             TargetMemory[i] = std::uint8_t(i * 7 + (i >> 8));
         const auto at = [](int address) { return TargetMemory[address & 0xFFFF]; };
         ProgramBase = 0xFF80;
-        form.InProgram();
+        link.InProgram();
         MemoryPageAddress = 0xFE10;
-        form.InMemory();
+        link.InMemory();
         CpuRegisters.SP = 0xFFFC;
-        form.InStack();
+        link.InStack();
         std::int32_t address = 0xFFFF;
         std::vector<std::uint8_t> bytes;
-        form.InBytes(address, bytes, 3);
+        link.InBytes(address, bytes, 3);
         for (int i = 0; i < 256; ++i)
             QCOMPARE(ProgramBuffer[i], at(0xFF80 + i));
         for (int i = 0; i < 1024; ++i)
@@ -51,67 +44,67 @@ private slots:
             QCOMPARE(StackBuffer[i], at(0xFFFC + i));
         QCOMPARE(bytes, (std::vector<std::uint8_t>{at(0xFFFF), at(0), at(1)}));
         QVERIFY(BoardConnected);
-        QCOMPARE(form.PanelText(1), QString("Simulator mode"));
+        QCOMPARE(f.reports.state, LinkState::Simulator);
 
         TargetMemory.fill(0);
         address = 0xFFFE;
-        form.OutBytes(address, {1, 2, 3, 4}, 3);
+        link.OutBytes(address, {1, 2, 3, 4}, 3);
         QVERIFY(TargetMemory[0xFFFE] == 1 && TargetMemory[0xFFFF] == 2 && TargetMemory[0x0000] == 3);
         QCOMPARE(TargetMemory[0x0001], std::uint8_t(0));   // Count, not the array's size
         // A count the frame cannot carry, or more than the data holds, writes nothing.
         address = 0x2000;
-        form.OutBytes(address, {9, 9}, 3);
-        form.OutBytes(address, {9, 9}, 0);
+        link.OutBytes(address, {9, 9}, 3);
+        link.OutBytes(address, {9, 9}, 0);
         QCOMPARE(TargetMemory[0x2000], std::uint8_t(0));
         QVERIFY(f.line.TakeWritten().isEmpty());   // nothing ever goes to the port
     }
 
     void eraseFillsTheFlashAreaAndProgrammingWritesAnywhere()
     {
-        MainFormFixture f;
-        frmMain& form = StartSimulator(f);
+        DebuggerFixture f(true);
+        TargetLink& link = f.link;
         TargetMemory[0xDFFF] = 0x11;
         TargetMemory[0xE000] = 0x22;
         TargetMemory[0xFFFF] = 0x00;
         BoardConnected = false;   // left as it is by a simulated erase
-        form.FlashErase();
+        link.FlashErase();
         QVERIFY(TargetMemory[0xDFFF] == 0x11 && TargetMemory[0xE000] == 0xFF && TargetMemory[0xFFFF] == 0xFF);
         QVERIFY(!BoardConnected);
-        form.InResetVector(CpuRegisters.PC);
+        link.InResetVector(CpuRegisters.PC);
         QCOMPARE(CpuRegisters.PC, 0xFFFF);   // a download without a vector
         std::int32_t address = 0xFFFE;
-        form.Programm(address, {0xE1, 0x23}, 2);
+        link.Programm(address, {0xE1, 0x23}, 2);
         address = 0x0100;
-        form.Programm(address, {0x86, 0x42, 0x00}, 2);
+        link.Programm(address, {0x86, 0x42, 0x00}, 2);
         QVERIFY(TargetMemory[0x0100] == 0x86 && TargetMemory[0x0101] == 0x42 && TargetMemory[0x0102] == 0);
-        form.InResetVector(CpuRegisters.PC);
+        link.InResetVector(CpuRegisters.PC);
         QCOMPARE(CpuRegisters.PC, 0xE123);
     }
 
     void hostByteWritesAndSimulatedProgramsDriveTheUnit()
     {
-        MainFormFixture f;
-        frmMain& form = StartSimulator(f);
+        DebuggerFixture f(true);
+        TargetLink& link = f.link;
         IoUnitSpy spy;
-        form.IoUnitWindow = &spy;
+        link.IoUnitWindow = &spy;
         for (std::int32_t a = 0x5FFF; a <= 0x6004; ++a) {
             std::int32_t address = a;
-            form.OutByte(address, static_cast<std::uint8_t>(a & 0xFF));
+            link.OutByte(address, static_cast<std::uint8_t>(a & 0xFF));
         }
         std::int32_t address = 0x6000;
-        form.OutBytes(address, {1, 0x77}, 2);   // OutBytes has no such hook
+        link.OutBytes(address, {1, 0x77}, 2);   // OutBytes has no such hook
         QCOMPARE(spy.calls, (QStringList{"InFresh 0", "InData 1", "OutFresh 2", "OutData 3"}));
         spy.calls.clear();
 
         std::int16_t a = 0x44, b = 0, ccr = 0;
         std::int32_t ix = 0, iy = 0, sp = 0x1FF;
-        const auto run = [&](int opcode, int low) { form.Velmar1.ExecuteInstruction(a, b, ix, iy, sp, ccr, opcode, 0x60, low, 1, 1); };
+        const auto run = [&](int opcode, int low) { link.Velmar1.ExecuteInstruction(a, b, ix, iy, sp, ccr, opcode, 0x60, low, 1, 1); };
         run(0xF6, 0x01);   // LDAB $6001 and STAA $6003 with the unit's window closed
         run(0xB7, 0x03);
         QCOMPARE(b, std::int16_t(0x77));
         QVERIFY(TargetMemory[0x6000] == 1 && TargetMemory[0x6002] == 2 && TargetMemory[0x6003] == 0x44);
         QVERIFY(spy.calls.isEmpty());
-        form.Menu("mnuViewIOunit")->setChecked(true);
+        f.reports.ioUnitShown = true;
         run(0xB6, 0x00);   // LDAA $6000: no effect
         QVERIFY(spy.calls.isEmpty() && TargetMemory[0x6000] == 1);
         run(0xB6, 0x01);   // LDAA $6001 clears the input's fresh flag

@@ -1,14 +1,11 @@
 #include <QtTest>
 
 #include "engine/state/AppSettings.h"
-#include "ui/main/DefaultPlacements.h"
 #include "platform/SettingsStore.h"
-#include "platform/widgets/WindowPlacement.h"
 #include "support/FileSizeLimit.h"
 #include "support/TestSettings.h"
 
 #include <QFile>
-#include <QWidget>
 
 class AppSettingsTest : public QObject {
     Q_OBJECT
@@ -101,33 +98,6 @@ private slots:
         QCOMPARE(told.size(), 2);   // told again after a write that went through
         QCOMPARE(GetSetting("Settings", "LabelSort"), QString("c"));
         SetSettingsWriteFailure({});
-    }
-
-    void placementsFollowTheClientAreaAndKeepTheNormalSizeWhenMaximised()
-    {
-        QCOMPARE(DefaultPlacement("Serial", 10000, 8000).Height, 6400.0);   // defaults follow the client area
-        for (int pixels : {0, 1, 15, 640, 1920})
-            QCOMPARE(TwipsToPixelsX(PixelsToTwipsX(pixels)), pixels);
-
-        TestSettings store;
-        QWidget window;
-        LoadPlacement(&window, "Test", {0, 1500, 750, 6000, 4500});
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        const WindowPlacement normal = CurrentPlacement(&window);
-        SavePlacement(&window, "Test");
-        window.showMaximized();   // saved maximised, the normal placement stays
-        QTRY_VERIFY(window.isMaximized());
-        SavePlacement(&window, "Test");
-        QCOMPARE(GetSetting("Windows", "TestState"), QString("2"));
-        QCOMPARE(GetSetting("Windows", "TestWidth").toDouble(), normal.Width);
-
-        QWidget again;
-        LoadPlacement(&again, "Test", {});
-        again.show();
-        QTRY_VERIFY(again.isMaximized());
-        again.showNormal();
-        QTRY_COMPARE(again.size(), QSize(TwipsToPixelsX(6000), TwipsToPixelsY(normal.Height)));
     }
 };
 

@@ -4,9 +4,9 @@
 #include "ui/code/frmDisAsm.h"
 #include "engine/state/TargetState.h"
 #include "engine/execution/Breakpoints.h"
-#include "support/DisAsmLooks.h"
-#include "support/MainFormFixture.h"
-#include "support/ModalPlayer.h"
+#include "support/ui/DisAsmLooks.h"
+#include "support/ui/MainFormFixture.h"
+#include "support/ui/ModalPlayer.h"
 
 #include <QLabel>
 #include <QMdiArea>

@@ -5,8 +5,8 @@
 #include "ui/code/frmStack.h"
 #include "engine/state/TargetState.h"
 #include "platform/TickCount.h"
-#include "support/MainFormFixture.h"
-#include "support/ModalPlayer.h"
+#include "support/ui/MainFormFixture.h"
+#include "support/ui/ModalPlayer.h"
 #include "support/ScriptedMonitor.h"
 #include "ui/views/EntryFields.h"
 
@@ -28,7 +28,7 @@ private slots:
     void init()
     {
         f = std::make_unique<MainFormFixture>();
-        board = std::make_unique<ScriptedMonitor>(*f);
+        board = std::make_unique<ScriptedMonitor>(f->line);
         for (int i = 0; i < 65536; ++i)
             board->memory[i] = std::uint8_t(i ^ (i >> 8));
         f->Start().show();   // rows are laid out in a shown frame

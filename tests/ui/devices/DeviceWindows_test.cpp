@@ -14,7 +14,7 @@
 #include "engine/source/SourceRecords.h"
 #include "hc11/asm/Assembler.h"
 #include "support/BoardProcess.h"
-#include "support/MainFormFixture.h"
+#include "support/ui/MainFormFixture.h"
 #include "support/S19Image.h"
 #include "support/WorkFolder.h"
 #include "ui/devices/frmIOBOard.h"
@@ -71,25 +71,25 @@ private slots:
         frmMain& form = f.Start();
         std::int16_t data = 0;
         TargetMemory[0x6000] = 1;
-        emit form.Velmar1.WriteRequest(0x6003, 0x42);
+        emit form.Link().Velmar1.WriteRequest(0x6003, 0x42);
         QCOMPARE(TargetMemory[0x6002], std::uint8_t(0));
 
         form.Menu("mnuViewIOunit")->trigger();
         auto* unit = qobject_cast<frmIOBOard*>(form.Window("frmIOBOard"));
-        QVERIFY(unit && form.IoUnitWindow == unit);
+        QVERIFY(unit && form.Link().IoUnitWindow == unit);
         QVERIFY(!Lit(unit->ShapeInFresh));   // a flag left in memory is not shown
         unit->TextIn->setText("-3");
         unit->CommandInput->click();
         QVERIFY(Lit(unit->ShapeInFresh));
-        emit form.Velmar1.ReadRequest(0x6001, data);
+        emit form.Link().Velmar1.ReadRequest(0x6001, data);
         QCOMPARE(data, std::int16_t(0xFD));
         QVERIFY(!Lit(unit->ShapeInFresh));
-        emit form.Velmar1.WriteRequest(0x6003, 0x81);
+        emit form.Link().Velmar1.WriteRequest(0x6003, 0x81);
         QVERIFY(Lit(unit->ShapeOutFresh));
         QCOMPARE(unit->TextOut->text(), QString("-127"));
         // A host write, as from the memory window, shows in the unit.
         std::int32_t address = 0x6003;
-        form.OutByte(address, 0x0F);
+        form.Link().OutByte(address, 0x0F);
         QCOMPARE(unit->TextOutBinary->text(), QString("00001111"));
 
         unit->TextIn->setText("999");
@@ -100,7 +100,7 @@ private slots:
 
         unit->CommandClose->click();
         QCoreApplication::processEvents();
-        QVERIFY(!form.Menu("mnuViewIOunit")->isChecked() && !form.IoUnitWindow);
+        QVERIFY(!form.Menu("mnuViewIOunit")->isChecked() && !form.Link().IoUnitWindow);
     }
 
     // The LED counter counts during Play, and restarts from an entered value.
@@ -140,7 +140,7 @@ private slots:
             }
         } recorder;
         recorder.window = unit;
-        form.IoUnitWindow = &recorder;
+        form.Link().IoUnitWindow = &recorder;
         bool entered = false;
         SetDoEventsHook([&] {
             if (!entered && recorder.written.size() >= 5) {
@@ -157,7 +157,7 @@ private slots:
         });
         form.mnuRunPlay_Click();
         SetDoEventsHook({});
-        form.IoUnitWindow = unit;
+        form.Link().IoUnitWindow = unit;
         QVERIFY2(entered, qPrintable(QString("PC %1").arg(CpuRegisters.PC, 0, 16)));
         QVERIFY(!Lit(unit->ShapeInFresh));   // the program has read the value
         QCOMPARE(TargetMemory[0x6000], std::uint8_t(0));
@@ -196,7 +196,7 @@ private slots:
         auto* terminal = qobject_cast<frmSerial*>(form.Window("frmSerial"));
         QVERIFY(terminal);
         form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(terminal->parentWidget()));
-        form.RunHC11();
+        form.mnuRunRun_Click();
         QVERIFY(BoardRunning);
         QTRY_COMPARE(terminal->RichText->toPlainText(), QString("Echo ready\n"));
 
@@ -236,7 +236,7 @@ private slots:
         QTest::keyClicks(terminal->RichText, "zz");
         std::int32_t address = 0x0100;
         std::uint8_t byte = 0;
-        form.InByte(address, byte);   // the monitor still answers frames cleanly
+        form.Link().InByte(address, byte);   // the monitor still answers frames cleanly
         QVERIFY(BoardConnected);
         QVERIFY(f.boxes.boxes.isEmpty());
         QCOMPARE(terminal->RichText->toPlainText(), shown);

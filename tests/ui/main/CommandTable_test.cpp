@@ -2,7 +2,7 @@
 
 #include "engine/state/TargetState.h"
 #include "platform/SettingsStore.h"
-#include "support/MainFormFixture.h"
+#include "support/ui/MainFormFixture.h"
 #include "ui/main/CommandTable.h"
 
 #include <QLabel>

@@ -3,8 +3,8 @@
 #include "engine/state/TargetState.h"
 #include "platform/widgets/PopupMenu.h"
 #include "engine/source/EditorRecords.h"
-#include "support/FakeToolWindow.h"
-#include "support/MainFormFixture.h"
+#include "support/ui/FakeToolWindow.h"
+#include "support/ui/MainFormFixture.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -3,7 +3,7 @@
 #include "platform/widgets/Help.h"
 #include "platform/widgets/HelpViewer.h"
 #include "platform/widgets/ModalDialog.h"
-#include "support/MainFormFixture.h"
+#include "support/ui/MainFormFixture.h"
 #include "ui/main/frmAbout.h"
 
 #include <QImage>

@@ -4,7 +4,7 @@
 #include "engine/state/TargetState.h"
 #include "platform/ProgramFolder.h"
 #include "platform/SettingsStore.h"
-#include "support/MainFormFixture.h"
+#include "support/ui/MainFormFixture.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>

@@ -1,9 +1,12 @@
 #include <QtTest>
 
 #include "platform/SettingsStore.h"
+#include "platform/widgets/WindowPlacement.h"
+#include "support/TestSettings.h"
+#include "ui/main/DefaultPlacements.h"
 #include "ui/source/frmEditor.h"
-#include "support/FakeToolWindow.h"
-#include "support/MainFormFixture.h"
+#include "support/ui/FakeToolWindow.h"
+#include "support/ui/MainFormFixture.h"
 #include "ui/main/WindowArrangement.h"
 
 #include <QMdiArea>
@@ -127,6 +130,33 @@ private slots:
             }
             QCOMPARE(stack->geometry(), stackPlace);
         }
+    }
+
+    void placementsFollowTheClientAreaAndKeepTheNormalSizeWhenMaximised()
+    {
+        QCOMPARE(DefaultPlacement("Serial", 10000, 8000).Height, 6400.0);   // defaults follow the client area
+        for (int pixels : {0, 1, 15, 640, 1920})
+            QCOMPARE(TwipsToPixelsX(PixelsToTwipsX(pixels)), pixels);
+
+        TestSettings store;
+        QWidget window;
+        LoadPlacement(&window, "Test", {0, 1500, 750, 6000, 4500});
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        const WindowPlacement normal = CurrentPlacement(&window);
+        SavePlacement(&window, "Test");
+        window.showMaximized();   // saved maximised, the normal placement stays
+        QTRY_VERIFY(window.isMaximized());
+        SavePlacement(&window, "Test");
+        QCOMPARE(GetSetting("Windows", "TestState"), QString("2"));
+        QCOMPARE(GetSetting("Windows", "TestWidth").toDouble(), normal.Width);
+
+        QWidget again;
+        LoadPlacement(&again, "Test", {});
+        again.show();
+        QTRY_VERIFY(again.isMaximized());
+        again.showNormal();
+        QTRY_COMPARE(again.size(), QSize(TwipsToPixelsX(6000), TwipsToPixelsY(normal.Height)));
     }
 };
 

@@ -8,8 +8,8 @@
 #include "platform/MSComm.h"
 #include "platform/SettingsStore.h"
 #include "ui/source/frmEditor.h"
-#include "support/MainFormFixture.h"
-#include "support/ModalPlayer.h"
+#include "support/ui/MainFormFixture.h"
+#include "support/ui/ModalPlayer.h"
 #include "support/PseudoTerminal.h"
 #include "ui/main/frmOptions.h"
 

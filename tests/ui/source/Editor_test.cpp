@@ -10,8 +10,8 @@
 #include "ui/source/frmReplace.h"
 #include "support/FileSizeLimit.h"
 #include "engine/source/SourceDocuments.h"
-#include "support/MainFormFixture.h"
-#include "support/ModalPlayer.h"
+#include "support/ui/MainFormFixture.h"
+#include "support/ui/ModalPlayer.h"
 #include "support/WorkFolder.h"
 
 #include <QApplication>

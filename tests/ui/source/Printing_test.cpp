@@ -2,8 +2,8 @@
 
 #include "platform/widgets/CommonDialog.h"
 #include "platform/widgets/PrintDialog.h"
-#include "support/MainFormFixture.h"
-#include "support/ModalPlayer.h"
+#include "support/ui/MainFormFixture.h"
+#include "support/ui/ModalPlayer.h"
 #include "support/PdfText.h"
 #include "support/WorkFolder.h"
 

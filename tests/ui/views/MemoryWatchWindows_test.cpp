@@ -12,8 +12,8 @@
 #include "platform/SettingsStore.h"
 #include "platform/TickCount.h"
 #include "support/BoardProcess.h"
-#include "support/MainFormFixture.h"
-#include "support/ModalPlayer.h"
+#include "support/ui/MainFormFixture.h"
+#include "support/ui/ModalPlayer.h"
 #include "support/ScriptedMonitor.h"
 #include "ui/views/WatchTable.h"
 #include "ui/views/frmMemory.h"
@@ -35,7 +35,7 @@ const std::vector<std::uint8_t> Program = {0x7C, 0x00, 0x40, 0xFD, 0x00, 0x41};
 std::uint8_t TargetByte(frmMain& form, std::int32_t address)
 {
     std::uint8_t byte = 0;
-    form.InByte(address, byte);
+    form.Link().InByte(address, byte);
     return byte;
 }
 
@@ -125,9 +125,9 @@ private slots:
         frmMain& form = f.StartOn(emulator.DevicePath());
         form.show();
         form.resize(1100, 700);
-        form.FlashErase();
+        form.Link().FlashErase();
         std::int32_t top = 0xFFF0;
-        form.Programm(top, std::vector<std::uint8_t>(std::begin(TopBytes), std::end(TopBytes)), 16);
+        form.Link().Programm(top, std::vector<std::uint8_t>(std::begin(TopBytes), std::end(TopBytes)), 16);
         QVERIFY(f.boxes.boxes.isEmpty());
         TopOfMemoryAndEdits(form, f);
         WatchesAndStep(form, f);
@@ -136,7 +136,7 @@ private slots:
     void aBoardThatStopsAnsweringDuringARefresh()
     {
         MainFormFixture f;
-        ScriptedMonitor monitor(f);
+        ScriptedMonitor monitor(f.line);
         monitor.memory[0x0205] = 0x41;
         int answers = 100;
         f.line.SetResponder([&](const QByteArray& frame) {
@@ -253,7 +253,7 @@ private:
     {
         // A word across $FFFF: high byte at $FFFF, low byte at $0000.
         std::int32_t zero = 0;
-        form.OutByte(zero, 0x34);
+        form.Link().OutByte(zero, 0x34);
         AddWatchTyped(form, "$FFFF", true);
         frmWatch* watch = Watches(form);
         QVERIFY(watch);
@@ -282,7 +282,7 @@ private:
         SymbolTable = {SymbolEntry{.SymbolAddress = 0x0040, .SymbolLabel = "COUNT"}};
         SymbolCount = 1;
         std::int32_t at = 0x0040;
-        form.OutBytes(at, {0x07, 0x00, 0x00}, 3);
+        form.Link().OutBytes(at, {0x07, 0x00, 0x00}, 3);
         AddWatchTyped(form, "count", false);
         AddWatchTyped(form, "65", true);
         QCOMPARE(watch->Label(1), QString("COUNT"));
@@ -291,7 +291,7 @@ private:
 
         // Step Into: INC $0040 changes COUNT and nothing else.
         std::int32_t code = 0x0180;
-        form.OutBytes(code, Program, static_cast<std::int16_t>(Program.size()));
+        form.Link().OutBytes(code, Program, static_cast<std::int16_t>(Program.size()));
         CpuRegisters.PC = 0x0180;
         // A goes to $0000 with every step: the word watch over it keeps its value.
         CpuRegisters.A = 0x34;

@@ -9,8 +9,8 @@
 #include "engine/state/TargetState.h"
 #include "platform/SettingsStore.h"
 #include "support/BoardProcess.h"
-#include "support/MainFormFixture.h"
-#include "support/ModalPlayer.h"
+#include "support/ui/MainFormFixture.h"
+#include "support/ui/ModalPlayer.h"
 #include "support/ScriptedMonitor.h"
 #include "engine/link/MonitorFrames.h"
 #include "ui/views/ChangedBitsDelegate.h"
@@ -60,7 +60,7 @@ void EnterValue(RegisterWindow* w, int row, const QString& text)
 void OpenEveryWindow(frmMain& form)
 {
     std::int32_t tcnt = 0x100E;
-    form.OutBytes(tcnt, {0x12, 0x34}, 2);
+    form.Link().OutBytes(tcnt, {0x12, 0x34}, 2);
     for (const WindowCase& w : Windows) {
         RegisterWindow* window = Open(form, w);
         QVERIFY2(window && window->ValueColumnWidth() > 0, w.window);
@@ -153,7 +153,7 @@ private slots:
     void oneReadServesTheBlockWindows()
     {
         MainFormFixture f;
-        ScriptedMonitor board(f);
+        ScriptedMonitor board(f.line);
         frmMain& form = f.Start();
         for (const WindowCase& w : Windows)
             Open(form, w);

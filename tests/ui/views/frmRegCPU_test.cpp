@@ -5,8 +5,8 @@
 #include "engine/state/TargetState.h"
 #include "platform/widgets/PopupMenu.h"
 #include "platform/TickCount.h"
-#include "support/MainFormFixture.h"
-#include "support/ModalPlayer.h"
+#include "support/ui/MainFormFixture.h"
+#include "support/ui/ModalPlayer.h"
 #include "support/ScriptedMonitor.h"
 #include "ui/views/RegisterWindow.h"
 
@@ -195,7 +195,7 @@ private slots:
     void theWindowShowsWhatTheBoardAnswersNotWhatWasTyped()
     {
         MainFormFixture f;
-        ScriptedMonitor board(f);
+        ScriptedMonitor board(f.line);
         // The X bit can't be set by a write, as on the processor.
         board.Stored = [](std::int32_t address, std::uint8_t byte) {
             return address == 8 ? std::uint8_t(byte & ~0x40) : byte;
@@ -232,7 +232,7 @@ private slots:
     void blockWindowWritesAndAutoRefreshUntilTheLinkIsLost()
     {
         MainFormFixture f;
-        ScriptedMonitor board(f);
+        ScriptedMonitor board(f.line);
         board.memory[0x1016] = 0x12;
         board.memory[0x1017] = 0x34;
         frmMain& form = f.Start();

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "support/FakeSerialLine.h"
-#include "support/MsgBoxRecorder.h"
+#include "support/ui/MsgBoxRecorder.h"
 #include "support/TestSettings.h"
 #include "ui/main/frmMain.h"
 

@@ -1,5 +1,6 @@
 // The debugger on the real windows, in the simulator and on the board emulator:
-// both back-ends must leave the same registers and stack at every stop.
+// both back-ends must leave the same registers and stack at every stop. The
+// debugger alone on both back-ends is the engine's bit branch test.
 #include <QtTest>
 
 #include "ui/code/frmDisAsm.h"
@@ -7,12 +8,10 @@
 #include "platform/DoEvents.h"
 #include "platform/SettingsStore.h"
 #include "hc11/asm/Assembler.h"
-#include "engine/execution/Breakpoints.h"
 #include "support/BoardProcess.h"
-#include "support/CpuHarness.h"
-#include "support/DebuggerFixture.h"
-#include "support/DisAsmLooks.h"
-#include "support/MainFormFixture.h"
+#include "support/ui/DisAsmLooks.h"
+#include "support/ui/MainFormFixture.h"
+#include "support/RegisterSnapshot.h"
 #include "support/S19Image.h"
 #include "engine/link/MonitorFrames.h"
 
@@ -42,87 +41,9 @@ const char* const Source =
     "        ABA\n"
     "        RTS\n";
 
-// BRSET and BRCLR in the direct, X and Y modes, each taken and not taken. A
-// taken branch skips an INCB; a branch that should not be taken leads to FAIL.
-const char* const BitBranchSource =
-    "        ORG   $2000\n"
-    "START   LDX   #$0040\n"
-    "        LDY   #$0050\n"
-    "        LDAA  #$81\n"
-    "        STAA  $40\n"
-    "        STAA  $52\n"
-    "        CLRB\n"
-    "        BRSET $40 $81 D1\n"
-    "        INCB\n"
-    "D1      BRSET $40 $02 FAIL\n"
-    "        BRCLR $40 $02 D3\n"
-    "        INCB\n"
-    "D3      BRCLR $40 $01 FAIL\n"
-    "        BRSET 0,X $80 X1\n"
-    "        INCB\n"
-    "X1      BRSET 0,X $40 FAIL\n"
-    "        BRCLR 0,X $7E X3\n"
-    "        INCB\n"
-    "X3      BRCLR 0,X $80 FAIL\n"
-    "        BRSET 2,Y $01 Y1\n"
-    "        INCB\n"
-    "Y1      BRSET 2,Y $04 FAIL\n"
-    "        BRCLR 2,Y $04 Y3\n"
-    "        INCB\n"
-    "Y3      BRCLR 2,Y $80 FAIL\n"
-    "        ADDB  #$10\n"
-    "        BRA   END\n"
-    "FAIL    LDAB  #$EE\n"
-    "END     NOP\n";
-
-struct Registers {
-    std::int32_t pc, ix, iy, sp;
-    int a, b, ccr;
-    bool operator==(const Registers&) const = default;
-};
-
-char* toString(const Registers& r)
-{
-    return qstrdup(qPrintable(QString::asprintf("PC %04X IX %04X IY %04X SP %04X A %02X B %02X CCR %02X", r.pc,
-                                                r.ix, r.iy, r.sp, r.a, r.b, r.ccr)));
-}
-
-Registers HostRegisters()
-{
-    const CpuRegisterRecord& r = CpuRegisters;
-    return {r.PC, r.IX, r.IY, r.SP, r.A, r.B, r.CCR};
-}
-
-// What the plain core does from START to END: the PC after every instruction,
-// the registers and the cycles.
-struct CoreRun {
-    QList<std::int32_t> trace;
-    Registers end;
-    int cycles = 0;
-};
-
-CoreRun RunOnCore(const std::map<int, std::uint8_t>& program, std::int32_t start, std::int32_t end)
-{
-    CpuHarness core;
-    for (const auto& [address, byte] : program)
-        core.memory.bytes[address] = byte;
-    core.cpu.regs = {};
-    core.cpu.regs.sp = 0x01FF;
-    core.cpu.regs.ccr = 0xD0;
-    core.cpu.regs.pc = static_cast<std::uint16_t>(start);
-    CoreRun run;
-    while (core.cpu.regs.pc != end && run.trace.size() < 100) {
-        run.cycles += core.cpu.Step();
-        run.trace << core.cpu.regs.pc;
-    }
-    const hc11::Registers& r = core.cpu.regs;
-    run.end = {r.pc, r.ix, r.iy, r.sp, r.a, r.b, r.ccr};
-    return run;
-}
-
 struct Stop {
     QString where;
-    Registers registers;
+    RegisterSnapshot registers;
     // Read only while a routine runs: once it has returned, the board's Step Out leaves other dead bytes.
     QByteArray stack;
     bool operator==(const Stop&) const = default;
@@ -167,76 +88,14 @@ private slots:
         QCOMPARE(board, simulator);
     }
 
-    void bitBranchesGoWhereTheCoreGoesOnBothBackEnds()
-    {
-        const auto assembled = hc11::as11::AssembleSource(BitBranchSource, "BITS");
-        QVERIFY(assembled.errors.empty());
-        const std::map<int, std::uint8_t> program = asmtest::ReadS19(assembled.s19).bytes;
-        const std::int32_t start = program.begin()->first;
-        const std::int32_t end = program.rbegin()->first;   // the NOP
-        const CoreRun core = RunOnCore(program, start, end);
-        QCOMPARE(core.end.b, 0x10);   // the program itself checks the core: no INCB, no FAIL
-        {
-            DebuggerFixture f(true);
-            RunBitBranches(f, program, core);
-            if (QTest::currentTestFailed())
-                return;
-        }
-        BoardProcess emulator;
-        QVERIFY(!emulator.DevicePath().isEmpty());
-        DebuggerFixture f(emulator.DevicePath());
-        RunBitBranches(f, program, core);
-    }
-
 private:
-    // The flow analysis and the steps on the debugger alone, without windows.
-    void RunBitBranches(DebuggerFixture& f, const std::map<int, std::uint8_t>& program, const CoreRun& core)
-    {
-        std::vector<std::uint8_t> bytes;
-        for (const auto& [address, byte] : program)
-            bytes.push_back(byte);
-        const std::int32_t start = program.begin()->first;
-        std::int32_t at = start;
-        f.link.OutBytes(at, bytes, static_cast<std::int16_t>(bytes.size()));
-        QVERIFY(BoardConnected);
-        const auto restart = [start] {
-            CpuRegisters = CpuRegisterRecord{};
-            CpuRegisters.SP = 0x01FF;
-            CpuRegisters.CCR = 0xD0;
-            SplitCCR();
-            CpuRegisters.PC = start;
-            ClockCount = 0;
-        };
-        for (const char* command : {"Step Into", "Step Over"}) {
-            restart();
-            QList<std::int32_t> trace;
-            while (CpuRegisters.PC != core.end.pc && trace.size() < core.trace.size() + 5) {
-                if (QByteArray(command) == "Step Into")
-                    f.debugger.StepInto();
-                else
-                    f.debugger.StepOver();
-                trace << CpuRegisters.PC;
-            }
-            QVERIFY2(trace == core.trace, command);
-            QCOMPARE(HostRegisters(), core.end);
-            if (QByteArray(command) == "Step Into")
-                QCOMPARE(ClockCount, core.cycles);
-        }
-        restart();
-        QVERIFY(AddBreakpoint(core.end.pc));
-        f.debugger.Play();
-        QCOMPARE(HostRegisters(), core.end);
-        QCOMPARE(ClockCount, core.cycles);
-        QVERIFY(f.reports.failures.isEmpty());
-    }
-
     void Snap(QList<Stop>& stops, const QString& where, frmMain& form)
     {
         QByteArray stack;
         if (CpuRegisters.SP < 0x01FF) {
             std::int32_t address = CpuRegisters.SP + 1;
             std::vector<std::uint8_t> bytes;
-            form.InBytes(address, bytes, 2);
+            form.Link().InBytes(address, bytes, 2);
             stack = QByteArray(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size()));
         }
         stops << Stop{where, HostRegisters(), stack};
@@ -252,16 +111,16 @@ private:
         for (const auto& [address, byte] : asmtest::ReadS19(assembled.s19).bytes)
             program.push_back(byte);
         std::int32_t at = 0x2000;
-        form.OutBytes(at, program, static_cast<std::int16_t>(program.size()));
+        form.Link().OutBytes(at, program, static_cast<std::int16_t>(program.size()));
         // The save area: A, B, IX, IY zero, SP $01FF, CCR with S, X and I set.
         CpuRegisterRecord start;
         start.SP = 0x01FF;
         start.CCR = 0xD0;
         const monitor::SaveAreaBytes saved = monitor::SaveAreaOf(start);
         at = SaveAreaAddress;
-        form.OutBytes(at, std::vector<std::uint8_t>(saved.begin(), saved.end()), SaveAreaSize);
+        form.Link().OutBytes(at, std::vector<std::uint8_t>(saved.begin(), saved.end()), SaveAreaSize);
         at = 0x01FE;
-        form.OutBytes(at, {0, 0}, 2);
+        form.Link().OutBytes(at, {0, 0}, 2);
         CpuRegisters.PC = 0x2000;
         QVERIFY(BoardConnected);
 

@@ -1,4 +1,4 @@
-#include "support/MsgBoxRecorder.h"
+#include "support/ui/MsgBoxRecorder.h"
 
 MsgBoxRecorder::MsgBoxRecorder(MsgBoxResult answer) : answer(answer)
 {

@@ -10,7 +10,7 @@
 #include "ui/source/frmEditor.h"
 #include "engine/source/SourceRecords.h"
 #include "ui/source/frmError.h"
-#include "support/MainFormFixture.h"
+#include "support/ui/MainFormFixture.h"
 #include "support/WorkFolder.h"
 
 #include <QListWidget>

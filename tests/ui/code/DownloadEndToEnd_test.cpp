@@ -8,7 +8,7 @@
 #include "engine/source/SourceRecords.h"
 #include "hc11/asm/Assembler.h"
 #include "support/BoardProcess.h"
-#include "support/MainFormFixture.h"
+#include "support/ui/MainFormFixture.h"
 #include "support/S19Image.h"
 #include "support/WorkFolder.h"
 #include "ui/views/RegisterWindow.h"
@@ -29,7 +29,7 @@ const char* const Program = " ORG $E000\n"
 std::uint8_t TargetByte(frmMain& form, std::int32_t address)
 {
     std::vector<std::uint8_t> bytes;
-    form.InBytes(address, bytes, 1);
+    form.Link().InBytes(address, bytes, 1);
     return bytes.empty() ? 0 : bytes[0];
 }
 }  // namespace
@@ -47,8 +47,8 @@ private slots:
         form.resize(1100, 640);
         // An older program in the flash, which the download's erase must clear.
         std::int32_t address = 0xE800;
-        form.FlashErase();
-        form.Programm(address, {0x12, 0x34}, 2);
+        form.Link().FlashErase();
+        form.Link().Programm(address, {0x12, 0x34}, 2);
         DownloadAndCheck(form, f);
         QCOMPARE(TargetByte(form, 0xE800), 0xFF);
 
@@ -67,7 +67,7 @@ private slots:
         folder.Enter();
         QVERIFY(folder.Write("prog.s19", "S1050100AABB94\nS105FFFEE0001D\n"));
         std::int32_t address = 0x0100;
-        form.OutBytes(address, {0x11, 0x22}, 2);
+        form.Link().OutBytes(address, {0x11, 0x22}, 2);
         CpuRegisters.PC = 0x0100;
 
         S19File = "prog.s19";
@@ -93,7 +93,7 @@ private:
         CpuRegisters.PC = 0x0100;
         // SP in the save area, as a program that set up its stack left it.
         std::int32_t savedSP = 6;
-        form.OutBytes(savedSP, {0x00, 0xFF}, 2);
+        form.Link().OutBytes(savedSP, {0x00, 0xFF}, 2);
 
         S19File = "prog.s19";
         form.mnuFileDownload_Click();

@@ -1,4 +1,4 @@
-#include "support/FakeToolWindow.h"
+#include "support/ui/FakeToolWindow.h"
 
 QStringList& FakeToolWindow::Log()
 {

@@ -1,4 +1,4 @@
-#include "support/MainFormFixture.h"
+#include "support/ui/MainFormFixture.h"
 
 #include "engine/state/TargetState.h"
 #include "platform/QtSerialDevice.h"
