@@ -7,6 +7,7 @@
 #include "support/DisAsmLooks.h"
 #include "support/MainFormFixture.h"
 #include "support/ModalPlayer.h"
+#include "support/ShownWindow.h"
 
 #include <QLabel>
 #include <QMdiArea>
@@ -49,9 +50,7 @@ private slots:
     void init()
     {
         f = std::make_unique<MainFormFixture>();
-        f->Start();
-        f->form->showNormal();
-        f->form->resize(1000, 800);
+        QVERIFY(ShowAt(f->Start(), {1000, 800}));
         TargetMode = SimulatorMode;
         BoardConnected = true;
         RunStopped = true;
@@ -86,7 +85,6 @@ private slots:
         Activate(w);
         QCOMPARE(LookOf(w, 3), Look::Current);
 
-        QVERIFY(QTest::qWaitForWindowExposed(f->form.get()));
         const QImage shot = w->grab().toImage();
         const auto colourAt = [&](int row) {
             return shot.pixelColor(w->Label[row]->mapTo(w, QPoint(w->width() - 6, w->Label[row]->height() / 2)));
