@@ -154,7 +154,7 @@ public:
     void mnuRunStepInto_Click() { debugger_.StepInto(); }
     void mnuRunStepOver_Click() { debugger_.StepOver(); }
     void mnuRunStepOut_Click() { debugger_.StepOut(); }
-    void mnuRunRunTo_Click() { debugger_.RunToCursor(); }
+    void mnuRunRunTo_Click();
     void MakeStep() { debugger_.MakeStep(); }
     void mnuRunPlay_Click() { debugger_.Play(); }
     void mnuRunAnimate_Click() { debugger_.Animate(); }
@@ -166,7 +166,6 @@ public:
     void RunCommandsChanged() override;
     void ShowPCRow() override;
     void RedrawAtPC() override;
-    void ToggleCursorBreakpoint() override;
     bool CpuWindowShown() override;
     void FollowStep(bool readBack) override;
     void SuspendTimers() override;
@@ -333,7 +332,6 @@ protected:
 private:
     QAction* runEntry_ = nullptr;   // mnuRunRun, which BoardStatus keeps off in simulator mode
 
-    QAction* viewRegCpu_ = nullptr;   // mnuViewRegCPU, looked up once: Play asks at every step
     bool tmrCommWasOn_ = false;       // the timers' states when a run began
     bool tmrRefreshWasOn_ = false;
 

@@ -186,6 +186,15 @@ private slots:
         QCOMPARE(BreakpointCount, std::int16_t(MaxBreakpoints));
         QVERIFY(!HasBreakpoint(w->PageRows[4].RowAddress));
         QCOMPARE(LookOf(w, 5), Look::Plain);
+
+        // Run to Cursor finds no room for its stop either: the same message, and no run.
+        const std::int32_t pc = CpuRegisters.PC;
+        QVERIFY(f->form->Menu("mnuRunRunTo")->isEnabled());
+        f->form->Menu("mnuRunRunTo")->trigger();
+        QCOMPARE(f->boxes.boxes.size(), 2);
+        QCOMPARE(f->boxes.boxes[1].text, f->boxes.boxes[0].text);
+        QCOMPARE(CpuRegisters.PC, pc);
+        QCOMPARE(ClockCount, 0);
     }
 };
 
