@@ -4,7 +4,7 @@
 // instruction at PC what will happen, do jumps, taken branches, calls and
 // returns on the host through the target's stack and save area, and leave
 // only straight-line code to MakeStep. The windows hear of it through the
-// DebuggerView; the state lives in core/TargetState as everywhere else.
+// DebuggerView; the state lives in engine/state/TargetState as everywhere else.
 #pragma once
 
 #include "engine/execution/DebuggerView.h"
