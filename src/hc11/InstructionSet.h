@@ -1,7 +1,8 @@
 // The M68HC11 instruction set: one declarative table of every legal opcode on
 // page 0 and behind the prefixes $18, $1A and $CD. The CPU core, the decoder,
 // the flow analysis, the cycle count and the assembler all read this table;
-// nothing else lists opcodes.
+// nothing else lists opcodes. How each mode's operand is written and laid out
+// is here too: the disassembler writes operands by it, the assembler encodes them.
 #pragma once
 
 #include <array>
