@@ -1,9 +1,11 @@
 // The M68HC11 instruction set: one declarative table of every legal opcode on
 // page 0 and behind the prefixes $18, $1A and $CD. The CPU core, the decoder,
 // the flow analysis, the cycle count and the assembler all read this table;
-// nothing else lists opcodes.
+// nothing else lists opcodes. How each mode's operand is written and laid out
+// is here too: the disassembler writes operands by it, the assembler encodes them.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -27,6 +29,47 @@ enum class Mode : std::uint8_t {
     BitBranchIndexedY = 12,
     Relative = 13,
 };
+
+// One item of an operand, in the order its bytes follow the opcode, which is
+// also the order the items are written in: "$12,X $34 $1000" is an address
+// byte, a mask and a branch offset.
+enum class Field : std::uint8_t {
+    None,
+    Byte,     // an 8-bit address, index offset or immediate value
+    Word,     // a 16-bit address or immediate value
+    Mask,     // the bit mask of the bit instructions
+    Offset,   // a branch offset, written as the address it leads to
+};
+
+// How a mode's operand is written and laid out: "#" before immediate data,
+// ",X" or ",Y" behind the first item, the items apart by a blank.
+struct OperandFormat {
+    bool immediate = false;
+    char index = 0;   // 'X', 'Y', or 0 for none
+    std::array<Field, 3> fields{};
+};
+
+constexpr OperandFormat FormatOf(Mode mode)
+{
+    using enum Field;
+    switch (mode) {
+    case Mode::Inherent: return {};
+    case Mode::Immediate8: return {true, 0, {Byte}};
+    case Mode::Immediate16: return {true, 0, {Word}};
+    case Mode::Direct: return {false, 0, {Byte}};
+    case Mode::BitDirect: return {false, 0, {Byte, Mask}};
+    case Mode::BitBranchDirect: return {false, 0, {Byte, Mask, Offset}};
+    case Mode::Extended: return {false, 0, {Word}};
+    case Mode::IndexedX: return {false, 'X', {Byte}};
+    case Mode::BitIndexedX: return {false, 'X', {Byte, Mask}};
+    case Mode::BitBranchIndexedX: return {false, 'X', {Byte, Mask, Offset}};
+    case Mode::IndexedY: return {false, 'Y', {Byte}};
+    case Mode::BitIndexedY: return {false, 'Y', {Byte, Mask}};
+    case Mode::BitBranchIndexedY: return {false, 'Y', {Byte, Mask, Offset}};
+    case Mode::Relative: return {false, 0, {Offset}};
+    }
+    return {};
+}
 
 // The 138 mnemonics, in alphabetical order. The decoder's spellings: LSL, not
 // ASL; BCC and BCS, not BHS and BLO.

@@ -1,5 +1,6 @@
 #include <QtTest>
 
+#include "hc11/InstructionText.h"
 #include "hc11/asm/Assembler.h"
 #include "support/S19Image.h"
 
@@ -76,6 +77,42 @@ private slots:
         QCOMPARE(CodeAt(longName + " EQU 1\n" + longOther + " EQU 2\n FCB " + longName + "," + longOther + "\n", 0, 2),
                  QString("01 02"));
         QCOMPARE(CodeAt("\xEF\xBB\xBF ORG $1000\n NOP\n", 0x1000, 1), QString("01"));   // a UTF-8 byte order mark
+    }
+
+    void theDisassemblersTextReadsBackIntoItsBytes()
+    {
+        // Every row written out as the disassembler shows it, operand bytes at
+        // the ends of their ranges and branches farthest forward, back and onto
+        // themselves. A 16-bit operand keeps its high byte above 0: "$0012"
+        // would read back as direct.
+        const std::array<std::uint8_t, 4> cases[] = {   // byte, mask, offset, high byte of a word
+            {0x00, 0x01, 0x7F, 0x01}, {0xFF, 0x80, 0x80, 0xFF}, {0x5A, 0xA5, 0xFE, 0x80}};
+        for (const auto& [byte, mask, offset, high] : cases) {
+            std::string source = " ORG $1000\n";
+            QStringList expected;
+            std::uint16_t next = 0x1000;
+            for (const hc11::Instruction& row : hc11::AllInstructions()) {
+                std::vector<std::uint8_t> bytes;
+                if (row.page)
+                    bytes.push_back(row.page);
+                bytes.push_back(row.opcode);
+                const std::size_t opcodeBytes = bytes.size();
+                for (const hc11::Field field : hc11::FormatOf(row.mode).fields) {
+                    if (field == hc11::Field::Word)
+                        bytes.push_back(high);
+                    if (field != hc11::Field::None)
+                        bytes.push_back(field == hc11::Field::Mask ? mask : field == hc11::Field::Offset ? offset : byte);
+                }
+                QCOMPARE(bytes.size(), std::size_t(row.length));
+                next += row.length;
+                source += ' ';
+                hc11::AppendInstructionText(source, row, bytes.data() + opcodeBytes, next);
+                source += '\n';
+                for (const std::uint8_t b : bytes)
+                    expected << QString::asprintf("%02X", b);
+            }
+            QCOMPARE(CodeAt(source, 0x1000, int(expected.size())), expected.join(' '));
+        }
     }
 
     void motorolaSpellingsAssembleAsTheManualsOnes()

@@ -40,7 +40,6 @@ struct RecordedView : DebuggerView {
     void RunCommandsChanged() override {}
     void ShowPCRow() override {}
     void RedrawAtPC() override {}
-    void ToggleCursorBreakpoint() override {}
     bool CpuWindowShown() override { return cpuWindowShown; }
     void FollowStep(bool) override { ++followSteps; }
     void SuspendTimers() override { timersOn = false; }

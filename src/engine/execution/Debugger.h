@@ -4,13 +4,14 @@
 // instruction at PC what will happen, do jumps, taken branches, calls and
 // returns on the host through the target's stack and save area, and leave
 // only straight-line code to MakeStep. The windows hear of it through the
-// DebuggerView; the state lives in core/TargetState as everywhere else.
+// DebuggerView; the state lives in engine/state/TargetState as everywhere else.
 #pragma once
 
 #include "engine/execution/DebuggerView.h"
 #include "engine/link/TargetLink.h"
 
 #include <cstdint>
+#include <optional>
 
 class Debugger {
 public:
@@ -21,8 +22,10 @@ public:
     void StepInto();
     void StepOver();
     void StepOut();
-    // A breakpoint on the disassembly window's cursor row for one Play.
-    void RunToCursor();
+    // Play until PC reaches the disassembly window's cursor row, by a
+    // breakpoint there or a temporary entry for this one run (none without a
+    // cursor row). False, with nothing done, when the table has no room left.
+    bool RunToCursor(std::optional<std::int32_t> cursor);
     // Host loops over Step Into that stop at breakpoints or on Pause; they
     // return when the run has ended.
     void Play();
@@ -62,8 +65,11 @@ private:
     bool BoardFound();
     // The decoder reads ProgramBuffer only: a PC outside it is read in first.
     bool ProgramBufferAtPC();
+    // Play with a temporary entry at the end of the breakpoint table, taken
+    // off again as the run stops; the caller has made sure there is room.
+    void PlayUntil(std::optional<std::int32_t> temporary);
     // Simulator Step Over and Step Out: Play until the temporary breakpoint
-    // at address, which a full table cannot take.
+    // at address, which a full table cannot take, then Refresh.
     void PlayToTemporaryBreakpoint(std::int32_t address);
     // The board's Step Over and Step Out: the wait for the routine's return.
     void StepOnBoardFrozen();
@@ -78,6 +84,7 @@ private:
     TargetLink& link_;
     DebuggerView& view_;
     bool clockPanelStale_ = false;
+    bool followCpuWindow_ = false;     // the CPU window was open as Play began
     bool stepWaitAbandoned_ = false;   // Pause during the board's Step Over or Step Out wait
     bool stepWaitRunning_ = false;
 };

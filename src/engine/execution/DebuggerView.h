@@ -29,9 +29,7 @@ public:
     virtual void ShowPCRow() = 0;
     // After Play: the disassembly window, if open, reads its page again at PC.
     virtual void RedrawAtPC() = 0;
-    // Sets or clears the breakpoint on the disassembly window's cursor row.
-    virtual void ToggleCursorBreakpoint() = 0;
-    // The CPU window is open: Play redraws it after each step.
+    // The CPU window is open. Asked as Play begins: the window then follows each step.
     virtual bool CpuWindowShown() = 0;
     // The CPU window shows the registers as they stand (board: the step's
     // reply has them) or reads them back from the save area first.

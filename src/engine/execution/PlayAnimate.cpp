@@ -19,6 +19,8 @@ constexpr std::uint32_t EventPassMs = 10;
 
 void Debugger::BeginRun(bool play)
 {
+    // The View entries are shut for the run: no CPU window opens meanwhile.
+    followCpuWindow_ = play && view_.CpuWindowShown();
     RunStopped = false;
     PlayActive = play;
     AnimateActive = !play;
@@ -48,8 +50,15 @@ void Debugger::LetEventsRun()
 
 void Debugger::Play()
 {
+    PlayUntil(std::nullopt);
+}
+
+void Debugger::PlayUntil(std::optional<std::int32_t> temporary)
+{
     if (!BoardFound())
         return;
+    if (temporary)
+        AddBreakpoint(*temporary);
     BeginRun(true);
     // A board's step takes milliseconds: events run after each. Simulated
     // steps are let through to the events about as often as a screen shows a
@@ -78,6 +87,10 @@ void Debugger::Play()
         else if (pump.Due())
             LetEventsRun();
     }
+    // Off the table before the page is drawn: the user never sees it.
+    std::int32_t taken = 0;
+    if (temporary)
+        TakeLastBreakpoint(taken);
     view_.RedrawAtPC();
     view_.ThawDisplay();
     PlayActive = false;

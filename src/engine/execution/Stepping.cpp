@@ -197,23 +197,20 @@ void Debugger::StepOut()
     }
 }
 
-void Debugger::RunToCursor()
+bool Debugger::RunToCursor(std::optional<std::int32_t> cursor)
 {
-    // A breakpoint on the current row for the length of one Play.
-    view_.ToggleCursorBreakpoint();
+    // A breakpoint of the user's on the row stops the run by itself.
+    const bool temporary = cursor && !HasBreakpoint(*cursor);
+    if (temporary && BreakpointCount >= MaxBreakpoints)
+        return false;
     view_.ShowPCRow();
-    Play();
-    // After a Pause elsewhere this acts on the row where the run stopped.
-    view_.ToggleCursorBreakpoint();
+    PlayUntil(temporary ? cursor : std::nullopt);
+    return true;
 }
 
 void Debugger::PlayToTemporaryBreakpoint(std::int32_t address)
 {
-    // The caller has made sure there is room; the entry taken off is the last one.
-    AddBreakpoint(address);
-    Play();
-    std::int32_t temporary = 0;
-    TakeLastBreakpoint(temporary);
+    PlayUntil(address);
     view_.Refresh();
 }
 
@@ -259,11 +256,11 @@ void Debugger::MakeStep()
                     ProgramBase = CpuRegisters.PC;
                     link_.InProgram();
                 }
-                if (view_.CpuWindowShown())
+                if (followCpuWindow_)
                     view_.FollowStep(false);
             }
         } else if (PlayActive) {
-            if (view_.CpuWindowShown())
+            if (followCpuWindow_)
                 view_.FollowStep(true);
         } else {
             view_.Refresh();

@@ -1,5 +1,5 @@
 // Colouring of assembly source in the editors: the parts of a line by kind.
-// The editors' painter is workspace/EditorColouring.h.
+// The editors' painter is ui/source/EditorColouring.h.
 #pragma once
 
 #include <QList>

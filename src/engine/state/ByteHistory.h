@@ -1,5 +1,5 @@
 // What the views have seen of target memory, byte by byte, and which bytes
-// changed across the last move of the target (core/TargetMoves.h), so that a
+// changed across the last move of the target (engine/state/TargetMoves.h), so that a
 // window can mark what the last step, run or Play changed. The register,
 // memory and watch windows all report their reads here, so a byte read by
 // one and then by another after a step is judged against the same earlier

@@ -9,6 +9,7 @@
 #include "hc11/asm/AsmOperand.h"
 #include "hc11/asm/AsmSourceLine.h"
 #include "hc11/asm/S19Writer.h"
+#include "hc11/InstructionText.h"
 
 namespace hc11::as11 {
 namespace {
@@ -555,56 +556,34 @@ void Assembly::EmitInstruction(int number)
     auto branch = [&](std::string_view text) {
         std::int32_t target = 0;
         if (!Value(text, number, target))
-            return;
-        const std::int32_t next = std::int32_t((std::uint32_t(pc_) + form.length) & 0xFFFF);
-        std::int32_t offset = ((target - next) & 0xFFFF);
-        if (offset >= 0x8000)
-            offset -= 0x10000;
-        if (offset > 127 || offset < -128) {
-            Error(number, "branch out of range by " + std::to_string(offset > 127 ? offset - 127 : -128 - offset)
+            return std::uint8_t(0);
+        const int distance = BranchDistance(std::uint16_t(pc_ + form.length), std::uint16_t(target));
+        if (distance > 127 || distance < -128) {
+            Error(number, "branch out of range by " + std::to_string(distance > 127 ? distance - 127 : -128 - distance)
                               + " bytes: " + Quote(text));
-            offset = 0;
+            return std::uint8_t(0);
         }
-        code_.back() = std::uint8_t(offset);
+        return std::uint8_t(distance);
     };
 
-    switch (form.mode) {
-    case Mode::Inherent:
-        break;
-    case Mode::Immediate8:
-        Emit(byteOf(op.address, -128, 0xFF));
-        break;
-    case Mode::Direct:
-    case Mode::IndexedX:
-    case Mode::IndexedY:
-        Emit(byteOf(op.address, 0, 0xFF));
-        break;
-    case Mode::Immediate16:
-    case Mode::Extended: {
-        std::int32_t v = 0;
-        if (!Value(op.address, number, v) || !InRange(op.address, number, v, -0x8000, 0xFFFF))
-            v = 0;
-        Emit(std::uint8_t(v >> 8));
-        Emit(std::uint8_t(v));
-        break;
-    }
-    case Mode::Relative:
-        Emit(0);
-        branch(op.address);
-        break;
-    case Mode::BitDirect:
-    case Mode::BitIndexedX:
-    case Mode::BitIndexedY:
-    case Mode::BitBranchDirect:
-    case Mode::BitBranchIndexedX:
-    case Mode::BitBranchIndexedY:
-        Emit(byteOf(op.address, 0, 0xFF));
-        Emit(byteOf(op.mask, -128, 0xFF));
-        if (!op.target.empty()) {
-            Emit(0);
-            branch(op.target);
+    // The items stand in the order of the format's fields: address, mask, target.
+    const std::string_view items[] = {op.address, op.mask, op.target};
+    const OperandFormat format = FormatOf(form.mode);
+    for (std::size_t i = 0; i < format.fields.size(); ++i) {
+        switch (format.fields[i]) {
+        case Field::None: return;
+        case Field::Byte: Emit(byteOf(items[i], format.immediate ? -128 : 0, 0xFF)); break;
+        case Field::Mask: Emit(byteOf(items[i], -128, 0xFF)); break;
+        case Field::Offset: Emit(branch(items[i])); break;
+        case Field::Word: {
+            std::int32_t v = 0;
+            if (!Value(items[i], number, v) || !InRange(items[i], number, v, -0x8000, 0xFFFF))
+                v = 0;
+            Emit(std::uint8_t(v >> 8));
+            Emit(std::uint8_t(v));
+            break;
         }
-        break;
+        }
     }
 }
 

@@ -1,6 +1,6 @@
 // "Go To Address": the dialog behind the go-to commands of the disassembly
 // and stack windows. It takes a number or a symbol and reports through
-// EntryAccepted and EntryValue (views/EntryFields.h).
+// EntryAccepted and EntryValue (ui/views/EntryFields.h).
 #pragma once
 
 #include <QDialog>

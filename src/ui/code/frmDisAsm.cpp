@@ -360,19 +360,25 @@ void frmDisAsm::mnuRefresh()
     ShowPageAtBase();
 }
 
-void frmDisAsm::mnuSetNewPC()
+std::optional<std::int32_t> frmDisAsm::CursorAddress() const
 {
     if (CurRow == 0)
-        return;
-    CpuRegisters.PC = PageRows[CurRow - 1].RowAddress;
-    MainForm->Refresh();
+        return std::nullopt;
+    return PageRows[CurRow - 1].RowAddress;
+}
+
+void frmDisAsm::mnuSetNewPC()
+{
+    if (const auto cursor = CursorAddress()) {
+        CpuRegisters.PC = *cursor;
+        MainForm->Refresh();
+    }
 }
 
 void frmDisAsm::mnuRunToCursor()
 {
-    if (CurRow == 0)
-        return;
-    RunToAddress = PageRows[CurRow - 1].RowAddress;
+    if (const auto cursor = CursorAddress())
+        RunToAddress = *cursor;
 }
 
 // ---- Keys --------------------------------------------------------------------
@@ -487,8 +493,7 @@ void frmDisAsm::Label_DblClick(int Index)
             SetLook(Index, Qt::white, CurrentColour);
         break;
     case BreakpointToggle::TableFull:
-        MsgBox(QStringLiteral("  Can't Set Breakpoint !\n (Max. Breakpoints = %1)").arg(MaxBreakpoints),
-               MbOkOnly | MbExclamation, QStringLiteral("Orvane - Breakpoint Error"));
+        SayTableFull();
         break;
     case BreakpointToggle::Added: {
         MainForm->BreakpointCountChanged();
@@ -498,6 +503,12 @@ void frmDisAsm::Label_DblClick(int Index)
         break;
     }
     }
+}
+
+void frmDisAsm::SayTableFull()
+{
+    MsgBox(QStringLiteral("  Can't Set Breakpoint !\n (Max. Breakpoints = %1)").arg(MaxBreakpoints),
+           MbOkOnly | MbExclamation, QStringLiteral("Orvane - Breakpoint Error"));
 }
 
 void frmDisAsm::mnuToggleBreakpoint()

@@ -13,6 +13,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 
 class QScrollBar;
 
@@ -56,6 +57,10 @@ public:
     Q_INVOKABLE void mnuRefresh();
     Q_INVOKABLE void mnuToggleBreakpoint();
     void SetCurRow(std::int16_t& Row);
+    // The address of the current row; none while no page is shown.
+    std::optional<std::int32_t> CursorAddress() const;
+    // The message of a breakpoint that finds the table full.
+    static void SayTableFull();
 
     // ---- Events -------------------------------------------------------------
     // Up, Down, Page Up and Page Down move the page; other keys are thrown away.

@@ -1,4 +1,4 @@
-// "Download": the modal window that shows a download (code/S19Download.h).
+// "Download": the modal window that shows a download (engine/code/S19Download.h).
 // It starts the run on its first activation, so it is on the screen before
 // the first byte moves. After a run that wrote something the debugger is set
 // up for the program: breakpoints gone, the CPU, stack and disassembly

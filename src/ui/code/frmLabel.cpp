@@ -2,21 +2,17 @@
 
 #include "engine/code/LabelList.h"
 #include "engine/state/AppSettings.h"
-#include "platform/widgets/Fonts.h"
-#include "platform/widgets/WindowPlacement.h"
 #include "ui/main/frmMain.h"
+#include "ui/views/LabelValueList.h"
 
 #include <QAction>
-#include <QHeaderView>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QTreeWidget>
-#include <QVBoxLayout>
 
 namespace {
 frmLabel* TheInstance = nullptr;
 const QString SortKey = QStringLiteral("LabelSort");
-constexpr double NameColumnTwips = 780;
 }  // namespace
 
 frmLabel* frmLabel::Instance()
@@ -39,18 +35,7 @@ QWidget* CreateLabel(frmMain& main)
 frmLabel::frmLabel(frmMain& main) : ToolWindow(main, QStringLiteral("Labels"), QStringLiteral("Label"))
 {
     setObjectName(QStringLiteral("frmLabel"));
-    setFont(FixedPitchFont(QStringLiteral("Courier New"), 9.75));
-
-    ListView = new QTreeWidget(this);
-    ListView->setObjectName(QStringLiteral("ListView"));
-    ListView->setRootIsDecorated(false);
-    ListView->setHeaderHidden(true);   // two columns without captions
-    ListView->setUniformRowHeights(true);
-    ListView->setSelectionBehavior(QAbstractItemView::SelectRows);
-    ListView->viewport()->installEventFilter(this);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(ListView);
+    ListView = AddLabelValueList(*this);
 
     // The sort popup belongs to frmMain; its entries act on this window while it lives.
     connect(MainForm->Menu("mnuPopupSortName"), &QAction::triggered, this, &frmLabel::mnuPopupSortName_Click);
@@ -81,8 +66,6 @@ void frmLabel::Redraw()
 {
     ListView->setSortingEnabled(false);
     ListView->clear();
-    ListView->setColumnCount(2);
-    ListView->setColumnWidth(0, TwipsToPixelsX(NameColumnTwips));
     ListView->setColumnWidth(1, fontMetrics().horizontalAdvance(QString(5, QLatin1Char(' '))));
     QList<QTreeWidgetItem*> items;
     for (const LabelRow& row : LabelRows(LabelSortMode))
@@ -112,12 +95,9 @@ void frmLabel::ListView_RightButton(const QPoint& globalPos)
 
 bool frmLabel::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == ListView->viewport() && event->type() == QEvent::MouseButtonPress) {
-        const auto* press = static_cast<QMouseEvent*>(event);
-        if (press->button() == Qt::RightButton) {
-            ListView_RightButton(press->globalPosition().toPoint());
-            return true;
-        }
+    if (const QMouseEvent* press = RightButtonPress(event); press && watched == ListView->viewport()) {
+        ListView_RightButton(press->globalPosition().toPoint());
+        return true;
     }
     return ToolWindow::eventFilter(watched, event);
 }

@@ -15,6 +15,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <tuple>
+
 namespace {
 const QColor Lit(255, 0, 0);
 const QColor Unlit(128, 128, 128);
@@ -35,12 +37,66 @@ void Light(QLabel* lamp, bool lit)
     lamp->setPalette(palette);
 }
 
-QLineEdit* ReadOnlyField(QWidget* parent, const QString& name)
+QLineEdit* Field(QWidget* parent, const QString& name, bool readOnly)
 {
     auto* field = new QLineEdit(parent);
     field->setObjectName(name);
-    field->setReadOnly(true);
+    field->setReadOnly(readOnly);
     return field;
+}
+
+// What tells the In Unit's group from the Out Unit's.
+struct UnitGroupLook {
+    const char* side;          // "In" or "Out": the caption and the controls' names carry it
+    bool textReadOnly;         // the Out Unit's byte is only shown
+    QStringList formats;
+    const char* commandName;
+    const char* commandCaption;
+    const char* freshCaption;
+};
+
+// The controls of one group, the same for both units.
+struct UnitGroup {
+    QGroupBox* box;
+    QLineEdit* text;
+    QComboBox* format;
+    QPushButton* command;
+    QLineEdit* binary;
+    QLabel* fresh;
+    QFormLayout* form;
+
+    auto Controls() const { return std::tuple(text, format, command, binary, fresh); }
+};
+
+// The byte, its format and the command on one line; the data register in
+// binary; the lamp that says a byte waits.
+UnitGroup BuildUnitGroup(QWidget* parent, const UnitGroupLook& look)
+{
+    const QString side = QString::fromLatin1(look.side);
+    UnitGroup g{};
+    g.box = new QGroupBox(side + QStringLiteral(" Unit"), parent);
+    g.text = Field(g.box, QStringLiteral("Text") + side, look.textReadOnly);
+    g.format = new QComboBox(g.box);
+    g.format->setObjectName(QStringLiteral("ComboFormat") + side);
+    g.format->addItems(look.formats);
+    g.command = new QPushButton(QString::fromLatin1(look.commandCaption), g.box);
+    g.command->setObjectName(QString::fromLatin1(look.commandName));
+    g.binary = Field(g.box, QStringLiteral("Text%1Binary").arg(side), true);
+    g.fresh = Lamp(g.box, QStringLiteral("Shape%1Fresh").arg(side));
+    auto* entry = new QHBoxLayout;
+    entry->addWidget(g.text);
+    entry->addWidget(g.format);
+    entry->addWidget(g.command);
+    auto* fresh = new QHBoxLayout;
+    fresh->addWidget(g.fresh);
+    fresh->addWidget(new QLabel(QString::fromLatin1(look.freshCaption), g.box));
+    fresh->addStretch();
+    g.form = new QFormLayout;
+    g.form->addRow(entry);
+    g.form->addRow(QStringLiteral("Data Register"), g.binary);
+    g.form->addRow(fresh);
+    g.box->setLayout(g.form);
+    return g;
 }
 }  // namespace
 
@@ -54,67 +110,27 @@ QWidget* CreateIOBOard(frmMain& main)
 // The unit keeps no placement: it opens where the MDI area puts it.
 frmIOBOard::frmIOBOard(frmMain& main) : ToolWindow(main, QStringLiteral("Input-Output Unit"), QString())
 {
+    const UnitGroup in = BuildUnitGroup(
+        this, {"In", false, iounit::InFormats(), "CommandInput", "Enter", "Data Pending"});
+    std::tie(TextIn, ComboFormatIn, CommandInput, TextInBinary, ShapeInFresh) = in.Controls();
 
-    auto* in = new QGroupBox(QStringLiteral("In Unit"), this);
-    TextIn = new QLineEdit(in);
-    TextIn->setObjectName(QStringLiteral("TextIn"));
-    ComboFormatIn = new QComboBox(in);
-    ComboFormatIn->setObjectName(QStringLiteral("ComboFormatIn"));
-    ComboFormatIn->addItems(iounit::InFormats());
-    CommandInput = new QPushButton(QStringLiteral("Enter"), in);
-    CommandInput->setObjectName(QStringLiteral("CommandInput"));
-    TextInBinary = ReadOnlyField(in, QStringLiteral("TextInBinary"));
-    ShapeInFresh = Lamp(in, QStringLiteral("ShapeInFresh"));
-    auto* inRow = new QHBoxLayout;
-    inRow->addWidget(TextIn);
-    inRow->addWidget(ComboFormatIn);
-    inRow->addWidget(CommandInput);
-    auto* inPending = new QHBoxLayout;
-    inPending->addWidget(ShapeInFresh);
-    inPending->addWidget(new QLabel(QStringLiteral("Data Pending"), in));
-    inPending->addStretch();
-    auto* inForm = new QFormLayout;
-    inForm->addRow(inRow);
-    inForm->addRow(QStringLiteral("Data Register"), TextInBinary);
-    inForm->addRow(inPending);
-    in->setLayout(inForm);
-
-    auto* out = new QGroupBox(QStringLiteral("Out Unit"), this);
-    TextOut = ReadOnlyField(out, QStringLiteral("TextOut"));
-    ComboFormatOut = new QComboBox(out);
-    ComboFormatOut->setObjectName(QStringLiteral("ComboFormatOut"));
-    ComboFormatOut->addItems(iounit::OutFormats());
-    CommandRead = new QPushButton(QStringLiteral("Read"), out);
-    CommandRead->setObjectName(QStringLiteral("CommandRead"));
-    TextOutBinary = ReadOnlyField(out, QStringLiteral("TextOutBinary"));
-    ShapeOutFresh = Lamp(out, QStringLiteral("ShapeOutFresh"));
-    auto* outRow = new QHBoxLayout;
-    outRow->addWidget(TextOut);
-    outRow->addWidget(ComboFormatOut);
-    outRow->addWidget(CommandRead);
-    auto* outReady = new QHBoxLayout;
-    outReady->addWidget(ShapeOutFresh);
-    outReady->addWidget(new QLabel(QStringLiteral("Data Ready"), out));
-    outReady->addStretch();
+    const UnitGroup out = BuildUnitGroup(
+        this, {"Out", true, iounit::OutFormats(), "CommandRead", "Read", "Data Ready"});
+    std::tie(TextOut, ComboFormatOut, CommandRead, TextOutBinary, ShapeOutFresh) = out.Controls();
     auto* leds = new QHBoxLayout;
     for (int i = 0; i < 8; ++i) {
         auto* cell = new QVBoxLayout;
-        ShapeLed[i] = Lamp(out, QStringLiteral("ShapeLed%1").arg(i));
-        auto* label = new QLabel(QString::number(i + 1), out);
+        ShapeLed[i] = Lamp(out.box, QStringLiteral("ShapeLed%1").arg(i));
+        auto* label = new QLabel(QString::number(i + 1), out.box);
         label->setAlignment(Qt::AlignCenter);
         cell->addWidget(ShapeLed[i], 0, Qt::AlignHCenter);
         cell->addWidget(label);
         leds->addLayout(cell);
     }
-    CheckLEDPower = new QCheckBox(QStringLiteral("LED Power On"), out);
+    CheckLEDPower = new QCheckBox(QStringLiteral("LED Power On"), out.box);
     CheckLEDPower->setObjectName(QStringLiteral("CheckLEDPower"));
-    auto* outForm = new QFormLayout;
-    outForm->addRow(outRow);
-    outForm->addRow(QStringLiteral("Data Register"), TextOutBinary);
-    outForm->addRow(outReady);
-    outForm->addRow(leds);
-    outForm->addRow(CheckLEDPower);
-    out->setLayout(outForm);
+    out.form->addRow(leds);
+    out.form->addRow(CheckLEDPower);
 
     CommandClose = new QPushButton(QStringLiteral("Close"), this);
     CommandClose->setObjectName(QStringLiteral("CommandClose"));
@@ -122,8 +138,8 @@ frmIOBOard::frmIOBOard(frmMain& main) : ToolWindow(main, QStringLiteral("Input-O
     closeRow->addStretch();
     closeRow->addWidget(CommandClose);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(in);
-    layout->addWidget(out);
+    layout->addWidget(in.box);
+    layout->addWidget(out.box);
     layout->addLayout(closeRow);
     layout->setSizeConstraint(QLayout::SetFixedSize);
 

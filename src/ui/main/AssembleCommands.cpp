@@ -1,6 +1,6 @@
 // Assemble on frmMain: the menu entry and toolbar button, and the main
 // window as the run's AssembleReports: the Save entry, the message boxes,
-// the symbols and the error list. The run itself is source/AssembleFile.
+// the symbols and the error list. The run itself is engine/source/AssembleFile.
 #include "platform/widgets/MsgBox.h"
 #include "engine/source/AssembleFile.h"
 #include "engine/source/SourceDocuments.h"

@@ -1,7 +1,9 @@
 // The main window as the debugger's view: Pause's entry and button, the
-// disassembly and CPU windows' parts in a step or a run, the timers.
+// disassembly and CPU windows' parts in a step or a run, the timers; and
+// Run to Cursor, which hands the debugger the cursor row's address.
 #include "engine/state/TargetState.h"
 #include "platform/DoEvents.h"
+#include "ui/code/frmDisAsm.h"
 #include "ui/main/frmMain.h"
 
 #include <QAction>
@@ -34,16 +36,16 @@ void frmMain::RedrawAtPC()
         RefreshView(TargetView::Code);
 }
 
-void frmMain::ToggleCursorBreakpoint()
+void frmMain::mnuRunRunTo_Click()
 {
-    CallWindow(Window(DisAsm), "mnuToggleBreakpoint");
+    const auto* disAsm = qobject_cast<const frmDisAsm*>(Window(DisAsm));
+    if (!debugger_.RunToCursor(disAsm ? disAsm->CursorAddress() : std::nullopt))
+        frmDisAsm::SayTableFull();
 }
 
 bool frmMain::CpuWindowShown()
 {
-    if (!viewRegCpu_)
-        viewRegCpu_ = Menu(QStringLiteral("mnuViewRegCPU"));
-    return viewRegCpu_->isChecked();
+    return Window(QStringLiteral("frmRegCPU")) != nullptr;
 }
 
 void frmMain::FollowStep(bool readBack)

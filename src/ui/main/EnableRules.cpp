@@ -16,7 +16,7 @@
 //                                       deactivation DisAsmDeactivated, unload DisAsmUnloaded
 //   B     first / last breakpoint       breakpoint table: BreakpointCountChanged
 //   N     Window menu opens             mnuWindow's aboutToShow: mnuWindow_Click
-//   R     simulator mode                LinkStateChanged (workspace/BoardEvents.cpp)
+//   R     simulator mode                LinkStateChanged (ui/main/BoardEvents.cpp)
 #include "engine/state/TargetState.h"
 #include "platform/widgets/PopupMenu.h"
 #include "engine/source/EditorRecords.h"

@@ -1,5 +1,5 @@
 // The File menu's document commands on frmMain: New, Open, Close, Save, Save
-// As. Reading, writing and their encodings are source/SourceFile's.
+// As. Reading, writing and their encodings are engine/source/SourceFile's.
 #include "platform/widgets/MsgBox.h"
 #include "engine/source/EditorRecords.h"
 #include "engine/source/SourceFile.h"

@@ -1,6 +1,6 @@
 // Loading the symbols of a listing on frmMain: the file dialog, the hourglass,
 // panel 3, the messages, and the windows that show symbols. The reading is
-// the listing reader's (code/ListingReader.h).
+// the listing reader's (engine/code/ListingReader.h).
 #include "engine/code/ListingReader.h"
 #include "ui/code/frmLabel.h"
 #include "platform/DoEvents.h"

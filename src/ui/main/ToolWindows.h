@@ -24,10 +24,10 @@
 //     mnuToggleBreakpoint, mnuClearAllBreakpoints, PageRedraw; frmStack
 //     mnuEnter, mnuGoToSPAddress, mnuGoToAddress; frmMemory mnuMemoryEnter,
 //     mnuMemoryAddress, mnuMemoryRefresh.
-//  4. The widget derives from ToolWindow (views/ToolWindow.h), which keeps
+//  4. The widget derives from ToolWindow (ui/views/ToolWindow.h), which keeps
 //     the placement, the View entry's check, activation and the popups, and
 //     hands out the target as link_, frmMain's one TargetLink
-//     (target/TargetLink.h) with InByte, InBytes, OutByte, OutBytes,
+//     (engine/link/TargetLink.h) with InByte, InBytes, OutByte, OutBytes,
 //     InMemory and the rest. Its failures show their message boxes by
 //     themselves; the window tests BoardConnected. RefreshRun calls the
 //     window's mnuRefresh while it is open.

@@ -74,7 +74,7 @@ public:
     QString PanelText(int panel) const;
     QLabel* Panel(int panel) const;
 
-    // ---- Start-up and shut-down (workspace/Startup.cpp) ---------------------
+    // ---- Start-up and shut-down (ui/main/Startup.cpp) ---------------------
     void MDIForm_Load();
     // Writes the settings; runs when the window closes for good.
     void MDIForm_Unload();
@@ -96,7 +96,7 @@ public:
     void PassToTerminal(const QByteArray& bytes) override;
 
     // ---- Refresh cycle: forwards to the engine's RefreshCycle -----------------
-    // The tool windows as its views (workspace/DisplayRefresh.cpp).
+    // The tool windows as its views (ui/main/DisplayRefresh.cpp).
     bool ViewShown(TargetView view) override;
     void RefreshView(TargetView view) override;
     void ClockCountUpdate();
@@ -116,25 +116,24 @@ public:
     void mnuRunStepInto_Click() { debugger_.StepInto(); }
     void mnuRunStepOver_Click() { debugger_.StepOver(); }
     void mnuRunStepOut_Click() { debugger_.StepOut(); }
-    void mnuRunRunTo_Click() { debugger_.RunToCursor(); }
+    void mnuRunRunTo_Click();
     void mnuRunPlay_Click() { debugger_.Play(); }
     void mnuRunAnimate_Click() { debugger_.Animate(); }
     void mnuRunPause_Click() { debugger_.Pause(); }
 
-    // ---- The debugger's view (workspace/DebuggerWindows.cpp) -------------------
+    // ---- The debugger's view (ui/main/DebuggerWindows.cpp) -------------------
     void SetPauseEnabled(bool on) override;
     void ShowClockCount() override { ClockCountUpdate(); }
     void RunCommandsChanged() override;
     void ShowPCRow() override;
     void RedrawAtPC() override;
-    void ToggleCursorBreakpoint() override;
     bool CpuWindowShown() override;
     void FollowStep(bool readBack) override;
     void SuspendTimers() override;
     void ResumeTimers() override;
     void LetEventsRun() override;
 
-    // ---- Child windows (workspace/ToolWindows.cpp) ---------------------------
+    // ---- Child windows (ui/main/ToolWindows.cpp) ---------------------------
     // A tool window is open while its View entry is checked; see ToolWindows.h.
     bool IsOpen(const QString& window) const;
     // The loaded window of that name, or nullptr.
@@ -151,7 +150,7 @@ public:
     // not loaded or has no such method.
     bool CallWindow(QWidget* window, const char* method);
 
-    // ---- Enable rules (workspace/EnableRules.cpp) ----------------------------
+    // ---- Enable rules (ui/main/EnableRules.cpp) ----------------------------
     // Each state change calls the routine of its rule; see EnableRules.cpp.
     struct EditorCommandState {
         bool textChanged = false;
@@ -180,7 +179,7 @@ public:
     int HelpContextOf(const QString& name) const;
     void SetHelpContext(const QString& name, int context);
 
-    // ---- Symbols from listings (workspace/SymbolCommands.cpp) ----------------
+    // ---- Symbols from listings (ui/main/SymbolCommands.cpp) ----------------
     // Rebuilds SymbolTable from the listing that Dialog.FileName names and
     // shows the result in panel 3; failures go to "Orvane - Read Error".
     void LoadSymbols();
@@ -189,7 +188,7 @@ public:
     void FileLoadSymbols();
     void mnuFileLoadSymbols_Click();
 
-    // ---- Watches (views/WatchCommands.cpp) --------------------------------------
+    // ---- Watches (ui/main/WatchCommands.cpp) --------------------------------------
     // Add Watch also serves Ctrl+W, toolbar button 34 and the watch popup;
     // Edit and Remove act on the watch window's selected row, if any.
     void mnuDebugAddWatch_Click();
@@ -198,7 +197,7 @@ public:
     // The reload rule, at SymbolsLoaded.
     void WatchSymbolsReloaded();
 
-    // ---- Download (workspace/DownloadCommands.cpp, code/frmDownload.cpp) -----
+    // ---- Download (ui/main/DownloadCommands.cpp, ui/code/frmDownload.cpp) -----
     // The File menu entry: S19File if that file exists (nothing if it has
     // gone), else the open dialog; then ClockCount starts again from 0.
     void mnuFileDownload_Click();
@@ -206,7 +205,7 @@ public:
     // the menu entry's way.
     void FileDownload();
 
-    // ---- Assemble (workspace/AssembleCommands.cpp, source/AssembleFile.h) ----
+    // ---- Assemble (ui/main/AssembleCommands.cpp, engine/source/AssembleFile.h) ----
     // The editor documents; nullptr while there are none to ask.
     SourceDocuments* Documents = nullptr;
     // ok false when the user declines to save the active document's changes.
@@ -221,7 +220,7 @@ public:
     void ShowErrorList();
     // The error list while it is loaded, else nullptr.
     frmError* ErrorList() const;
-    // ---- Documents (workspace/FileCommands.cpp, workspace/EditCommands.cpp) --
+    // ---- Documents (ui/main/FileCommands.cpp, ui/main/EditCommands.cpp) --
     void NewEditor();
     // Reads a file into a new editor and shows it; nullptr if it could not
     // be read, which "Orvane - Read Error" tells.
@@ -245,7 +244,7 @@ public:
     void mnuEditFindNext_Click();
     void mnuEditReplace_Click();
     void mnuEditGoToLine_Click();
-    // ---- Printing (workspace/PrintCommands.cpp) -------------------------------
+    // ---- Printing (ui/main/PrintCommands.cpp) -------------------------------
     // What is printed: the active document's title and text. The editors set
     // the provider; it answers nothing while no document is active, and the
     // print commands then do nothing.
@@ -266,9 +265,9 @@ public:
     void mnuFileExit_Click();
     void mnuViewToolbar_Click();
     void mnuViewStatusBar_Click();
-    // The Options dialog (workspace/frmOptions.cpp).
+    // The Options dialog (ui/main/frmOptions.cpp).
     void mnuViewOptions_Click();
-    // Arrange Debugger, and the editors' Cascade and Tile (workspace/WindowArrangement.cpp).
+    // Arrange Debugger, and the editors' Cascade and Tile (ui/main/WindowArrangement.cpp).
     void mnuWindowArrangeDebugger_Click();
     void mnuWindowCascade_Click();
     void mnuWindowTileHorizontal_Click();
@@ -294,7 +293,6 @@ protected:
 private:
     QAction* runEntry_ = nullptr;   // mnuRunRun, which BoardStatus keeps off in simulator mode
 
-    QAction* viewRegCpu_ = nullptr;   // mnuViewRegCPU, looked up once: Play asks at every step
     bool tmrCommWasOn_ = false;       // the timers' states when a run began
     bool tmrRefreshWasOn_ = false;
 

@@ -1,5 +1,5 @@
 // The painter of the editors' assembly colouring: the parts come from
-// ColourParts (source/AsmColouring.h); this paints them as lines come into view.
+// ColourParts (engine/source/AsmColouring.h); this paints them as lines come into view.
 #include "ui/source/EditorColouring.h"
 
 #include "engine/source/AsmColouring.h"

@@ -1,13 +1,12 @@
 #include "ui/views/ListWindow.h"
 
 #include "engine/state/TargetState.h"
-#include "platform/widgets/Fonts.h"
 #include "platform/widgets/PopupMenu.h"
-#include "platform/widgets/WindowPlacement.h"
 #include "engine/link/TargetLink.h"
 #include "ui/views/ChangedBitsDelegate.h"
 #include "ui/views/EntryFields.h"
 #include "ui/views/frmEnterVal.h"
+#include "ui/views/LabelValueList.h"
 #include "ui/main/frmMain.h"
 
 #include <QAction>
@@ -17,12 +16,10 @@
 #include <QMouseEvent>
 #include <QStyle>
 #include <QTreeWidget>
-#include <QVBoxLayout>
 
 #include <algorithm>
 
 namespace {
-constexpr double LabelColumnTwips = 780;   // a long symbol is cut by the column
 constexpr int DefaultEntryHelp = 193;
 const char* const PopupHelpEntries[] = {"mnuPopupViewEnter", "mnuPopupViewHex", "mnuPopupViewBin",
                                         "mnuPopupViewDec", "mnuPopupViewAutoRefresh"};
@@ -45,25 +42,13 @@ QAction* FormatEntry(char format)
 ListWindow::ListWindow(frmMain& main, const QString& caption, const QString& placementPrefix, Traits traits)
     : ToolWindow(main, caption, placementPrefix), traits_(traits)
 {
-    setFont(FixedPitchFont(QStringLiteral("Courier New"), 9.75));
-    ListView = new QTreeWidget(this);
-    ListView->setObjectName(QStringLiteral("ListView"));
-    ListView->setColumnCount(2);
-    ListView->setRootIsDecorated(false);
-    ListView->setHeaderHidden(true);   // two columns without captions
-    ListView->setUniformRowHeights(true);
+    ListView = AddLabelValueList(*this);
     ListView->setTextElideMode(Qt::ElideNone);
-    ListView->setSelectionBehavior(QAbstractItemView::SelectRows);
     ListView->header()->setStretchLastSection(false);
     ListView->header()->setMinimumSectionSize(0);
-    ListView->setColumnWidth(0, TwipsToPixelsX(LabelColumnTwips));
     ListView->setColumnWidth(1, 0);
     ListView->setItemDelegateForColumn(1, new ChangedBitsDelegate(ListView));
-    ListView->installEventFilter(this);
-    ListView->viewport()->installEventFilter(this);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(ListView);
+    ListView->installEventFilter(this);   // Enter opens the value dialog
 }
 
 // ---- Rows ---------------------------------------------------------------------
@@ -286,13 +271,11 @@ void ListWindow::ListView_RightButton(const QPoint& viewportPos)
 bool ListWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == ListView->viewport()) {
-        if (event->type() == QEvent::MouseButtonPress) {
-            const auto* press = static_cast<QMouseEvent*>(event);
-            if (press->button() == Qt::RightButton) {
-                ListView_RightButton(press->position().toPoint());
-                return true;
-            }
-        } else if (event->type() == QEvent::MouseButtonDblClick) {
+        if (const QMouseEvent* press = RightButtonPress(event)) {
+            ListView_RightButton(press->position().toPoint());
+            return true;
+        }
+        if (event->type() == QEvent::MouseButtonDblClick) {
             mnuEnter();
             return true;
         }

@@ -19,7 +19,7 @@ struct RegisterWindowKind {
     // The value of rows[index] in the host's copy.
     std::int32_t (*value)(const RegisterRow& row, int index);
     // Whether the rows' bytes are the target's at their addresses, whose
-    // changes core/ByteHistory.h tracks; the CPU's are not.
+    // changes engine/state/ByteHistory.h tracks; the CPU's are not.
     bool tracked = false;
 };
 

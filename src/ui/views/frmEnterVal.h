@@ -1,6 +1,6 @@
 // "Enter Value": the one dialog in which the user types a number for a
 // register, a stack byte or a watch. It knows nothing of targets: it loads
-// itself from the exchange fields (views/EntryFields.h) and leaves the parsed
+// itself from the exchange fields (ui/views/EntryFields.h) and leaves the parsed
 // number in EntryValue.
 #pragma once
 

@@ -10,6 +10,8 @@
 #include "support/ScriptedMonitor.h"
 
 #include <initializer_list>
+#include <optional>
+#include <vector>
 
 namespace {
 void Poke(std::array<std::uint8_t, 65536>& memory, std::int32_t address, std::initializer_list<int> bytes)
@@ -53,6 +55,52 @@ private slots:
         QCOMPARE(CpuRegisters.PC, 0x2003);
         QCOMPARE(ClockCount, 20);
         QCOMPARE(BreakpointCount, std::int16_t(MaxBreakpoints));
+    }
+
+    // Run to Cursor stops at the cursor row and leaves the table as it found
+    // it: a breakpoint of the user's on the row stays (and stops the run), a
+    // Pause elsewhere leaves no entry behind, a full table without the row
+    // runs nothing.
+    void runToCursorLeavesTheTableAsItFoundIt()
+    {
+        std::vector<std::int32_t> full;
+        for (int i = 0; i < MaxBreakpoints; ++i)
+            full.push_back(0x4000 + i);
+        std::vector<std::int32_t> fullWithRow = full;
+        fullWithRow.back() = 0x2002;
+        const struct {
+            const char* what;
+            std::optional<std::int32_t> cursor;
+            std::vector<std::int32_t> table;
+            bool pause;
+            bool runs;
+            std::int32_t stop;   // PC afterwards; 0: wherever the Pause caught it
+        } cases[] = {
+            {"plain", 0x2002, {}, false, true, 0x2002},
+            {"the user's breakpoint on the row", 0x2002, {0x2002, 0x3000}, false, true, 0x2002},
+            {"no cursor row: Play", std::nullopt, {0x2001}, false, true, 0x2001},
+            {"full table with the row", 0x2002, fullWithRow, false, true, 0x2002},
+            {"full table without the row", 0x2002, full, false, false, 0x2000},
+            {"paused before the row", 0x3000, {0x4000}, true, true, 0},
+        };
+        for (const auto& c : cases) {
+            DebuggerFixture f(true);
+            Poke(TargetMemory, 0x2000, {0x4C, 0x4C, 0x20, 0xFC});   // INCA; INCA; BRA back
+            CpuRegisters.PC = 0x2000;
+            for (const std::int32_t address : c.table)
+                AddBreakpoint(address);
+            DoEventsAction pause([&] {
+                if (c.pause && PlayActive && CpuRegisters.A >= 3)
+                    f.debugger.Pause();
+            });
+            QVERIFY2(f.debugger.RunToCursor(c.cursor) == c.runs, c.what);
+            if (c.stop)
+                QVERIFY2(CpuRegisters.PC == c.stop, c.what);
+            QVERIFY2((ClockCount > 0) == c.runs, c.what);
+            const std::vector<std::int32_t> after(BreakpointTable.begin(), BreakpointTable.begin() + BreakpointCount);
+            QVERIFY2(after == c.table, c.what);
+            QVERIFY2(RunStopped && !PlayActive && !f.view.frozen, c.what);
+        }
     }
 
     void theBoardGetsACallToTheComputedAddress()

@@ -7,6 +7,7 @@
 #include "support/ui/DisAsmLooks.h"
 #include "support/ui/MainFormFixture.h"
 #include "support/ui/ModalPlayer.h"
+#include "support/ui/ShownWindow.h"
 
 #include <QLabel>
 #include <QMdiArea>
@@ -49,9 +50,7 @@ private slots:
     void init()
     {
         f = std::make_unique<MainFormFixture>();
-        f->Start();
-        f->form->showNormal();
-        f->form->resize(1000, 800);
+        QVERIFY(ShowAt(f->Start(), {1000, 800}));
         TargetMode = SimulatorMode;
         BoardConnected = true;
         RunStopped = true;
@@ -86,7 +85,6 @@ private slots:
         Activate(w);
         QCOMPARE(LookOf(w, 3), Look::Current);
 
-        QVERIFY(QTest::qWaitForWindowExposed(f->form.get()));
         const QImage shot = w->grab().toImage();
         const auto colourAt = [&](int row) {
             return shot.pixelColor(w->Label[row]->mapTo(w, QPoint(w->width() - 6, w->Label[row]->height() / 2)));
@@ -188,6 +186,15 @@ private slots:
         QCOMPARE(BreakpointCount, std::int16_t(MaxBreakpoints));
         QVERIFY(!HasBreakpoint(w->PageRows[4].RowAddress));
         QCOMPARE(LookOf(w, 5), Look::Plain);
+
+        // Run to Cursor finds no room for its stop either: the same message, and no run.
+        const std::int32_t pc = CpuRegisters.PC;
+        QVERIFY(f->form->Menu("mnuRunRunTo")->isEnabled());
+        f->form->Menu("mnuRunRunTo")->trigger();
+        QCOMPARE(f->boxes.boxes.size(), 2);
+        QCOMPARE(f->boxes.boxes[1].text, f->boxes.boxes[0].text);
+        QCOMPARE(CpuRegisters.PC, pc);
+        QCOMPARE(ClockCount, 0);
     }
 };
 

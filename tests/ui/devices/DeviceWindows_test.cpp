@@ -8,7 +8,6 @@
 
 #include "engine/state/AppSettings.h"
 #include "engine/state/TargetState.h"
-#include "platform/SettingsStore.h"
 #include "platform/DoEvents.h"
 #include "platform/widgets/PopupMenu.h"
 #include "engine/source/SourceRecords.h"
@@ -17,6 +16,7 @@
 #include "support/ui/MainFormFixture.h"
 #include "support/S19Image.h"
 #include "support/WorkFolder.h"
+#include "support/ui/ShownWindow.h"
 #include "ui/devices/frmIOBOard.h"
 #include "ui/devices/frmSerial.h"
 
@@ -67,8 +67,7 @@ private slots:
     void simulatorEventsReachTheOpenUnit()
     {
         MainFormFixture f;
-        SaveSetting("Settings", "SimEnabled", "True");
-        frmMain& form = f.Start();
+        frmMain& form = StartInSimulator(f);
         std::int16_t data = 0;
         TargetMemory[0x6000] = 1;
         emit form.Link().Velmar1.WriteRequest(0x6003, 0x42);
@@ -112,10 +111,8 @@ private slots:
         const auto assembled = hc11::as11::AssembleSource(source.toStdString(), "ledcount");
         QVERIFY(assembled.errors.empty());
         MainFormFixture f;
-        SaveSetting("Settings", "SimEnabled", "True");
-        frmMain& form = f.Start();
-        form.showNormal();
-        form.resize(900, 600);
+        frmMain& form = StartInSimulator(f);
+        QVERIFY(ShowAt(form, {900, 600}));
         for (const auto& [at, byte] : asmtest::ReadS19(assembled.s19).bytes)
             TargetMemory[at] = byte;
         CpuRegisters.PC = 0xE000;
@@ -182,8 +179,7 @@ private slots:
         QVERIFY(!emulator.DevicePath().isEmpty());
         MainFormFixture f;
         frmMain& form = f.StartOn(emulator.DevicePath());
-        form.showNormal();
-        form.resize(900, 600);
+        QVERIFY(ShowAt(form, {900, 600}));
         WorkFolder folder;
         folder.Enter();
         QVERIFY(folder.Write("echo.s19", QByteArray::fromStdString(assembled.s19)));

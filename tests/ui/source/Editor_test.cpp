@@ -12,6 +12,7 @@
 #include "engine/source/SourceDocuments.h"
 #include "support/ui/MainFormFixture.h"
 #include "support/ui/ModalPlayer.h"
+#include "support/ui/ShownWindow.h"
 #include "support/WorkFolder.h"
 
 #include <QApplication>
@@ -59,11 +60,11 @@ struct Session {
     WorkFolder folder;
     FileChooser chooser;
     frmMain& form;
+    bool shown = false;
     Session() : form(f.Start())
     {
         UntitledCount = 0;
-        form.showNormal();
-        form.resize(900, 600);
+        shown = ShowAt(form, {900, 600});
         folder.Enter();
     }
     ~Session()
@@ -432,7 +433,7 @@ private slots:
         QVERIFY(s.folder.Write("count.asm", "PORTB   EQU  $1004\nLOOP    STAA PORTB     show it\n"));
         frmEditor* count = s.Open("count.asm");
         QVERIFY(count);
-        QVERIFY(QTest::qWaitForWindowExposed(&s.form));
+        QVERIFY(s.shown);
         const QPixmap shot = s.form.grab();
         const QTextBlock loop = count->Text->document()->findBlockByNumber(1);
         QCOMPARE(loop.layout()->formats().size(), 3);

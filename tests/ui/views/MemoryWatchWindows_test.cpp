@@ -9,12 +9,12 @@
 #include "engine/code/SymbolTable.h"
 #include "engine/state/ByteHistory.h"
 #include "engine/state/TargetState.h"
-#include "platform/SettingsStore.h"
 #include "platform/TickCount.h"
 #include "support/BoardProcess.h"
 #include "support/ui/MainFormFixture.h"
 #include "support/ui/ModalPlayer.h"
 #include "support/ScriptedMonitor.h"
+#include "support/ui/ShownWindow.h"
 #include "ui/views/WatchTable.h"
 #include "ui/views/frmMemory.h"
 #include "ui/views/frmWatch.h"
@@ -103,11 +103,8 @@ private slots:
     void simulator()
     {
         MainFormFixture f;
-        SaveSetting("Settings", "SimEnabled", "True");
-        frmMain& form = f.Start();
-        form.showNormal();
-        form.resize(1100, 700);
-        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        frmMain& form = StartInSimulator(f);
+        QVERIFY(ShowAt(form, {1100, 700}));
         std::copy(std::begin(TopBytes), std::end(TopBytes), TargetMemory.begin() + 0xFFF0);
         TopOfMemoryAndEdits(form, f);
         WatchesAndStep(form, f);
@@ -123,8 +120,7 @@ private slots:
         QVERIFY(!emulator.DevicePath().isEmpty());
         MainFormFixture f;
         frmMain& form = f.StartOn(emulator.DevicePath());
-        form.show();
-        form.resize(1100, 700);
+        QVERIFY(ShowAt(form, {1100, 700}));
         form.Link().FlashErase();
         std::int32_t top = 0xFFF0;
         form.Link().Programm(top, std::vector<std::uint8_t>(std::begin(TopBytes), std::end(TopBytes)), 16);

@@ -7,11 +7,11 @@
 #include <QtTest>
 
 #include "engine/state/TargetState.h"
-#include "platform/SettingsStore.h"
 #include "support/BoardProcess.h"
 #include "support/ui/MainFormFixture.h"
 #include "support/ui/ModalPlayer.h"
 #include "support/ScriptedMonitor.h"
+#include "support/ui/ShownWindow.h"
 #include "engine/link/MonitorFrames.h"
 #include "ui/views/ChangedBitsDelegate.h"
 #include "ui/views/RegisterWindow.h"
@@ -82,11 +82,8 @@ private slots:
     void bitsChangedSinceTheLastStopAreMarked()
     {
         MainFormFixture f;
-        SaveSetting("Settings", "SimEnabled", "True");
-        frmMain& form = f.Start();
-        form.showNormal();
-        form.resize(1000, 600);
-        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        frmMain& form = StartInSimulator(f);
+        QVERIFY(ShowAt(form, {1000, 600}));
         // LDAA #$40; STAA TCTL1; NOP; NOP
         const std::uint8_t program[] = {0x86, 0x40, 0xB7, 0x10, 0x20, 0x01, 0x01};
         std::copy(std::begin(program), std::end(program), TargetMemory.begin() + 0xE000);

@@ -8,6 +8,7 @@
 #include "support/ui/MainFormFixture.h"
 #include "support/ui/ModalPlayer.h"
 #include "support/ScriptedMonitor.h"
+#include "support/ui/ShownWindow.h"
 #include "ui/views/RegisterWindow.h"
 
 #include <QLabel>
@@ -90,9 +91,7 @@ private slots:
     {
         MainFormFixture f;
         frmMain& form = f.Start();
-        form.showNormal();
-        form.resize(1000, 560);
-        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        QVERIFY(ShowAt(form, {1000, 560}));
         TargetMode = SimulatorMode;
         RegisterWindow* cpu = OpenCpu(form, TargetMemory);
         QCOMPARE(Cells(cpu), (QStringList{"$12", "$34", "$1234", "$5678", "$9ABC", "$E000", "$00FF", "%SX0I000C"}));

@@ -1,0 +1,26 @@
+// The main window of a GUI test as a user has it: started, in the simulator
+// when the test wants no board, and shown at a size on the (offscreen)
+// screen until the window system has exposed it, so that layouts, visible
+// rows and grabs are those of a window in use.
+#pragma once
+
+#include "platform/SettingsStore.h"
+#include "support/ui/MainFormFixture.h"
+
+#include <QSize>
+#include <QTest>
+
+// Starts the fixture's main window with the simulator chosen in its settings.
+inline frmMain& StartInSimulator(MainFormFixture& f)
+{
+    SaveSetting(QStringLiteral("Settings"), QStringLiteral("SimEnabled"), QStringLiteral("True"));
+    return f.Start();
+}
+
+// Shows the window at size; false when it was never exposed.
+[[nodiscard]] inline bool ShowAt(frmMain& form, QSize size)
+{
+    form.showNormal();
+    form.resize(size);
+    return QTest::qWaitForWindowExposed(&form);
+}
