@@ -59,12 +59,12 @@ struct Session {
     WorkFolder folder;
     FileChooser chooser;
     frmMain& form;
-    Session() : form(f.Start())
+    // The IDE is started from the work folder, as from a terminal there.
+    Session() : form((folder.Enter(), f.Start()))
     {
         UntitledCount = 0;
         form.showNormal();
         form.resize(900, 600);
-        folder.Enter();
     }
     ~Session()
     {
@@ -273,7 +273,6 @@ private slots:
         QVERIFY(editor->TextChanged && !s.form.Button(13)->isEnabled() && s.form.Button(14)->isEnabled());
         s.form.mnuEditRedo_Click();
         QVERIFY(s.form.Button(13)->isEnabled());
-        s.form.MenuOf("mnuEdit")->aboutToShow();   // the menu reads the real editor's state
         QVERIFY(s.form.Menu("mnuEditRedo")->isEnabled() && !s.form.Menu("mnuEditCut")->isEnabled());
         s.form.mnuEditSelectAll_Click();
         QVERIFY(s.form.Button(9)->isEnabled() && s.form.Button(10)->isEnabled());
@@ -326,11 +325,83 @@ private slots:
         QCOMPARE(s.chooser.asked.last().FilterIndex, 3);
         QCOMPARE(LoadedEditors().size(), 1);
 
+        // A bare name lands in the folder the IDE was started from, never in the
+        // program's folder.
+        s.chooser.answer = "bare.asm";
+        s.form.Menu("mnuFileSaveAs")->trigger();
+        QCOMPARE(s.folder.Read("bare.asm"), QByteArray("x"));
+        QCOMPARE(editor->EditorName, s.folder.Path("bare.asm"));
+
         // A file that cannot be read gives no editor.
         s.chooser.answer = s.folder.Path("missing.asm");
         s.form.Menu("mnuFileOpen")->trigger();
         QCOMPARE(LoadedEditors().size(), 1);
         QCOMPARE(s.f.boxes.boxes.last().caption, QString("Orvane - Read Error"));
+    }
+
+    // The keys of the Edit entries work the moment an editor has the focus,
+    // with the menu never opened: the entries follow the editor's state.
+    void editKeysWorkInAFreshlyOpenedEditor()
+    {
+        Session s;
+        QApplication::setActiveWindow(&s.form);
+        QVERIFY(QTest::qWaitForWindowActive(&s.form));
+        QVERIFY(s.folder.Write("prog.asm", "LOOP BRA LOOP\n"));
+        frmEditor* editor = s.Open("prog.asm");
+        editor->Text->setFocus();
+        frmReplace* dialog = FindReplaceDialog();
+        const struct {
+            QKeyCombination key;
+            bool replace;
+        } finds[] = {{Qt::CTRL | Qt::Key_F, false}, {Qt::CTRL | Qt::Key_H, true}};
+        for (const auto& row : finds) {
+            QTest::keyClick(editor->Text, row.key.key(), row.key.keyboardModifiers());
+            QVERIFY(dialog->isVisible());
+            QCOMPARE(dialog->cbWith->isVisibleTo(dialog), row.replace);
+            dialog->cbWhat->setCurrentText("LOOP");
+            dialog->cmdFindNext->click();
+            dialog->hide();
+            editor->Text->setFocus();
+        }
+        editor->SetSelection(0, 0);
+        QTest::keyClick(editor->Text, Qt::Key_F3);   // Find Next, with a search in the list
+        QCOMPARE(editor->SelText(), QString("LOOP"));
+
+        int lineDialogs = 0;
+        ModalPlayer player([&](QDialog& line) {
+            ++lineDialogs;
+            TypeAndPressOK(line, "txtLine", "1");
+        });
+        QTest::keyClick(editor->Text, Qt::Key_G, Qt::ControlModifier);
+        QCOMPARE(lineDialogs, 1);
+
+        // Copy, then Paste at once: the entry follows the clipboard as it changes.
+        QApplication::clipboard()->clear();
+        QVERIFY(!s.form.Menu("mnuEditPaste")->isEnabled());
+        editor->SetSelection(0, 4);
+        QTest::keyClick(editor->Text, Qt::Key_C, Qt::ControlModifier);
+        QVERIFY(s.form.Menu("mnuEditPaste")->isEnabled() && s.form.Button(11)->isEnabled());
+        s.form.Menu("mnuEditPaste")->trigger();
+        QVERIFY(s.form.Menu("mnuEditUndo")->isEnabled());
+        QTest::keyClick(editor->Text, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(editor->PlainText(), QString("LOOP BRA LOOP\n"));
+    }
+
+    // A new editor shows 80 columns by 25 lines of its font.
+    void newEditorsShowEightyColumnsByTwentyFiveLines()
+    {
+        Session s;
+        s.form.resize(1400, 1000);
+        QVERIFY(QTest::qWaitForWindowExposed(&s.form));
+        s.form.Menu("mnuFileNew")->trigger();
+        frmEditor* editor = ActiveEditor();
+        QApplication::processEvents();
+        const QFontMetrics metrics(editor->Text->font());
+        const QSize shown = editor->Text->viewport()->size();
+        QVERIFY2(shown.width() >= 80 * metrics.horizontalAdvance('0') && shown.height() >= 25 * metrics.lineSpacing(),
+                 qPrintable(QString("%1 x %2").arg(shown.width()).arg(shown.height())));
+        // Not much more either: the area is left for other windows.
+        QVERIFY(shown.width() < 90 * metrics.horizontalAdvance('0') && shown.height() < 30 * metrics.lineSpacing());
     }
 
     void findAndReplaceThroughTheDialog()
