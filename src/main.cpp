@@ -12,6 +12,8 @@ int main(int argc, char* argv[])
         return *answered;
     QApplication app(argc, argv);
     app.setApplicationName(QStringLiteral("Orvane"));
+    // The desktop entry's name, which Wayland desktops match the window with.
+    app.setDesktopFileName(QStringLiteral("orvane"));
     frmMain window;
     window.MDIForm_Load();
     window.show();
