@@ -12,6 +12,7 @@
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPlainTextEdit>
 #include <QTableView>
 
 namespace {
@@ -79,10 +80,10 @@ private slots:
         QVERIFY(CascadePlacements(0, 10000, 5000, 15, 15).empty());
     }
 
-    // Windows that were never placed open so that their content shows: the
-    // disassembly wide enough for a row with a symbol line, the CPU and stack
-    // windows beside it, the memory window 16 bytes wide and short of the
-    // client area. A stored placement still wins.
+    // Windows that were never placed open so that their content shows: an
+    // editor 80 columns by 25 lines, the disassembly wide enough for a row with
+    // a symbol line and the CPU and stack windows beside it, the memory window
+    // 16 bytes wide and short of the client area. A stored placement still wins.
     void firstOpeningsShowTheirContent()
     {
         MainFormFixture f;
@@ -93,6 +94,12 @@ private slots:
         form.resize(1400, 900);
         QVERIFY(QTest::qWaitForWindowExposed(&form));
         const QSize client = form.mdiArea()->viewport()->size();
+
+        form.NewEditor();
+        const QPlainTextEdit* text = LoadedEditors().value(0)->Text;
+        const QFontMetrics metrics(text->font());
+        QVERIFY(text->viewport()->width() >= 80 * metrics.horizontalAdvance('0'));
+        QVERIFY(text->viewport()->height() >= 25 * metrics.lineSpacing());
 
         QWidget* disAsm = form.LoadWindow("frmDisAsm");
         QVERIFY(disAsm->width() >= frmDisAsm::SymbolRowWidth());
