@@ -2,7 +2,7 @@
 BUILD ?= build
 JOBS  ?= $(shell nproc)
 
-.PHONY: all setup build run test bench fuzz check-sanitize clean
+.PHONY: all setup build run test bench package fuzz check-sanitize clean
 
 all: build
 
@@ -26,6 +26,12 @@ test: build
 
 bench: build
 	@for b in $(BUILD)/bench/*; do [ -x "$$b" ] || continue; QT_QPA_PLATFORM=offscreen "$$b" || exit 1; done
+
+# The Debian package $(BUILD)/orvane_<version>_<arch>.deb (packaging/CMakeLists.txt);
+# its desktop entry is checked first.
+package: build
+	desktop-file-validate packaging/orvane.desktop
+	cd $(BUILD) && cpack -G DEB
 
 # Every libFuzzer target for FUZZ_S seconds over its seeds in fuzz/corpus;
 # a crash, a hang or a failed check fails the run (clang, in build-fuzz).

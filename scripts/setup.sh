@@ -12,6 +12,7 @@ packages=(
   xvfb xauth              # screenshots of real windows
   clang libclang-rt-14-dev  # libFuzzer for `make fuzz`
   poppler-utils           # pdftotext: the printing tests read the printed PDF back
+  dpkg-dev desktop-file-utils   # `make package`: dependencies from the binaries, the desktop entry's check
 )
 
 # One dpkg query for the lot, no process per package: a name dpkg does not

@@ -1,5 +1,7 @@
 #include "platform/QtSerialDevice.h"
 
+#include "platform/DeviceAccess.h"
+
 #include <cerrno>
 #include <poll.h>
 
@@ -15,7 +17,7 @@ bool HungUp(int fd)
 }
 }  // namespace
 
-QtSerialDevice::QtSerialDevice(const QString& path)
+QtSerialDevice::QtSerialDevice(const QString& path) : path_(path)
 {
     port_.setPortName(path);
     // The receive buffer is MSComm's; Qt's own stays unbounded so that nothing
@@ -55,7 +57,11 @@ bool QtSerialDevice::Open(QString& error)
     }
     lost_ = false;
     if (!port_.open(QIODevice::ReadWrite)) {
-        error = port_.errorString();
+        // The most common first hurdle: the device is a group's, and the fix is
+        // to join it. Qt's PermissionError also stands for a busy or locked
+        // device, so the access itself is asked.
+        error = port_.error() == QSerialPort::PermissionError && AccessRefused(path_) ? PermissionAdvice(path_)
+                                                                                      : port_.errorString();
         return false;
     }
     const bool set = port_.setBaudRate(38400) && port_.setDataBits(QSerialPort::Data8)

@@ -17,6 +17,7 @@ public:
     std::optional<bool> Cts() override;
 
 private:
+    QString path_;
     QSerialPort port_;
     bool lost_ = false;
 };

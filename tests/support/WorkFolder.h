@@ -1,6 +1,6 @@
-// A temporary folder that becomes the current folder, as a file dialog would
-// leave it, and the previous one again at the end. Start-up moves to the
-// program's folder, so a test calls Enter after it.
+// A temporary folder that becomes the current folder, as a file dialog or
+// a start from a terminal there would leave it, and the previous one again
+// at the end.
 #pragma once
 
 #include <QDir>

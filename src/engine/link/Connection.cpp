@@ -43,7 +43,8 @@ void TargetLink::OpenPort(int port)
 {
     MSComm.SetPortOpen(false);
     MSComm.SetCommPort(port);
-    if (MSComm.SetPortOpen(true)) {
+    // The simulator needs no port: its mode is what the panel shows, open or not.
+    if (MSComm.SetPortOpen(true) || TargetMode == SimulatorMode) {
         BoardConnected = true;
         BoardStatus();
         return;

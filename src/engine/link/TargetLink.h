@@ -41,9 +41,10 @@ public:
     // Shows the link's state (LinkReports::LinkStateChanged).
     void BoardStatus();
     // Closes the port if it is open and opens it as port, in both target
-    // modes. Success connects and shows the state by BoardStatus; a failure
-    // disconnects and shows the port error, with no message box: the next
-    // target operation retries through FindBoard.
+    // modes. Success, and either outcome in simulator mode, connects and
+    // shows the state by BoardStatus; a failure on the board disconnects and
+    // shows the port error, with no message box: the next target operation
+    // retries through FindBoard.
     void OpenPort(int port);
     // Sets BoardConnected: the simulator is always there; the board needs an
     // open port and CTS. On the board it turns the receive event off

@@ -13,6 +13,7 @@
 
 #include <QAction>
 #include <QElapsedTimer>
+#include <QFontMetrics>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -25,6 +26,11 @@ frmDisAsm* TheInstance = nullptr;
 const QString Prefix = QStringLiteral("DisAsm");
 constexpr double RowTwips = 225;
 constexpr std::uint32_t RefreshPauseMs = 10;
+
+QFont RowFont()
+{
+    return FixedPitchFont(QStringLiteral("Courier New"), 9.75);
+}
 }  // namespace
 
 const QColor frmDisAsm::BreakpointColour{255, 0, 0};
@@ -33,6 +39,15 @@ const QColor frmDisAsm::CurrentBreakColour{255, 0, 255};
 frmDisAsm* frmDisAsm::Instance()
 {
     return TheInstance;
+}
+
+int frmDisAsm::SymbolRowWidth()
+{
+    // A call with the source line at the listing's tab stops.
+    const std::uint8_t call[] = {0xBD, 0xE0, 0x10};
+    QString row;
+    BuildRowText(row, 0xE000, call, 3, QLatin1Char(' '), u"LOOP    JSR     SUBROUT");
+    return QFontMetrics(RowFont()).horizontalAdvance(row);
 }
 
 frmDisAsm* frmDisAsm::Open()
@@ -49,7 +64,7 @@ QWidget* CreateDisAsm(frmMain& main)
 
 frmDisAsm::frmDisAsm(frmMain& main) : ToolWindow(main, QStringLiteral("Disassembler"), Prefix)
 {
-    setFont(FixedPitchFont(QStringLiteral("Courier New"), 9.75));
+    setFont(RowFont());
     // The window itself takes the keyboard focus: its keys never reach a control.
     setFocusPolicy(Qt::StrongFocus);
     QPalette own = palette();

@@ -25,6 +25,10 @@ public:
     static frmDisAsm* Open();
     // The open window, or nullptr.
     static frmDisAsm* Instance();
+    // The width in pixels of the window's client area that shows a row with
+    // its code and a symbol line of the listing (label, operation, operand):
+    // the width it opens at.
+    static int SymbolRowWidth();
 
     // The exact colours that record a row's state.
     // The current row has ToolWindow's CurrentColour, with white text.

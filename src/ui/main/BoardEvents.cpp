@@ -6,6 +6,7 @@
 #include "ui/main/frmMain.h"
 
 #include <QAction>
+#include <QLabel>
 
 namespace {
 const QString CommCaption = QStringLiteral("Orvane - Communication Error");
@@ -38,6 +39,12 @@ void frmMain::LinkFailed(LinkFailure failure, const QString& detail)
 
 void frmMain::LinkStateChanged(LinkState state)
 {
+    // Why the port would not open, a missing permission with its fix among
+    // the causes, is the panel's tool tip while the panel tells the error.
+    // Every simulated operation ends here: the tip is set only when it changes.
+    const QString tip = state == LinkState::PortError ? MSComm.ErrorDescription() : QString();
+    if (Panel(1)->toolTip() != tip)
+        Panel(1)->setToolTip(tip);
     switch (state) {
     case LinkState::Simulator:
         SetPanelText(1, QStringLiteral("Simulator mode"));

@@ -3,16 +3,17 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QSize>
+#include <algorithm>
 
-WindowPlacement DefaultPlacement(const QString& prefix, double W, double H)
+WindowPlacement DefaultPlacement(const QString& prefix, double W, double H, double codeWidth)
 {
     struct Row {
         const char* prefix;
         double left, top, width, height;
     };
-    // Sizes that depend on the main window's client area are computed below.
+    // Sizes that depend on the main window's client area or on the
+    // disassembly's width are computed below.
     static const Row rows[] = {
-        {"RegCPU", 5200, 0, 2600, 2450},  {"Watch", 7800, 0, 2600, 2450},
         {"RegAD", 0, 0, 2600, 1700},      {"RegOther", 0, 0, 2600, 1700},
         {"RegPA", 0, 0, 2600, 950},       {"RegPIA", 0, 0, 2600, 1450},
         {"RegPorts", 0, 0, 2600, 2730},   {"RegSCI", 0, 0, 2600, 1700},
@@ -27,12 +28,18 @@ WindowPlacement DefaultPlacement(const QString& prefix, double W, double H)
         const QSize size = screen ? screen->size() : QSize(1024, 768);
         return {2, 0, 0, PixelsToTwipsX(size.width()), PixelsToTwipsY(size.height())};
     }
+    // The disassembly, and beside it two columns: CPU over stack, watches over labels.
+    const double code = std::max(codeWidth, MinimumCodeWidth);
     if (prefix == QLatin1String("DisAsm"))
-        return {0, 0, 0, 5200, H};
+        return {0, 0, 0, code, H};
+    if (prefix == QLatin1String("RegCPU"))
+        return {0, code, 0, 2600, 2450};
     if (prefix == QLatin1String("Stack"))
-        return {0, 5200, 2450, 2600, H - 2450};
+        return {0, code, 2450, 2600, H - 2450};
+    if (prefix == QLatin1String("Watch"))
+        return {0, code + 2600, 0, 2600, 2450};
     if (prefix == QLatin1String("Label"))
-        return {0, 7800, 2450, 2600, H - 2450};
+        return {0, code + 2600, 2450, 2600, H - 2450};
     if (prefix == QLatin1String("Memory"))
         return {0, 0, 0, W, H};
     if (prefix == QLatin1String("Serial"))

@@ -5,10 +5,11 @@
 //   rule  state                         who calls
 //   E,S,C,U,F  editor (de)activation    frmEditor: EditorActivated / EditorDeactivated
 //   S     text changed, saved           frmEditor Change, SaveEditor: SetSaveCommands
-//   C     selection, clipboard          frmEditor SelChange: SetClipboardButtons
+//   C     selection, clipboard          frmEditor SelChange, clipboard change: SetClipboardButtons
 //   U     undo and redo available       frmEditor Change, Ctrl+Z, Undo: SetUndoButtons
 //   F     find list has an entry        frmReplace: SetFindNextButton
-//   O     Edit menu opens               mnuEdit's aboutToShow: mnuEdit_Click
+// The Edit entries follow E, C, U and F as the buttons do, at once: an entry's
+// shortcut works only while the entry is enabled.
 //   T,P   run starts and ends           FreezeDisplay / ThawDisplay (DisplayRefresh.cpp)
 //   M     Options dialog closed         frmOptions: TargetModeMenus
 //   W     watch window active, watches  frmWatch: SetEditWatchCommand
@@ -23,9 +24,6 @@
 #include "ui/main/frmMain.h"
 
 #include <QAction>
-#include <QApplication>
-#include <QClipboard>
-#include <QComboBox>
 #include <QMenu>
 
 namespace {
@@ -48,28 +46,29 @@ const char* const RegisterBlockEntries[] = {
 const char* const EditEntries[] = {
     "mnuEditUndo", "mnuEditRedo", "mnuEditCut", "mnuEditCopy", "mnuEditPaste", "mnuEditDelete",
     "mnuEditSelectAll", "mnuEditFind", "mnuEditFindNext", "mnuEditReplace", "mnuEditGoToLine"};
-
-bool ClipboardHoldsText()
-{
-    return !QApplication::clipboard()->text().isEmpty();
-}
+// The Edit entries that any active editor allows.
+const char* const DocumentEditEntries[] = {"mnuEditSelectAll", "mnuEditFind", "mnuEditReplace", "mnuEditGoToLine"};
 }  // namespace
 
 void frmMain::EditorActivated(const EditorCommandState& state)
 {
     for (const char* name : {"mnuFileClose", "mnuFileSaveAs", "mnuFilePrint"})
         Menu(QString::fromLatin1(name))->setEnabled(true);
+    for (const char* name : DocumentEditEntries)
+        Menu(QString::fromLatin1(name))->setEnabled(true);
     Button(PrintButton)->setEnabled(true);
     Button(FindButton)->setEnabled(true);
     SetSaveCommands(state.textChanged);
     SetClipboardButtons(state.selection, state.clipboardText);
     SetUndoButtons(state.undo, state.redo);
-    Button(FindNextButton)->setEnabled(state.findHistory);
+    SetFindNextButton(state.findHistory);
 }
 
 void frmMain::EditorDeactivated()
 {
     for (const char* name : {"mnuFileClose", "mnuFileSave", "mnuFileSaveAs", "mnuFilePrint"})
+        Menu(QString::fromLatin1(name))->setEnabled(false);
+    for (const char* name : EditEntries)
         Menu(QString::fromLatin1(name))->setEnabled(false);
     for (int button : {SaveButton, PrintButton, CutButton, CopyButton, PasteButton, UndoButton, RedoButton,
                        FindButton, FindNextButton})
@@ -85,6 +84,9 @@ void frmMain::SetSaveCommands(bool textChanged)
 
 void frmMain::SetClipboardButtons(bool selection, bool clipboardText)
 {
+    for (const char* name : {"mnuEditCut", "mnuEditCopy", "mnuEditDelete"})
+        Menu(QString::fromLatin1(name))->setEnabled(selection);
+    Menu("mnuEditPaste")->setEnabled(clipboardText);
     Button(CutButton)->setEnabled(selection);
     Button(CopyButton)->setEnabled(selection);
     Button(PasteButton)->setEnabled(clipboardText);
@@ -92,34 +94,17 @@ void frmMain::SetClipboardButtons(bool selection, bool clipboardText)
 
 void frmMain::SetUndoButtons(bool undo, bool redo)
 {
+    Menu("mnuEditUndo")->setEnabled(undo);
+    Menu("mnuEditRedo")->setEnabled(redo);
     Button(UndoButton)->setEnabled(undo);
     Button(RedoButton)->setEnabled(redo);
 }
 
 void frmMain::SetFindNextButton(bool findHistory)
 {
-    Button(FindNextButton)->setEnabled(EditorActive && findHistory);
-}
-
-void frmMain::mnuEdit_Click()
-{
-    // The entries are set only here, as the menu opens; in between they may be stale.
-    QObject* editor = EditorActive ? ActiveWindow() : nullptr;
-    if (!editor) {
-        for (const char* name : EditEntries)
-            Menu(QString::fromLatin1(name))->setEnabled(false);
-        return;
-    }
-    const bool selection = editor->property("SelLength").toInt() > 0;
-    const auto* findList = findChild<QComboBox*>(QStringLiteral("cbWhat"));
-    Menu("mnuEditUndo")->setEnabled(editor->property("Undo").toBool());
-    Menu("mnuEditRedo")->setEnabled(editor->property("Redo").toBool());
-    for (const char* name : {"mnuEditCut", "mnuEditCopy", "mnuEditDelete"})
-        Menu(QString::fromLatin1(name))->setEnabled(selection);
-    Menu("mnuEditPaste")->setEnabled(ClipboardHoldsText());
-    for (const char* name : {"mnuEditSelectAll", "mnuEditFind", "mnuEditReplace", "mnuEditGoToLine"})
-        Menu(QString::fromLatin1(name))->setEnabled(true);
-    Menu("mnuEditFindNext")->setEnabled(findList && findList->count() > 0);
+    const bool on = EditorActive && findHistory;
+    Menu("mnuEditFindNext")->setEnabled(on);
+    Button(FindNextButton)->setEnabled(on);
 }
 
 void frmMain::TargetModeMenus()

@@ -27,11 +27,14 @@ struct BusyPointer {
 };
 
 // Puts a new editor into the main window; Form_Load runs before it shows.
+// It opens at its size hint in its font, within the client area once that is up.
 void ShowEditor(frmMain& main, frmEditor* editor)
 {
     QMdiSubWindow* sub = main.mdiArea()->addSubWindow(editor);
     sub->setAttribute(Qt::WA_DeleteOnClose);
     editor->Form_Load();
+    const QWidget* client = main.mdiArea()->viewport();
+    sub->resize(client->isVisible() ? sub->sizeHint().boundedTo(client->size()) : sub->sizeHint());
     sub->show();
     main.mdiArea()->setActiveSubWindow(sub);
 }

@@ -125,7 +125,6 @@ void frmMain::ConnectCommands()
             CallWindow(window, row.method);
         });
     }
-    connect(MenuOf(QStringLiteral("mnuEdit")), &QMenu::aboutToShow, this, &frmMain::mnuEdit_Click);
     connect(MenuOf(QStringLiteral("mnuWindow")), &QMenu::aboutToShow, this, &frmMain::mnuWindow_Click);
     connect(MenuOf(QStringLiteral("mnuWindow")), &QMenu::aboutToShow, this, &frmMain::ListChildWindows);
 }

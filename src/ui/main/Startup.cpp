@@ -6,18 +6,23 @@
 #include "platform/widgets/MsgBox.h"
 #include "platform/ProgramFolder.h"
 #include "platform/SettingsStore.h"
+#include "ui/code/frmDisAsm.h"
 #include "ui/main/frmMain.h"
 
 #include <QDir>
 #include <QMdiArea>
 #include <QStatusBar>
+#include <QStyle>
 #include <QToolBar>
 #include <QWidget>
 
 WindowPlacement frmMain::PlacementDefault(const QString& prefix) const
 {
     const QWidget* client = mdiArea()->viewport();
-    return DefaultPlacement(prefix, PixelsToTwipsX(client->width()), PixelsToTwipsY(client->height()));
+    // The disassembly's frame adds its border on both sides.
+    const int border = 2 * mdiArea()->style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth);
+    return DefaultPlacement(prefix, PixelsToTwipsX(client->width()), PixelsToTwipsY(client->height()),
+                            PixelsToTwipsX(frmDisAsm::SymbolRowWidth() + border));
 }
 
 void frmMain::MDIForm_Load()
@@ -39,7 +44,12 @@ void frmMain::MDIForm_Load()
     LoadPortAndFonts();
     TargetMode = GetFlagSetting(QStringLiteral("SimEnabled"), false) ? SimulatorMode : BoardMode;
 
-    QDir::setCurrent(ProgramFolder());
+    // The current folder stays the user's, where the IDE was started: file
+    // dialogs begin there and bare names land there. Only a start from inside
+    // the program's own folder, which is the installation's and no place for
+    // the user's files, moves to the user's home.
+    if (QDir::current().canonicalPath() == QDir(ProgramFolder()).canonicalPath())
+        QDir::setCurrent(QDir::homePath());
     HelpFile = QDir(ProgramFolder()).filePath(QStringLiteral("Orvane.HLP"));
 
     for (QAction* button : tbToolbar->actions()) {

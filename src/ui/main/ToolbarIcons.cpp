@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <QImage>
 #include <QPixmap>
 #include <functional>
 
@@ -16,19 +17,23 @@ const QColor Steel(40, 90, 190);
 const QColor Folder(230, 180, 50);
 
 // Drawn on a 16 by 16 grid and scaled, so the larger sizes stay sharp.
-QIcon Picture(const Drawing& draw)
+QImage Drawn(const Drawing& draw, int size)
+{
+    QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter p(&image);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setRenderHint(QPainter::TextAntialiasing);
+    p.scale(size / 16.0, size / 16.0);
+    draw(p);
+    return image;
+}
+
+QIcon Picture(const Drawing& draw, std::initializer_list<int> sizes = {16, 32})
 {
     QIcon icon;
-    for (int size : {16, 32}) {
-        QPixmap pixmap(size, size);
-        pixmap.fill(Qt::transparent);
-        QPainter p(&pixmap);
-        p.setRenderHint(QPainter::Antialiasing);
-        p.scale(size / 16.0, size / 16.0);
-        draw(p);
-        p.end();
-        icon.addPixmap(pixmap);
-    }
+    for (int size : sizes)
+        icon.addPixmap(QPixmap::fromImage(Drawn(draw, size)));
     return icon;
 }
 
@@ -284,6 +289,26 @@ const Entry Pictures[] = {
          p.drawRect(QRectF(7, 6.8, 2, 6));
      }},
 };
+
+void DrawChip(QPainter& p)
+{
+    p.setPen(QPen(QColor(170, 170, 170), 1));
+    for (qreal i = 3.5; i < 13; i += 3) {
+        p.drawLine(QPointF(i, 0.5), QPointF(i, 2.5));
+        p.drawLine(QPointF(i, 13.5), QPointF(i, 15.5));
+        p.drawLine(QPointF(0.5, i), QPointF(2.5, i));
+        p.drawLine(QPointF(13.5, i), QPointF(15.5, i));
+    }
+    p.setPen(QPen(Ink, 1));
+    p.setBrush(QColor(50, 50, 60));
+    p.drawRoundedRect(QRectF(2.5, 2.5, 11, 11), 1, 1);
+    QFont font;
+    font.setPixelSize(7);
+    font.setBold(true);
+    p.setFont(font);
+    p.setPen(QColor(120, 200, 255));
+    p.drawText(QRectF(2.5, 2.5, 11, 11), Qt::AlignCenter, QStringLiteral("11"));
+}
 }  // namespace
 
 QIcon ToolbarIcon(const QString& toolTip)
@@ -296,22 +321,10 @@ QIcon ToolbarIcon(const QString& toolTip)
 
 QIcon ProgramIcon()
 {
-    return Picture([](QPainter& p) {
-        p.setPen(QPen(QColor(170, 170, 170), 1));
-        for (qreal i = 3.5; i < 13; i += 3) {
-            p.drawLine(QPointF(i, 0.5), QPointF(i, 2.5));
-            p.drawLine(QPointF(i, 13.5), QPointF(i, 15.5));
-            p.drawLine(QPointF(0.5, i), QPointF(2.5, i));
-            p.drawLine(QPointF(13.5, i), QPointF(15.5, i));
-        }
-        p.setPen(QPen(Ink, 1));
-        p.setBrush(QColor(50, 50, 60));
-        p.drawRoundedRect(QRectF(2.5, 2.5, 11, 11), 1, 1);
-        QFont font;
-        font.setPixelSize(7);
-        font.setBold(true);
-        p.setFont(font);
-        p.setPen(QColor(120, 200, 255));
-        p.drawText(QRectF(2.5, 2.5, 11, 11), Qt::AlignCenter, QStringLiteral("11"));
-    });
+    return Picture(DrawChip, {16, 32, 48, 64});
+}
+
+QImage ProgramIconImage(int size)
+{
+    return Drawn(DrawChip, size);
 }

@@ -1,5 +1,6 @@
 #include "ui/main/frmAbout.h"
 
+#include "platform/Version.h"
 #include "ui/main/ToolbarIcons.h"
 
 #include <QHBoxLayout>
@@ -10,7 +11,7 @@
 frmAbout::frmAbout(QWidget* parent)
     : QDialog(parent),
       lblTitle(new QLabel(QStringLiteral("Orvane Integrated Development Tools"), this)),
-      lblVersion(new QLabel(QStringLiteral("Version %1.%2").arg(VersionMajor).arg(VersionMinor), this)),
+      lblVersion(new QLabel(QStringLiteral("Version ") + QLatin1String(VersionText()), this)),
       cmdOK(new QPushButton(QStringLiteral("OK"), this))
 {
     setObjectName(QStringLiteral("frmAbout"));

@@ -6,10 +6,6 @@
 class QLabel;
 class QPushButton;
 
-// The program's version, major and minor, as the about box shows it.
-constexpr int VersionMajor = 0;
-constexpr int VersionMinor = 1;
-
 class frmAbout : public QDialog {
     Q_OBJECT
 public:

@@ -166,7 +166,6 @@ public:
     void SetClipboardButtons(bool selection, bool clipboardText);   // C
     void SetUndoButtons(bool undo, bool redo);                // U
     void SetFindNextButton(bool findHistory);                 // F
-    void mnuEdit_Click();                                     // O
     void TargetModeMenus();                                   // M
     void SetEditWatchCommand(bool on);                        // W
     void DisAsmMenus();                                       // frmDisAsm.Menus: R, D, P

@@ -1,6 +1,7 @@
 #include "ui/main/frmOptions.h"
 
 #include "engine/state/TargetState.h"
+#include "platform/DeviceAccess.h"
 #include "platform/MSComm.h"
 #include "platform/widgets/ModalDialog.h"
 #include "ui/source/frmEditor.h"
@@ -165,7 +166,9 @@ void frmOptions::cmdPSet_Click()
 void frmOptions::ShowDevice()
 {
     const int index = cbComPort->currentIndex();
-    lbDevice->setText(index >= 0 ? DeviceCopy[index] : QString());
+    const QString path = index >= 0 ? DeviceCopy[index] : QString();
+    lbDevice->setText(WithAccessNote(path, path));
+    lbDevice->setToolTip(AccessRefused(path) ? PermissionAdvice(path) : QString());
 }
 
 void frmOptions::cmdDevice_Click()

@@ -1,6 +1,7 @@
 #include "ui/main/frmPortDevice.h"
 
 #include "platform/widgets/ModalDialog.h"
+#include "platform/DeviceAccess.h"
 #include "platform/SerialPortList.h"
 
 #include <QHBoxLayout>
@@ -18,7 +19,7 @@ frmPortDevice::frmPortDevice(int port, const QString& path, QWidget* parent) : Q
     lstPorts = new QListWidget(this);
     lstPorts->setObjectName(QStringLiteral("lstPorts"));
     for (const SerialPortChoice& choice : AvailableSerialPorts()) {
-        auto* item = new QListWidgetItem(choice.label, lstPorts);
+        auto* item = new QListWidgetItem(WithAccessNote(choice.label, choice.path), lstPorts);
         item->setData(Qt::UserRole, choice.path);
     }
     txtDevice = new QLineEdit(path, this);

@@ -24,6 +24,8 @@
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QScrollBar>
+#include <QStyle>
+#include <QtMath>
 #include <QTextBlock>
 #include <QVBoxLayout>
 
@@ -38,12 +40,15 @@ QPointer<frmEditor>& Current()
 }
 
 // Asking the clipboard on every caret move can be a round trip to another
-// program; the answer changes only when the clipboard does.
+// program; the answer changes only when the clipboard does, and then the
+// active editor's Paste follows at once.
 bool ClipboardHasText()
 {
     static bool hasText = [] {
         QObject::connect(QApplication::clipboard(), &QClipboard::dataChanged, [] {
             hasText = !QApplication::clipboard()->text().isEmpty();
+            if (frmEditor* editor = ActiveEditor(); editor && MainForm)
+                MainForm->SetClipboardButtons(editor->SelLength() > 0, hasText);
         });
         return !QApplication::clipboard()->text().isEmpty();
     }();
@@ -272,6 +277,18 @@ void frmEditor::Cursor()
     MainForm->SetPanelText(LinePanel, QStringLiteral("Line %1").arg(block.blockNumber() + 1));
     MainForm->SetPanelText(ColumnPanel, QStringLiteral("Col. %1").arg(ExpandTabs(before).size() + 1));
     MainForm->SetPanelText(InsertPanel, Text->overwriteMode() ? QStringLiteral("OVR") : QStringLiteral("INS"));
+}
+
+QSize frmEditor::sizeHint() const
+{
+    constexpr int Columns = 80, Lines = 25;
+    const QFontMetrics metrics(Text->font());
+    // The text's frame and the document's margin on both sides, and both bars,
+    // which a long file or line brings.
+    const int border = 2 * (Text->frameWidth() + qCeil(Text->document()->documentMargin()));
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, Text);
+    return {Columns * metrics.horizontalAdvance(QLatin1Char('0')) + Text->cursorWidth() + border + bar,
+            Lines * metrics.lineSpacing() + border + bar};
 }
 
 void frmEditor::Text_Change()

@@ -12,10 +12,6 @@ class QPlainTextEdit;
 
 class frmEditor : public QWidget {
     Q_OBJECT
-    // Read by frmMain's Edit menu as it opens.
-    Q_PROPERTY(int SelLength READ SelLength)
-    Q_PROPERTY(bool Undo MEMBER Undo)
-    Q_PROPERTY(bool Redo MEMBER Redo)
 public:
     explicit frmEditor(QWidget* parent = nullptr);
     // An editor destroyed without a close (its main window went) leaves the records right too.
@@ -59,6 +55,9 @@ public:
     bool Unloaded() const { return unloaded_; }
     // Caret line and column into panels 5 and 6, insert state into 7.
     void Cursor();
+    // 80 columns by 25 lines of the editor's font, with room for the scroll
+    // bars: the size a new editor opens at.
+    QSize sizeHint() const override;
 
     // The Edit commands of frmMain act here.
     void EditUndo();

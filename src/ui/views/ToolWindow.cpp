@@ -45,8 +45,17 @@ QWidget* ToolWindow::Open(const QString& window)
 
 void ToolWindow::Form_Load()
 {
-    if (!prefix_.isEmpty())
-        LoadPlacement(this, prefix_, main_.PlacementDefault(prefix_));
+    if (!prefix_.isEmpty()) {
+        WindowPlacement defaults = main_.PlacementDefault(prefix_);
+        const QSize content = ContentSize();
+        if (const auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget()); frame && content.isValid()) {
+            // The frame's title bar and borders stand around the content.
+            const QMargins around = frame->contentsMargins();
+            defaults.Width = PixelsToTwipsX(content.width() + around.left() + around.right());
+            defaults.Height = PixelsToTwipsY(content.height() + around.top() + around.bottom());
+        }
+        LoadPlacement(this, prefix_, defaults);
+    }
     Load();
 }
 

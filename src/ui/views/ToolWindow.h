@@ -34,6 +34,10 @@ protected:
     ToolWindow(frmMain& main, const QString& caption, const QString& placementPrefix);
 
     virtual void Load() {}
+    // The size of the content that the window shows when it first opens;
+    // until it has a stored placement it opens at that size in its frame
+    // (within the client area). An invalid size keeps the default's.
+    virtual QSize ContentSize() const { return {}; }
     virtual void Form_Activate() {}
     virtual void Form_Deactivate() {}
     // Before the placement is saved and the View entry's check goes off.

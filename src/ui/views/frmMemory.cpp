@@ -232,6 +232,23 @@ void frmMemory::Load()
         Qt::QueuedConnection);
 }
 
+int frmMemory::TableWidth() const
+{
+    int width = 0;
+    for (int column = 0; column < MemoryGrid::ColumnCount; ++column)
+        width += gridMemory->columnWidth(column);
+    return width;
+}
+
+QSize frmMemory::ContentSize() const
+{
+    constexpr int OpeningRows = 16;
+    const int frame = 2 * gridMemory->frameWidth();
+    return {TableWidth() + frame + VScroll->sizeHint().width(),
+            gridMemory->horizontalHeader()->height() + OpeningRows * gridMemory->verticalHeader()->defaultSectionSize() +
+                frame};
+}
+
 void frmMemory::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
@@ -244,12 +261,9 @@ void frmMemory::Form_Resize()
     const int header = gridMemory->horizontalHeader()->height();
     gridMemory->setGeometry(0, 0, std::max(width() - barWidth, 0), height());
     // A table wider than the window has its own horizontal bar, which takes rows.
-    int tableWidth = 0;
-    for (int column = 0; column < MemoryGrid::ColumnCount; ++column)
-        tableWidth += gridMemory->columnWidth(column);
     const int frame = 2 * gridMemory->frameWidth();
     const int horizontalBar =
-        tableWidth > gridMemory->width() - frame ? gridMemory->horizontalScrollBar()->sizeHint().height() : 0;
+        TableWidth() > gridMemory->width() - frame ? gridMemory->horizontalScrollBar()->sizeHint().height() : 0;
     const int rowsHeight = height() - header - frame - horizontalBar;
     VScroll->setGeometry(width() - barWidth, header, barWidth, std::max(height() - header - horizontalBar, 0));
     const int before = Grid.Rows();

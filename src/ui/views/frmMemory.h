@@ -51,6 +51,9 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void Load() override;
+    // Every column of 16 bytes a row, and 16 rows: a page at a glance that
+    // leaves the rest of the client area free.
+    QSize ContentSize() const override;
     // The page is read again; not at the first show, where the address dialog reads.
     void Form_Activate() override;
 
@@ -58,6 +61,8 @@ private:
     friend QWidget* CreateMemory(frmMain&);
     explicit frmMemory(frmMain& main);
     void Form_Resize();
+    // All columns side by side, in pixels.
+    int TableWidth() const;
     void ShowCursor();
     void AfterMove(bool pageMoved);
     void VScroll_Change(int value);

@@ -6,11 +6,6 @@
 #include "support/ui/FakeToolWindow.h"
 #include "support/ui/MainFormFixture.h"
 
-#include <QApplication>
-#include <QClipboard>
-#include <QComboBox>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenu>
 
 namespace {
@@ -142,55 +137,42 @@ private slots:
         EXPECT_ON({"mnuRunAnimate", "mnuViewIOunit"});
     }
 
-    void editMenuAndEditorRules()
+    // The Edit entries follow the editor's state as it changes, as the buttons
+    // do: a disabled entry's shortcut does nothing.
+    void editEntriesAndButtonsFollowTheEditor()
     {
         MainFormFixture f;
         frmMain& form = f.Start();
         const QStringList edit = {"mnuEditUndo", "mnuEditRedo", "mnuEditCut", "mnuEditCopy", "mnuEditPaste",
                                   "mnuEditDelete", "mnuEditSelectAll", "mnuEditFind", "mnuEditFindNext",
                                   "mnuEditReplace", "mnuEditGoToLine"};
-        for (const QString& name : edit)
-            form.Menu(name)->setEnabled(true);   // stale from a closed editor
-        emit form.MenuOf("mnuEdit")->aboutToShow();
-        EXPECT_OFF(edit);
-
-        auto* editor = new QWidget;
-        editor->setProperty("Undo", true);
-        editor->setProperty("Redo", false);
-        editor->setProperty("SelLength", 0);
-        form.mdiArea()->setActiveSubWindow(form.mdiArea()->addSubWindow(editor));
-        EditorActive = true;
-        QApplication::clipboard()->setText("LDAA #1");
-        emit form.MenuOf("mnuEdit")->aboutToShow();
-        EXPECT_ON({"mnuEditUndo", "mnuEditPaste", "mnuEditSelectAll", "mnuEditFind", "mnuEditReplace",
-                   "mnuEditGoToLine"});
-        EXPECT_OFF({"mnuEditRedo", "mnuEditCut", "mnuEditCopy", "mnuEditDelete", "mnuEditFindNext"});
-
-        // A selection, a search in the find list, and an empty clipboard.
-        editor->setProperty("SelLength", 3);
-        auto* findList = new QComboBox(&form);
-        findList->setObjectName("cbWhat");
-        findList->addItem("LOOP");
-        QApplication::clipboard()->clear();
-        emit form.MenuOf("mnuEdit")->aboutToShow();
-        EXPECT_ON({"mnuEditCut", "mnuEditCopy", "mnuEditDelete", "mnuEditFindNext"});
-        EXPECT_OFF({"mnuEditPaste"});
-
         const QStringList file = {"mnuFileClose", "mnuFileSaveAs", "mnuFilePrint", "mnuFileSave"};
+        EXPECT_OFF(edit + file, {4, 6, 9, 10, 11, 13, 14, 16, 17});
+
         EditorActive = true;
         frmMain::EditorCommandState state;
-        state.textChanged = state.selection = state.undo = state.findHistory = true;
+        state.undo = state.clipboardText = true;
         form.EditorActivated(state);
-        EXPECT_ON(file, {4, 6, 9, 10, 13, 16, 17});
-        EXPECT_OFF({}, {11, 14});
-        form.SetSaveCommands(false);   // saved
-        EXPECT_OFF({"mnuFileSave"}, {4});
+        EXPECT_ON({"mnuEditUndo", "mnuEditPaste", "mnuEditSelectAll", "mnuEditFind", "mnuEditReplace",
+                   "mnuEditGoToLine", "mnuFileClose", "mnuFileSaveAs", "mnuFilePrint"},
+                  {6, 11, 13, 16});
+        EXPECT_OFF({"mnuEditRedo", "mnuEditCut", "mnuEditCopy", "mnuEditDelete", "mnuEditFindNext", "mnuFileSave"},
+                   {4, 9, 10, 14, 17});
+
+        // A selection, an emptied clipboard, an undone step, a first search, a change.
+        form.SetClipboardButtons(true, false);
+        form.SetUndoButtons(false, true);
+        form.SetFindNextButton(true);
+        form.SetSaveCommands(true);
+        EXPECT_ON({"mnuEditCut", "mnuEditCopy", "mnuEditDelete", "mnuEditRedo", "mnuEditFindNext", "mnuFileSave"},
+                  {4, 9, 10, 14, 17});
+        EXPECT_OFF({"mnuEditPaste", "mnuEditUndo"}, {11, 13});
 
         EditorActive = false;
         form.EditorDeactivated();
-        EXPECT_OFF(file, {4, 6, 9, 10, 11, 13, 14, 16, 17});
+        EXPECT_OFF(edit + file, {4, 6, 9, 10, 11, 13, 14, 16, 17});
         form.SetFindNextButton(true);   // a first search with no editor active
-        EXPECT_OFF({}, {17});
+        EXPECT_OFF({"mnuEditFindNext"}, {17});
     }
 
     void targetModeWatchBreakpointAndWindowMenuRules()

@@ -1,5 +1,6 @@
 #include <QtTest>
 
+#include "platform/Version.h"
 #include "platform/widgets/Help.h"
 #include "platform/widgets/HelpViewer.h"
 #include "platform/widgets/ModalDialog.h"
@@ -72,7 +73,7 @@ private slots:
         });
         form.Button(36)->trigger();
         SetModalHook(previous);
-        QCOMPARE(texts, QStringList({"About HC11 Orvane", QString("Version %1.%2").arg(VersionMajor).arg(VersionMinor)}));
+        QCOMPARE(texts, QStringList({"About HC11 Orvane", QString("Version ") + VersionText()}));
     }
 
     void everyButtonHasAPictureOfItsOwn()

@@ -8,6 +8,7 @@
 
 #include <QCloseEvent>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QScreen>
@@ -40,38 +41,51 @@ class StartupTest : public QObject {
 private slots:
     void firstStartWithAnEmptyStore()
     {
-        QTemporaryDir folder;
-        SetProgramFolder(folder.path());
-        MainFormFixture f;
-        frmMain& form = f.Start();
+        QTemporaryDir program, user;
+        SetProgramFolder(program.path());
+        const QString before = QDir::currentPath();
+        // The folder the IDE was started from stays the current one; the
+        // program's own folder is left for the user's home.
+        for (const auto& [startedIn, currentAfter] : {std::pair{user.path(), user.path()},
+                                                      std::pair{program.path(), QDir::homePath()}}) {
+            QDir::setCurrent(startedIn);
+            MainFormFixture f;
+            frmMain& form = f.Start();
+            QCOMPARE(QDir::current().canonicalPath(), QDir(currentAfter).canonicalPath());
+            QCOMPARE(form.HelpFile, QDir(program.path()).filePath("Orvane.HLP"));
+            QCOMPARE(f.line.LastPort(), 2);
+            QCOMPARE(form.PanelText(2) + form.PanelText(3), QString("Program: <None>Symbols: <None>"));
+            QVERIFY(form.tmrComm.isActive() && !form.tmrRefresh.isActive());
+        }
+        QDir::setCurrent(before);
         SetProgramFolder({});
-        QCOMPARE(QDir::current().canonicalPath(), QDir(folder.path()).canonicalPath());
-        QCOMPARE(form.HelpFile, QDir(folder.path()).filePath("Orvane.HLP"));
-        QCOMPARE(f.line.LastPort(), 2);
-        QCOMPARE(form.PanelText(2) + form.PanelText(3), QString("Program: <None>Symbols: <None>"));
-        QVERIFY(form.tmrComm.isActive() && !form.tmrRefresh.isActive());
     }
 
     // No message box in any start case: an absent board is told at the first
-    // target operation. (A real device's cases are the Options test's.)
+    // target operation. The simulator needs no port: a first start without a
+    // board shows its mode even when the port does not open. (A real device's
+    // cases are the Options test's.)
     void startCases()
     {
-        const struct { const char* simEnabled; bool cts; bool fails; QString panel; } rows[] = {
-            {"False", true, false, "HC11 Board: Ready"},
-            {"False", false, false, "HC11 Board: Not Connected !"},
-            {"True", true, false, "Simulator mode"},
-            {"False", true, true, PortError},
-            {"True", true, true, PortError},
+        const QString busy = "Device or resource busy";
+        const struct { const char* simEnabled; bool cts; bool fails; QString panel; QString tip; } rows[] = {
+            {"False", true, false, "HC11 Board: Ready", ""},
+            {"False", false, false, "HC11 Board: Not Connected !", ""},
+            {"True", true, false, "Simulator mode", ""},
+            {"False", true, true, PortError, busy},
+            {"True", true, true, "Simulator mode", ""},
         };
         for (const auto& row : rows) {
             MainFormFixture f;
             SaveSetting("Settings", "SimEnabled", row.simEnabled);
             f.line.SetCTS(row.cts);
             if (row.fails)
-                f.line.FailOpen("Device or resource busy");
+                f.line.FailOpen(busy);
             frmMain& form = f.Start();
+            const bool simulator = row.simEnabled == QString("True");
             QCOMPARE(form.PanelText(1), row.panel);
-            QCOMPARE(bool(BoardConnected), !row.fails);
+            QCOMPARE(form.Panel(1)->toolTip(), row.tip);
+            QCOMPARE(bool(BoardConnected), !row.fails || simulator);
             QCOMPARE(f.line.IsOpen(), !row.fails);   // in simulator mode too
             QVERIFY(f.boxes.boxes.isEmpty());
         }

@@ -8,9 +8,15 @@
 #include "support/ui/FakeToolWindow.h"
 #include "support/ui/MainFormFixture.h"
 #include "ui/main/WindowArrangement.h"
+#include "engine/state/TargetState.h"
+#include "support/ui/ModalPlayer.h"
+#include "ui/code/frmDisAsm.h"
+#include "ui/views/frmMemory.h"
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPlainTextEdit>
+#include <QTableView>
 
 namespace {
 QString Text(const WindowPlacement& p)
@@ -75,6 +81,45 @@ private slots:
         QCOMPARE(Text(CascadePlacements(3, 10000, 5000, 15, 15).at(2)), QString("720,666,8000,4000"));
         QCOMPARE(Text(CascadePlacements(100, 10000, 5000, 15, 15).at(99)), QString("1980,990,8000,4000"));
         QVERIFY(CascadePlacements(0, 10000, 5000, 15, 15).empty());
+    }
+
+    // Windows that were never placed open so that their content shows: an
+    // editor 80 columns by 25 lines, the disassembly wide enough for a row with
+    // a symbol line and the CPU and stack windows beside it, the memory window
+    // 16 bytes wide and short of the client area. A stored placement still wins.
+    void firstOpeningsShowTheirContent()
+    {
+        MainFormFixture f;
+        ModalPlayer closesEveryDialog([](QDialog&) {});
+        TargetMode = SimulatorMode;
+        frmMain& form = f.Start();
+        form.showNormal();
+        form.resize(1400, 900);
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        const QSize client = form.mdiArea()->viewport()->size();
+
+        form.NewEditor();
+        const QPlainTextEdit* text = LoadedEditors().value(0)->Text;
+        const QFontMetrics metrics(text->font());
+        QVERIFY(text->viewport()->width() >= 80 * metrics.horizontalAdvance('0'));
+        QVERIFY(text->viewport()->height() >= 25 * metrics.lineSpacing());
+
+        QWidget* disAsm = form.LoadWindow("frmDisAsm");
+        QVERIFY(disAsm->width() >= frmDisAsm::SymbolRowWidth());
+        for (const char* beside : {"frmRegCPU", "frmStack"})
+            QVERIFY2(Frame(form.LoadWindow(beside))->x() >= Frame(disAsm)->geometry().right(), beside);
+
+        auto* memory = qobject_cast<frmMemory*>(form.LoadWindow("frmMemory"));
+        QTableView* grid = memory->gridMemory;
+        const int last = MemoryGrid::ColumnCount - 1;
+        QVERIFY(grid->columnViewportPosition(last) + grid->columnWidth(last) <= grid->viewport()->width());
+        QVERIFY(Frame(memory)->width() < client.width() && Frame(memory)->height() < client.height() / 2 + 200);
+
+        form.UnloadWindow("frmMemory");
+        QCoreApplication::processEvents();
+        SaveSetting("Windows", "MemoryWidth", "3000");
+        QCOMPARE(Frame(form.LoadWindow("frmMemory"))->width(), TwipsToPixelsX(3000));
+        TargetMode = BoardMode;
     }
 
     // Arrange Debugger moves the open debugger windows by the table at two

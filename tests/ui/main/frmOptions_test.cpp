@@ -5,6 +5,7 @@
 #include "engine/state/AppSettings.h"
 #include "engine/state/TargetState.h"
 #include "platform/widgets/Fonts.h"
+#include "platform/DeviceAccess.h"
 #include "platform/MSComm.h"
 #include "platform/SettingsStore.h"
 #include "ui/source/frmEditor.h"
@@ -18,8 +19,31 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 
+#include <grp.h>
+#include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
 namespace {
 const QString PortError = "HC11 Board: Communication Port Error !";
+
+// As root: the effective user and group nobody, without supplementary
+// groups, for the life of the object; then root again.
+struct NobodyForAWhile {
+    std::vector<gid_t> groups = std::vector<gid_t>(std::max(::getgroups(0, nullptr), 0));
+    NobodyForAWhile()
+    {
+        ::getgroups(int(groups.size()), groups.data());
+        if (::setgroups(0, nullptr) != 0 || ::setegid(65534) != 0 || ::seteuid(65534) != 0)
+            qFatal("cannot become nobody");
+    }
+    ~NobodyForAWhile()
+    {
+        if (::seteuid(0) != 0 || ::setegid(0) != 0 || ::setgroups(groups.size(), groups.data()) != 0)
+            qFatal("cannot become root again");
+    }
+};
 
 // Answers the font dialog for the life of the object, noting what it was asked.
 struct FontAnswer {
@@ -198,6 +222,55 @@ private slots:
             QCOMPARE(GetSetting("Settings", "PortDevice2"), QString("/dev/orvane-no-such-port"));
             SetPortDevicePath(3, {});
         }
+    }
+
+    // A device that exists but belongs to a group the user is not in: the
+    // panel's tip and the dialog's line beside the device say so and name
+    // the fix. Run as root, the test gives the device to the group dialout and
+    // opens it as nobody (effective ids only, taken back at once); run as a
+    // user, it takes the user's own permission away.
+    void refusedDeviceNamesItsGroupAndTheFix()
+    {
+        PseudoTerminal pty;
+        QVERIFY(pty.IsValid());
+        const QString path = pty.DevicePath();
+        const QByteArray file = QFile::encodeName(path);
+        struct stat before {};
+        QCOMPARE(::stat(file.constData(), &before), 0);
+        QString group;
+        std::optional<NobodyForAWhile> nobody;
+        if (::geteuid() == 0) {
+            const ::group* dialout = ::getgrnam("dialout");
+            QVERIFY(dialout);
+            QCOMPARE(::chown(file.constData(), 0, dialout->gr_gid), 0);
+            QCOMPARE(::chmod(file.constData(), 0660), 0);
+            group = "dialout";
+            nobody.emplace();
+        } else {
+            QCOMPARE(::chmod(file.constData(), 0), 0);
+            group = QString::fromLocal8Bit(::getgrgid(before.st_gid)->gr_name);
+        }
+        const QString advice = QString("No permission to open %1. Add your user to the group %2, which owns it "
+                                       "(sudo usermod -aG %2 $USER), then log in again").arg(path, group);
+        {
+            MainFormFixture f;
+            frmMain& form = f.StartOn(path);
+            QCOMPARE(form.PanelText(1), PortError);
+            QCOMPARE(form.Panel(1)->toolTip(), advice);
+            SetPortDevicePath(2, path);
+            frmOptions options(form);
+            QCOMPARE(options.lbDevice->text(), path + " (no permission: join the group " + group + ")");
+            QCOMPARE(options.lbDevice->toolTip(), advice);
+            // The board's first operation tells it in its message box too.
+            form.Link().FindBoard();
+            QCOMPARE(f.boxes.boxes.value(0).text, advice + " !");
+        }
+        nobody.reset();
+        QCOMPARE(::chmod(file.constData(), 0600), 0);
+        QVERIFY(!AccessRefused(path));
+        QCOMPARE(WithAccessNote("COM 2", path), QString("COM 2"));
+        SetPortDevicePath(2, {});
+        QCOMPARE(WithAccessNote("COM 9", "/dev/orvane-no-such-port"), QString("COM 9"));   // missing is no refusal
     }
 };
 

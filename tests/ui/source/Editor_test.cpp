@@ -61,11 +61,11 @@ struct Session {
     FileChooser chooser;
     frmMain& form;
     bool shown = false;
-    Session() : form(f.Start())
+    // The IDE is started from the work folder, as from a terminal there.
+    Session() : form((folder.Enter(), f.Start()))
     {
         UntitledCount = 0;
         shown = ShowAt(form, {900, 600});
-        folder.Enter();
     }
     ~Session()
     {
@@ -274,7 +274,6 @@ private slots:
         QVERIFY(editor->TextChanged && !s.form.Button(13)->isEnabled() && s.form.Button(14)->isEnabled());
         s.form.mnuEditRedo_Click();
         QVERIFY(s.form.Button(13)->isEnabled());
-        s.form.MenuOf("mnuEdit")->aboutToShow();   // the menu reads the real editor's state
         QVERIFY(s.form.Menu("mnuEditRedo")->isEnabled() && !s.form.Menu("mnuEditCut")->isEnabled());
         s.form.mnuEditSelectAll_Click();
         QVERIFY(s.form.Button(9)->isEnabled() && s.form.Button(10)->isEnabled());
@@ -327,11 +326,48 @@ private slots:
         QCOMPARE(s.chooser.asked.last().FilterIndex, 3);
         QCOMPARE(LoadedEditors().size(), 1);
 
+        // A bare name lands in the folder the IDE was started from, never in the
+        // program's folder.
+        s.chooser.answer = "bare.asm";
+        s.form.Menu("mnuFileSaveAs")->trigger();
+        QCOMPARE(s.folder.Read("bare.asm"), QByteArray("x"));
+        QCOMPARE(editor->EditorName, s.folder.Path("bare.asm"));
+
         // A file that cannot be read gives no editor.
         s.chooser.answer = s.folder.Path("missing.asm");
         s.form.Menu("mnuFileOpen")->trigger();
         QCOMPARE(LoadedEditors().size(), 1);
         QCOMPARE(s.f.boxes.boxes.last().caption, QString("Orvane - Read Error"));
+    }
+
+    // The keys of the Edit entries work the moment an editor has the focus,
+    // with the menu never opened: the entries follow the editor's state.
+    void editKeysWorkInAFreshlyOpenedEditor()
+    {
+        Session s;
+        QApplication::setActiveWindow(&s.form);
+        QVERIFY(QTest::qWaitForWindowActive(&s.form));
+        QVERIFY(s.folder.Write("prog.asm", "LOOP BRA LOOP\n"));
+        frmEditor* editor = s.Open("prog.asm");
+        editor->Text->setFocus();
+        frmReplace* dialog = FindReplaceDialog();
+        for (const auto& [key, replace] : {std::pair{Qt::Key_F, false}, {Qt::Key_H, true}}) {
+            QTest::keyClick(editor->Text, key, Qt::ControlModifier);
+            QVERIFY(dialog->isVisible() && dialog->cbWith->isVisibleTo(dialog) == replace);
+            dialog->hide();
+            editor->Text->setFocus();
+        }
+        int lineDialogs = 0;
+        ModalPlayer player([&](QDialog&) { ++lineDialogs; });
+        QTest::keyClick(editor->Text, Qt::Key_G, Qt::ControlModifier);
+        QCOMPARE(lineDialogs, 1);
+
+        // Copy, then Paste at once: the entry follows the clipboard as it changes.
+        QApplication::clipboard()->clear();
+        QVERIFY(!s.form.Menu("mnuEditPaste")->isEnabled());
+        editor->SetSelection(0, 4);
+        QTest::keyClick(editor->Text, Qt::Key_C, Qt::ControlModifier);
+        QVERIFY(s.form.Menu("mnuEditPaste")->isEnabled() && s.form.Button(11)->isEnabled());
     }
 
     void findAndReplaceThroughTheDialog()
