@@ -147,16 +147,14 @@ AssembleRun::Outcome AssembleRun::Run(const QString& sourcePath, const QString& 
         Clean(workFolder_);
         return outcome;
     }
-    {
-        // The wait ends on the batch's end, the time limit, or Cancel.
-        limit.start(timeoutMs);
-        wait_ = &wait;
-        emit Started();
-        if (batch.state() != QProcess::NotRunning && !cancelRequested_)
-            wait.exec();
-        wait_ = nullptr;
-        emit Ended();
-    }
+    // The wait ends on the batch's end, the time limit, or Cancel.
+    limit.start(timeoutMs);
+    wait_ = &wait;
+    emit Started();
+    if (batch.state() != QProcess::NotRunning && !cancelRequested_)
+        wait.exec();
+    wait_ = nullptr;
+    emit Ended();
     running_ = false;
 
     if (batch.state() != QProcess::NotRunning) {
