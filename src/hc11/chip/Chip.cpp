@@ -14,25 +14,13 @@ namespace {
 // program clear it.
 constexpr std::uint64_t StopRecoveryCycles = 4064;
 
-struct ResetValue {
-    unsigned offset;
-    std::uint8_t value;
-};
-
-// Registers no peripheral of this model owns yet keep plain bytes, from these
-// reset values (0 for the rest).
-constexpr ResetValue PlainResetValues[] = {
-    {reg::SPCR, 0x04},    // CPHA
-    {reg::BPROT, 0x1F},   // every EEPROM block and CONFIG protected
-};
-
 } // namespace
 
 Chip::Chip(const ChipSetup& setup) : setup_(setup)
 {
     cpu_.SetOnChip(true);
     cpu_.SetDirectPages(&directPages_);
-    for (Peripheral* peripheral : std::initializer_list<Peripheral*>{&timer_, &sci_, &ports_, &cop_})
+    for (Peripheral* peripheral : std::initializer_list<Peripheral*>{&timer_, &sci_, &ports_, &cop_, &adc_, &spi_, &eeprom_})
         AddPeripheral(*peripheral);
     ResetFrom(ResetCause::Pin);
 }
@@ -51,6 +39,9 @@ void Chip::MarkSpecialPages()
 {
     special_.fill(false);
     special_[registerBase_ >> 8] = true;   // the block never crosses a page: its base is a multiple of $1000
+    if (EepromMapped())
+        for (unsigned page = Eeprom::First >> 8; page <= unsigned(Eeprom::Last >> 8); ++page)
+            special_[page] = true;
     for (const DeviceMap& map : devices_)
         for (unsigned page = map.first >> 8; page <= unsigned(map.last >> 8); ++page)
             special_[page] = true;
@@ -71,6 +62,8 @@ std::uint8_t Chip::ReadAt(std::uint16_t address, bool debugger)
     const unsigned offset = unsigned(address - registerBase_) & 0xFFFF;
     if (offset < RegisterBlockSize)
         return debugger ? PeekRegister(offset) : ReadRegister(offset);
+    if (InEeprom(address))
+        return eeprom_.ReadArray(address);
     if (OutsideDevice* device = DeviceAt(address))
         return debugger ? device->Peek(address) : device->Read(address);
     return ram_[address];
@@ -81,6 +74,8 @@ void Chip::WriteAt(std::uint16_t address, std::uint8_t value, bool debugger)
     const unsigned offset = unsigned(address - registerBase_) & 0xFFFF;
     if (offset < RegisterBlockSize)
         WriteRegister(offset, value);
+    else if (InEeprom(address))
+        debugger ? void(eeprom_.Cells()[address - Eeprom::First] = value) : eeprom_.WriteArray(address, value);
     else if (OutsideDevice* device = DeviceAt(address))
         debugger ? device->Poke(address, value) : device->Write(address, value);
     else
@@ -124,7 +119,6 @@ std::uint8_t Chip::PeekRegister(unsigned offset)
     case reg::OPTION: return option_;
     case reg::HPRIO: return hprio_;
     case reg::INIT: return init_;
-    case reg::CONFIG: return config_;
     case reg::TEST1: return 0;
     default: return plain_[offset];
     }
@@ -137,6 +131,8 @@ void Chip::WriteRegister(unsigned offset, std::uint8_t value)
         const std::uint64_t now = Now();
         owner->AdvanceTo(now);
         owner->Write(offset, value, now);
+        if (offset == reg::DDRD)
+            spi_.CheckModeFault();   // PD5 may have become the master's /SS input
         return;
     }
     WriteSystemRegister(offset, value);
@@ -151,7 +147,9 @@ void Chip::WriteSystemRegister(unsigned offset, std::uint8_t value)
         std::uint8_t writable = option::ADPU | option::CSEL | option::CME;
         if (open && !optionWritten_)
             writable |= option::TimeProtected;
+        adc_.AdvanceTo(Now());
         option_ = std::uint8_t((option_ & ~writable) | (value & writable));
+        adc_.PowerChanged();
         optionWritten_ = !protection_.specialMode;
         break;
     }
@@ -169,11 +167,6 @@ void Chip::WriteSystemRegister(unsigned offset, std::uint8_t value)
             MarkSpecialPages();
         }
         break;
-    case reg::BPROT:
-        // Protection bits come off only early; they go back on at any time.
-        plain_[offset] = std::uint8_t((open ? value : plain_[offset] | value) & 0x1F);
-        break;
-    case reg::CONFIG:   // an EEPROM cell: programmed, not written
     case reg::TEST1:    // test mode only
         break;
     default:
@@ -192,12 +185,10 @@ void Chip::ResetFrom(ResetCause cause)
     hprio_ = setup_.mode == OperatingMode::Expanded ? 0x25 : 0x05;   // PSEL at the reserved code: IRQ on top
     init_ = 0x01;
     registerBase_ = 0x1000;
-    config_ = setup_.config;
+    config_ = eeprom_.ConfigCell();
     optionWritten_ = initWritten_ = false;
     irqEdge_ = false;
     plain_.fill(0);
-    for (const ResetValue& r : PlainResetValues)
-        plain_[r.offset] = r.value;
     for (Peripheral* peripheral : peripherals_)
         peripheral->Reset(now);
     MarkSpecialPages();
@@ -364,6 +355,24 @@ void Chip::SciReceive(const SciFrame& frame)
     sci_.AdvanceTo(now);
     sci_.Receive(frame, now);
     Settle();
+}
+
+std::uint8_t Chip::SpiReceive(std::uint8_t byte)
+{
+    const std::uint64_t now = Now();
+    spi_.AdvanceTo(now);
+    const std::uint8_t sent = spi_.ShiftIn(byte, now);
+    Settle();
+    return sent;
+}
+
+std::vector<SpiTransfer> Chip::TakeSpiOutput()
+{
+    spi_.AdvanceTo(Now());
+    std::vector<SpiTransfer> transfers = spi_.TakeOutput();
+    for (SpiTransfer& transfer : transfers)
+        transfer.endsAt += frozenCycles_;
+    return transfers;
 }
 
 std::vector<SciFrame> Chip::TakeSciOutput()

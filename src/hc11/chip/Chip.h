@@ -16,6 +16,9 @@
 //  - Pins: SetInputs() changes the input levels (see OutsideWorld.h), at
 //    the current cycle; PinLevels() reads what the outputs drive.
 //  - The SCI's line: Sci() (see Sci.h for its host side).
+//  - The SPI's lines: a peer for the master (AttachSpiPeer), a byte from an
+//    outside master (SpiReceive), the transfers done (TakeSpiOutput).
+//  - The EEPROM: EepromMemory() shows and loads its cells and CONFIG's.
 //
 // Time protection, the interrupt priority with HPRIO's PSEL, the COP and the
 // clock monitor resets, the illegal opcode trap and WAI/STOP are the chip's;
@@ -27,6 +30,9 @@
 #pragma once
 
 #include "hc11/Cpu.h"
+#include "hc11/chip/AdConverter.h"
+#include "hc11/chip/Eeprom.h"
+#include "hc11/chip/Spi.h"
 #include "hc11/chip/OutsideDevice.h"
 #include "hc11/chip/OutsideWorld.h"
 #include "hc11/chip/Cop.h"
@@ -102,10 +108,26 @@ public:
     // at which its stop bit ended.
     std::vector<SciFrame> TakeSciOutput();
 
+    // ---- the SPI's lines ----
+    // The slave the master talks to; none answers $FF. The peer must outlive
+    // its attachment.
+    void AttachSpiPeer(SpiPeer* peer) { spi_.Attach(peer); }
+    // An outside master shifts a byte into the slave now; returns the byte
+    // the chip shifts back ($FF when it is no enabled, selected slave).
+    std::uint8_t SpiReceive(std::uint8_t byte);
+    // The transfers finished since the last call, either way.
+    std::vector<SpiTransfer> TakeSpiOutput();
+
+    // ---- the EEPROM, for a host to show or load ----
+    Eeprom& EepromMemory() { return eeprom_; }
+
     // ---- the peripherals, for a host's closer look ----
     const Timer& MainTimer() const { return timer_; }
     const Sci& SerialInterface() const { return sci_; }
     const Cop& Watchdog() const { return cop_; }
+    const AdConverter& Converter() const { return adc_; }
+    const Spi& SerialPeripheral() const { return spi_; }
+    const Eeprom& EepromMemory() const { return eeprom_; }
 
 private:
     class ChipBus final : public Bus {
@@ -144,6 +166,12 @@ private:
     std::uint8_t ReadAt(std::uint16_t address, bool debugger);
     void WriteAt(std::uint16_t address, std::uint8_t value, bool debugger);
     OutsideDevice* DeviceAt(std::uint16_t address) const;
+    // CONFIG's EEON, as the last reset read it, puts the EEPROM on the map.
+    bool EepromMapped() const { return config_ & config::EEON; }
+    bool InEeprom(std::uint16_t address) const
+    {
+        return address >= Eeprom::First && address <= Eeprom::Last && EepromMapped();
+    }
     void MarkSpecialPages();
 
     std::uint8_t ReadRegister(unsigned offset);
@@ -191,6 +219,9 @@ private:
     Sci sci_;
     Ports ports_{inputs_};
     Cop cop_{option_, config_};
+    AdConverter adc_{inputs_, option_};
+    Spi spi_{inputs_, ports_};
+    Eeprom eeprom_{protection_, config_, setup_.config};
 
     std::uint64_t frozenCycles_ = 0;
     std::uint64_t nextEvent_ = NoEvent;   // on the peripheral clock
