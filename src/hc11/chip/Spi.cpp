@@ -83,13 +83,19 @@ std::uint8_t Spi::ShiftIn(std::uint8_t byte, std::uint64_t now)
 
 // ---- registers ----
 
+void Spi::ClearSeenDataFlags()
+{
+    constexpr std::uint8_t DataFlags = spsr::SPIF | spsr::WCOL;
+    status_ &= std::uint8_t(~(armed_ & DataFlags));
+    armed_ &= std::uint8_t(~DataFlags);
+}
+
 std::uint8_t Spi::Read(unsigned offset, std::uint64_t)
 {
     if (offset == reg::SPSR) {
         armed_ = status_;
     } else if (offset == reg::SPDR) {
-        status_ &= std::uint8_t(~(armed_ & (spsr::SPIF | spsr::WCOL)));
-        armed_ = 0;
+        ClearSeenDataFlags();
     }
     return Peek(offset);
 }
@@ -122,8 +128,7 @@ void Spi::Write(unsigned offset, std::uint8_t value, std::uint64_t now)
 
 void Spi::WriteData(std::uint8_t value, std::uint64_t now)
 {
-    status_ &= std::uint8_t(~(armed_ & (spsr::SPIF | spsr::WCOL)));
-    armed_ = 0;
+    ClearSeenDataFlags();
     // A slave with CPHA clear is in a transfer for as long as /SS is low.
     const bool slaveBusy = !(control_ & spcr::MSTR) && (control_ & spcr::SPE) && !(control_ & spcr::CPHA) &&
                            SlaveSelected();

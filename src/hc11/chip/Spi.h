@@ -70,6 +70,8 @@ private:
     bool SlaveSelected() const { return !(pins_.portD & SlaveSelectPin); }
     void Finish(std::uint8_t sent, std::uint8_t received, std::uint64_t at);
     void WriteData(std::uint8_t value, std::uint64_t now);
+    // SPIF and WCOL, where the last status read saw them: cleared by an SPDR access.
+    void ClearSeenDataFlags();
 
     static constexpr std::uint8_t SlaveSelectPin = 0x20;   // PD5
     static constexpr std::uint8_t SpiPins = 0x3C;          // PD2-PD5: MISO, MOSI, SCK, /SS
