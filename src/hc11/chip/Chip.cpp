@@ -93,9 +93,12 @@ void Chip::Poke(std::uint16_t address, std::uint8_t value)
 
 void Chip::AddPeripheral(Peripheral& peripheral)
 {
+    const auto index = std::uint8_t(peripherals_.size());
     peripherals_.push_back(&peripheral);
-    for (std::uint8_t offset : peripheral.Registers())
+    for (std::uint8_t offset : peripheral.Registers()) {
         owners_[offset] = &peripheral;
+        ownerIndex_[offset] = index;
+    }
 }
 
 std::uint8_t Chip::ReadRegister(unsigned offset)
@@ -104,6 +107,7 @@ std::uint8_t Chip::ReadRegister(unsigned offset)
         const std::uint64_t now = Now();
         owner->AdvanceTo(now);
         settleAt_ = 0;
+        stale_ |= 1u << ownerIndex_[offset];
         return owner->Read(offset, now);
     }
     return PeekRegister(offset);
@@ -113,6 +117,7 @@ std::uint8_t Chip::PeekRegister(unsigned offset)
 {
     if (Peripheral* owner = owners_[offset]) {
         owner->AdvanceTo(Now());
+        stale_ |= 1u << ownerIndex_[offset];
         return owner->Peek(offset);
     }
     switch (offset) {
@@ -131,8 +136,11 @@ void Chip::WriteRegister(unsigned offset, std::uint8_t value)
         const std::uint64_t now = Now();
         owner->AdvanceTo(now);
         owner->Write(offset, value, now);
-        if (offset == reg::DDRD)
+        stale_ |= 1u << ownerIndex_[offset];
+        if (offset == reg::DDRD) {
             spi_.CheckModeFault();   // PD5 may have become the master's /SS input
+            stale_ = AllStale;
+        }
         return;
     }
     WriteSystemRegister(offset, value);
@@ -141,6 +149,7 @@ void Chip::WriteRegister(unsigned offset, std::uint8_t value)
 void Chip::WriteSystemRegister(unsigned offset, std::uint8_t value)
 {
     const bool open = protection_.Open(Now());
+    stale_ = AllStale;   // OPTION and CONFIG steer peripherals
     switch (offset) {
     case reg::OPTION: {
         // Bit 2 does not exist; the protected bits take one write, early.
@@ -202,6 +211,7 @@ void Chip::ResetFrom(ResetCause cause)
     cpu_.regs.pc = std::uint16_t(high << 8 | Read(std::uint16_t(vector + 1)));
     lastReset_ = cause;
     settleAt_ = 0;
+    stale_ = AllStale;
     Settle();
 }
 
@@ -211,6 +221,7 @@ void Chip::SyncAll()
     for (Peripheral* peripheral : peripherals_)
         peripheral->AdvanceTo(now);
     settleAt_ = 0;
+    stale_ = AllStale;
 }
 
 void Chip::Settle()
@@ -218,12 +229,20 @@ void Chip::Settle()
     const std::uint64_t now = Now();
     std::uint64_t next = NoEvent;
     std::uint32_t pending = 0;
-    for (Peripheral* peripheral : peripherals_) {
-        if (peripheral->NextEvent() <= now)
-            peripheral->AdvanceTo(now);
-        next = std::min(next, peripheral->NextEvent());
-        pending |= peripheral->PendingInterrupts();
+    for (std::size_t i = 0; i < peripherals_.size(); ++i) {
+        const std::uint32_t bit = 1u << i;
+        if (eventAt_[i] <= now) {
+            peripherals_[i]->AdvanceTo(now);
+            stale_ |= bit;
+        }
+        if (stale_ & bit) {
+            eventAt_[i] = peripherals_[i]->NextEvent();
+            requests_[i] = peripherals_[i]->PendingInterrupts();
+        }
+        next = std::min(next, eventAt_[i]);
+        pending |= requests_[i];
     }
+    stale_ = 0;
     if (cop_.Failed()) {
         ResetFrom(ResetCause::CopFailure);
         return;
@@ -354,6 +373,7 @@ void Chip::SciReceive(const SciFrame& frame)
     const std::uint64_t now = Now();
     sci_.AdvanceTo(now);
     sci_.Receive(frame, now);
+    stale_ = AllStale;
     Settle();
 }
 
@@ -362,6 +382,7 @@ std::uint8_t Chip::SpiReceive(std::uint8_t byte)
     const std::uint64_t now = Now();
     spi_.AdvanceTo(now);
     const std::uint8_t sent = spi_.ShiftIn(byte, now);
+    stale_ = AllStale;
     Settle();
     return sent;
 }

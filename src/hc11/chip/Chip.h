@@ -205,6 +205,15 @@ private:
 
     std::vector<Peripheral*> peripherals_;
     std::array<Peripheral*, RegisterBlockSize> owners_{};
+    // Settle's record of each peripheral, by its place in peripherals_: its
+    // next event and requests as last asked. It asks again when the event
+    // comes or when something may have changed them (a bit in stale_).
+    static constexpr std::size_t MaxPeripherals = 16;
+    static constexpr std::uint32_t AllStale = ~0u;
+    std::array<std::uint8_t, RegisterBlockSize> ownerIndex_{};
+    std::array<std::uint64_t, MaxPeripherals> eventAt_{};
+    std::array<std::uint32_t, MaxPeripherals> requests_{};
+    std::uint32_t stale_ = AllStale;
     std::array<std::uint8_t, RegisterBlockSize> plain_{};   // registers no peripheral owns
 
     TimeProtection protection_;
