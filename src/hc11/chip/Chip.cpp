@@ -387,22 +387,30 @@ std::uint8_t Chip::SpiReceive(std::uint8_t byte)
     return sent;
 }
 
+namespace {
+
+// What a line's peripheral finished sending, each item's time moved from the
+// peripheral clock to Cycles().
+template <typename LinePeripheral>
+auto TakeFinished(LinePeripheral& peripheral, std::uint64_t now, std::uint64_t frozenCycles)
+{
+    peripheral.AdvanceTo(now);
+    auto items = peripheral.TakeOutput();
+    for (auto& item : items)
+        item.endsAt += frozenCycles;
+    return items;
+}
+
+} // namespace
+
 std::vector<SpiTransfer> Chip::TakeSpiOutput()
 {
-    spi_.AdvanceTo(Now());
-    std::vector<SpiTransfer> transfers = spi_.TakeOutput();
-    for (SpiTransfer& transfer : transfers)
-        transfer.endsAt += frozenCycles_;
-    return transfers;
+    return TakeFinished(spi_, Now(), frozenCycles_);
 }
 
 std::vector<SciFrame> Chip::TakeSciOutput()
 {
-    sci_.AdvanceTo(Now());
-    std::vector<SciFrame> frames = sci_.TakeOutput();
-    for (SciFrame& frame : frames)
-        frame.endsAt += frozenCycles_;
-    return frames;
+    return TakeFinished(sci_, Now(), frozenCycles_);
 }
 
 } // namespace hc11::chip

@@ -6,9 +6,11 @@
 //  - Memory: Ram() is the whole 64 KB (RAM everywhere, the host loads its
 //    program there). MapDevice() puts a device of its own on an address
 //    range (a PIA, a flash, an input-output unit); the register block,
-//    wherever INIT put it, comes before any device, a device before RAM.
-//    Peek/Poke look and change as a debugger does: a register read has no
-//    side effects there, a register write is the CPU's.
+//    wherever INIT put it, comes before any device, a device before RAM;
+//    with CONFIG's EEON the EEPROM at $B600-$B7FF comes between the block
+//    and the devices. Peek/Poke look and change as a debugger does: a
+//    register read has no side effects there, a register write is the
+//    CPU's, an EEPROM byte changes in place.
 //  - Running: Reset() as the RESET pin does, then Step() one instruction (or
 //    one interrupt entry, or an idle stretch while WAI or STOP holds the
 //    core) or RunUntil(cycle). Cycles() counts E cycles since construction,
@@ -26,7 +28,11 @@
 // is a member below, listed in the constructor: the offsets its Registers()
 // names stop being plain bytes. One that needs OPTION or CONFIG takes a
 // reference to the chip's byte, as the COP does; analog levels and pins come
-// from the InputPins it is given.
+// from the InputPins it is given. The chip asks a peripheral for its next
+// event and its requests again only when the event comes, after an access
+// to its own registers, or after a change that may touch any of them (a
+// system register, the pins, a host's call); one steered by anything else
+// must be marked stale there.
 #pragma once
 
 #include "hc11/Cpu.h"
