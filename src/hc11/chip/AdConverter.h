@@ -47,9 +47,9 @@ public:
 
     // OPTION was written (the converter advanced to now): ADPU clear stops it.
     void PowerChanged();
-    bool Converting() const { return conversionEnd_ != NoEvent; }
 
 private:
+    bool Converting() const { return conversionEnd_ != NoEvent; }
     unsigned ChannelOf(int slot) const;
     static std::uint8_t Level(unsigned channel, const InputPins& pins);
     void Convert();

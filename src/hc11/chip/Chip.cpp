@@ -74,8 +74,10 @@ void Chip::WriteAt(std::uint16_t address, std::uint8_t value, bool debugger)
     const unsigned offset = unsigned(address - registerBase_) & 0xFFFF;
     if (offset < RegisterBlockSize)
         WriteRegister(offset, value);
+    else if (InEeprom(address) && debugger)
+        eeprom_.Cells()[address - Eeprom::First] = value;
     else if (InEeprom(address))
-        debugger ? void(eeprom_.Cells()[address - Eeprom::First] = value) : eeprom_.WriteArray(address, value);
+        eeprom_.WriteArray(address, value);
     else if (OutsideDevice* device = DeviceAt(address))
         debugger ? device->Poke(address, value) : device->Write(address, value);
     else

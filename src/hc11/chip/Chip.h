@@ -131,7 +131,6 @@ public:
     const Timer& MainTimer() const { return timer_; }
     const Sci& SerialInterface() const { return sci_; }
     const Cop& Watchdog() const { return cop_; }
-    const AdConverter& Converter() const { return adc_; }
     const Spi& SerialPeripheral() const { return spi_; }
     const Eeprom& EepromMemory() const { return eeprom_; }
 

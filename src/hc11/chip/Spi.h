@@ -8,8 +8,9 @@
 // its input (DDRD bit 5 clear) is a mode fault: MODF, MSTR and SPE cleared,
 // DDRD's four SPI bits (PD2-PD5) cleared. As slave, selected by /SS low, an
 // outside master shifts a byte in (ShiftIn) and takes the shifter's byte.
-// CPOL, CPHA and DWOM shape the waveforms on the pins only, which this model
-// does not draw; CPHA still decides the slave's write collisions.
+// Clearing SPE stops a transfer under way. CPOL, CPHA and DWOM shape the
+// waveforms on the pins only, which this model does not draw; CPHA still
+// decides the slave's write collisions.
 #pragma once
 
 #include "hc11/chip/OutsideDevice.h"
