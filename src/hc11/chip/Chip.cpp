@@ -20,7 +20,8 @@ Chip::Chip(const ChipSetup& setup) : setup_(setup)
 {
     cpu_.SetOnChip(true);
     cpu_.SetDirectPages(&directPages_);
-    for (Peripheral* peripheral : std::initializer_list<Peripheral*>{&timer_, &sci_, &ports_, &cop_, &adc_, &spi_, &eeprom_})
+    const auto all = std::initializer_list<Peripheral*>{&timer_, &sci_, &ports_, &cop_, &adc_, &spi_, &eeprom_};
+    for (Peripheral* peripheral : all)
         AddPeripheral(*peripheral);
     ResetFrom(ResetCause::Pin);
 }
