@@ -14,25 +14,14 @@ namespace {
 // program clear it.
 constexpr std::uint64_t StopRecoveryCycles = 4064;
 
-struct ResetValue {
-    unsigned offset;
-    std::uint8_t value;
-};
-
-// Registers no peripheral of this model owns yet keep plain bytes, from these
-// reset values (0 for the rest).
-constexpr ResetValue PlainResetValues[] = {
-    {reg::SPCR, 0x04},    // CPHA
-    {reg::BPROT, 0x1F},   // every EEPROM block and CONFIG protected
-};
-
 } // namespace
 
 Chip::Chip(const ChipSetup& setup) : setup_(setup)
 {
     cpu_.SetOnChip(true);
     cpu_.SetDirectPages(&directPages_);
-    for (Peripheral* peripheral : std::initializer_list<Peripheral*>{&timer_, &sci_, &ports_, &cop_})
+    const auto all = std::initializer_list<Peripheral*>{&timer_, &sci_, &ports_, &cop_, &adc_, &spi_, &eeprom_};
+    for (Peripheral* peripheral : all)
         AddPeripheral(*peripheral);
     ResetFrom(ResetCause::Pin);
 }
@@ -51,6 +40,9 @@ void Chip::MarkSpecialPages()
 {
     special_.fill(false);
     special_[registerBase_ >> 8] = true;   // the block never crosses a page: its base is a multiple of $1000
+    if (EepromMapped())
+        for (unsigned page = Eeprom::First >> 8; page <= unsigned(Eeprom::Last >> 8); ++page)
+            special_[page] = true;
     for (const DeviceMap& map : devices_)
         for (unsigned page = map.first >> 8; page <= unsigned(map.last >> 8); ++page)
             special_[page] = true;
@@ -71,6 +63,8 @@ std::uint8_t Chip::ReadAt(std::uint16_t address, bool debugger)
     const unsigned offset = unsigned(address - registerBase_) & 0xFFFF;
     if (offset < RegisterBlockSize)
         return debugger ? PeekRegister(offset) : ReadRegister(offset);
+    if (InEeprom(address))
+        return eeprom_.ReadArray(address);
     if (OutsideDevice* device = DeviceAt(address))
         return debugger ? device->Peek(address) : device->Read(address);
     return ram_[address];
@@ -81,6 +75,10 @@ void Chip::WriteAt(std::uint16_t address, std::uint8_t value, bool debugger)
     const unsigned offset = unsigned(address - registerBase_) & 0xFFFF;
     if (offset < RegisterBlockSize)
         WriteRegister(offset, value);
+    else if (InEeprom(address) && debugger)
+        eeprom_.Cells()[address - Eeprom::First] = value;
+    else if (InEeprom(address))
+        eeprom_.WriteArray(address, value);
     else if (OutsideDevice* device = DeviceAt(address))
         debugger ? device->Poke(address, value) : device->Write(address, value);
     else
@@ -98,9 +96,12 @@ void Chip::Poke(std::uint16_t address, std::uint8_t value)
 
 void Chip::AddPeripheral(Peripheral& peripheral)
 {
+    const auto index = std::uint8_t(peripherals_.size());
     peripherals_.push_back(&peripheral);
-    for (std::uint8_t offset : peripheral.Registers())
+    for (std::uint8_t offset : peripheral.Registers()) {
         owners_[offset] = &peripheral;
+        ownerIndex_[offset] = index;
+    }
 }
 
 std::uint8_t Chip::ReadRegister(unsigned offset)
@@ -109,6 +110,7 @@ std::uint8_t Chip::ReadRegister(unsigned offset)
         const std::uint64_t now = Now();
         owner->AdvanceTo(now);
         settleAt_ = 0;
+        stale_ |= 1u << ownerIndex_[offset];
         return owner->Read(offset, now);
     }
     return PeekRegister(offset);
@@ -118,13 +120,13 @@ std::uint8_t Chip::PeekRegister(unsigned offset)
 {
     if (Peripheral* owner = owners_[offset]) {
         owner->AdvanceTo(Now());
+        stale_ |= 1u << ownerIndex_[offset];
         return owner->Peek(offset);
     }
     switch (offset) {
     case reg::OPTION: return option_;
     case reg::HPRIO: return hprio_;
     case reg::INIT: return init_;
-    case reg::CONFIG: return config_;
     case reg::TEST1: return 0;
     default: return plain_[offset];
     }
@@ -137,6 +139,11 @@ void Chip::WriteRegister(unsigned offset, std::uint8_t value)
         const std::uint64_t now = Now();
         owner->AdvanceTo(now);
         owner->Write(offset, value, now);
+        stale_ |= 1u << ownerIndex_[offset];
+        if (offset == reg::DDRD) {
+            spi_.CheckModeFault();   // PD5 may have become the master's /SS input
+            stale_ = AllStale;
+        }
         return;
     }
     WriteSystemRegister(offset, value);
@@ -145,13 +152,16 @@ void Chip::WriteRegister(unsigned offset, std::uint8_t value)
 void Chip::WriteSystemRegister(unsigned offset, std::uint8_t value)
 {
     const bool open = protection_.Open(Now());
+    stale_ = AllStale;   // OPTION and CONFIG steer peripherals
     switch (offset) {
     case reg::OPTION: {
         // Bit 2 does not exist; the protected bits take one write, early.
         std::uint8_t writable = option::ADPU | option::CSEL | option::CME;
         if (open && !optionWritten_)
             writable |= option::TimeProtected;
+        adc_.AdvanceTo(Now());
         option_ = std::uint8_t((option_ & ~writable) | (value & writable));
+        adc_.PowerChanged();
         optionWritten_ = !protection_.specialMode;
         break;
     }
@@ -169,11 +179,6 @@ void Chip::WriteSystemRegister(unsigned offset, std::uint8_t value)
             MarkSpecialPages();
         }
         break;
-    case reg::BPROT:
-        // Protection bits come off only early; they go back on at any time.
-        plain_[offset] = std::uint8_t((open ? value : plain_[offset] | value) & 0x1F);
-        break;
-    case reg::CONFIG:   // an EEPROM cell: programmed, not written
     case reg::TEST1:    // test mode only
         break;
     default:
@@ -192,12 +197,10 @@ void Chip::ResetFrom(ResetCause cause)
     hprio_ = setup_.mode == OperatingMode::Expanded ? 0x25 : 0x05;   // PSEL at the reserved code: IRQ on top
     init_ = 0x01;
     registerBase_ = 0x1000;
-    config_ = setup_.config;
+    config_ = eeprom_.ConfigCell();
     optionWritten_ = initWritten_ = false;
     irqEdge_ = false;
     plain_.fill(0);
-    for (const ResetValue& r : PlainResetValues)
-        plain_[r.offset] = r.value;
     for (Peripheral* peripheral : peripherals_)
         peripheral->Reset(now);
     MarkSpecialPages();
@@ -211,6 +214,7 @@ void Chip::ResetFrom(ResetCause cause)
     cpu_.regs.pc = std::uint16_t(high << 8 | Read(std::uint16_t(vector + 1)));
     lastReset_ = cause;
     settleAt_ = 0;
+    stale_ = AllStale;
     Settle();
 }
 
@@ -220,6 +224,7 @@ void Chip::SyncAll()
     for (Peripheral* peripheral : peripherals_)
         peripheral->AdvanceTo(now);
     settleAt_ = 0;
+    stale_ = AllStale;
 }
 
 void Chip::Settle()
@@ -227,12 +232,20 @@ void Chip::Settle()
     const std::uint64_t now = Now();
     std::uint64_t next = NoEvent;
     std::uint32_t pending = 0;
-    for (Peripheral* peripheral : peripherals_) {
-        if (peripheral->NextEvent() <= now)
-            peripheral->AdvanceTo(now);
-        next = std::min(next, peripheral->NextEvent());
-        pending |= peripheral->PendingInterrupts();
+    for (std::size_t i = 0; i < peripherals_.size(); ++i) {
+        const std::uint32_t bit = 1u << i;
+        if (eventAt_[i] <= now) {
+            peripherals_[i]->AdvanceTo(now);
+            stale_ |= bit;
+        }
+        if (stale_ & bit) {
+            eventAt_[i] = peripherals_[i]->NextEvent();
+            requests_[i] = peripherals_[i]->PendingInterrupts();
+        }
+        next = std::min(next, eventAt_[i]);
+        pending |= requests_[i];
     }
+    stale_ = 0;
     if (cop_.Failed()) {
         ResetFrom(ResetCause::CopFailure);
         return;
@@ -363,16 +376,44 @@ void Chip::SciReceive(const SciFrame& frame)
     const std::uint64_t now = Now();
     sci_.AdvanceTo(now);
     sci_.Receive(frame, now);
+    stale_ = AllStale;
     Settle();
+}
+
+std::uint8_t Chip::SpiReceive(std::uint8_t byte)
+{
+    const std::uint64_t now = Now();
+    spi_.AdvanceTo(now);
+    const std::uint8_t sent = spi_.ShiftIn(byte, now);
+    stale_ = AllStale;
+    Settle();
+    return sent;
+}
+
+namespace {
+
+// What a line's peripheral finished sending, each item's time moved from the
+// peripheral clock to Cycles().
+template <typename LinePeripheral>
+auto TakeFinished(LinePeripheral& peripheral, std::uint64_t now, std::uint64_t frozenCycles)
+{
+    peripheral.AdvanceTo(now);
+    auto items = peripheral.TakeOutput();
+    for (auto& item : items)
+        item.endsAt += frozenCycles;
+    return items;
+}
+
+} // namespace
+
+std::vector<SpiTransfer> Chip::TakeSpiOutput()
+{
+    return TakeFinished(spi_, Now(), frozenCycles_);
 }
 
 std::vector<SciFrame> Chip::TakeSciOutput()
 {
-    sci_.AdvanceTo(Now());
-    std::vector<SciFrame> frames = sci_.TakeOutput();
-    for (SciFrame& frame : frames)
-        frame.endsAt += frozenCycles_;
-    return frames;
+    return TakeFinished(sci_, Now(), frozenCycles_);
 }
 
 } // namespace hc11::chip

@@ -6,9 +6,11 @@
 //  - Memory: Ram() is the whole 64 KB (RAM everywhere, the host loads its
 //    program there). MapDevice() puts a device of its own on an address
 //    range (a PIA, a flash, an input-output unit); the register block,
-//    wherever INIT put it, comes before any device, a device before RAM.
-//    Peek/Poke look and change as a debugger does: a register read has no
-//    side effects there, a register write is the CPU's.
+//    wherever INIT put it, comes before any device, a device before RAM;
+//    with CONFIG's EEON the EEPROM at $B600-$B7FF comes between the block
+//    and the devices. Peek/Poke look and change as a debugger does: a
+//    register read has no side effects there, a register write is the
+//    CPU's, an EEPROM byte changes in place.
 //  - Running: Reset() as the RESET pin does, then Step() one instruction (or
 //    one interrupt entry, or an idle stretch while WAI or STOP holds the
 //    core) or RunUntil(cycle). Cycles() counts E cycles since construction,
@@ -16,6 +18,9 @@
 //  - Pins: SetInputs() changes the input levels (see OutsideWorld.h), at
 //    the current cycle; PinLevels() reads what the outputs drive.
 //  - The SCI's line: Sci() (see Sci.h for its host side).
+//  - The SPI's lines: a peer for the master (AttachSpiPeer), a byte from an
+//    outside master (SpiReceive), the transfers done (TakeSpiOutput).
+//  - The EEPROM: EepromMemory() shows and loads its cells and CONFIG's.
 //
 // Time protection, the interrupt priority with HPRIO's PSEL, the COP and the
 // clock monitor resets, the illegal opcode trap and WAI/STOP are the chip's;
@@ -23,10 +28,17 @@
 // is a member below, listed in the constructor: the offsets its Registers()
 // names stop being plain bytes. One that needs OPTION or CONFIG takes a
 // reference to the chip's byte, as the COP does; analog levels and pins come
-// from the InputPins it is given.
+// from the InputPins it is given. The chip asks a peripheral for its next
+// event and its requests again only when the event comes, after an access
+// to its own registers, or after a change that may touch any of them (a
+// system register, the pins, a host's call); one steered by anything else
+// must be marked stale there.
 #pragma once
 
 #include "hc11/Cpu.h"
+#include "hc11/chip/AdConverter.h"
+#include "hc11/chip/Eeprom.h"
+#include "hc11/chip/Spi.h"
 #include "hc11/chip/OutsideDevice.h"
 #include "hc11/chip/OutsideWorld.h"
 #include "hc11/chip/Cop.h"
@@ -102,10 +114,25 @@ public:
     // at which its stop bit ended.
     std::vector<SciFrame> TakeSciOutput();
 
+    // ---- the SPI's lines ----
+    // The slave the master talks to; none answers $FF. The peer must outlive
+    // its attachment.
+    void AttachSpiPeer(SpiPeer* peer) { spi_.Attach(peer); }
+    // An outside master shifts a byte into the slave now; returns the byte
+    // the chip shifts back ($FF when it is no enabled, selected slave).
+    std::uint8_t SpiReceive(std::uint8_t byte);
+    // The transfers finished since the last call, either way.
+    std::vector<SpiTransfer> TakeSpiOutput();
+
+    // ---- the EEPROM, for a host to show or load ----
+    Eeprom& EepromMemory() { return eeprom_; }
+
     // ---- the peripherals, for a host's closer look ----
     const Timer& MainTimer() const { return timer_; }
     const Sci& SerialInterface() const { return sci_; }
     const Cop& Watchdog() const { return cop_; }
+    const Spi& SerialPeripheral() const { return spi_; }
+    const Eeprom& EepromMemory() const { return eeprom_; }
 
 private:
     class ChipBus final : public Bus {
@@ -144,6 +171,12 @@ private:
     std::uint8_t ReadAt(std::uint16_t address, bool debugger);
     void WriteAt(std::uint16_t address, std::uint8_t value, bool debugger);
     OutsideDevice* DeviceAt(std::uint16_t address) const;
+    // CONFIG's EEON, as the last reset read it, puts the EEPROM on the map.
+    bool EepromMapped() const { return config_ & config::EEON; }
+    bool InEeprom(std::uint16_t address) const
+    {
+        return address >= Eeprom::First && address <= Eeprom::Last && EepromMapped();
+    }
     void MarkSpecialPages();
 
     std::uint8_t ReadRegister(unsigned offset);
@@ -177,6 +210,15 @@ private:
 
     std::vector<Peripheral*> peripherals_;
     std::array<Peripheral*, RegisterBlockSize> owners_{};
+    // Settle's record of each peripheral, by its place in peripherals_: its
+    // next event and requests as last asked. It asks again when the event
+    // comes or when something may have changed them (a bit in stale_).
+    static constexpr std::size_t MaxPeripherals = 16;
+    static constexpr std::uint32_t AllStale = ~0u;
+    std::array<std::uint8_t, RegisterBlockSize> ownerIndex_{};
+    std::array<std::uint64_t, MaxPeripherals> eventAt_{};
+    std::array<std::uint32_t, MaxPeripherals> requests_{};
+    std::uint32_t stale_ = AllStale;
     std::array<std::uint8_t, RegisterBlockSize> plain_{};   // registers no peripheral owns
 
     TimeProtection protection_;
@@ -191,6 +233,9 @@ private:
     Sci sci_;
     Ports ports_{inputs_};
     Cop cop_{option_, config_};
+    AdConverter adc_{inputs_, option_};
+    Spi spi_{inputs_, ports_};
+    Eeprom eeprom_{protection_, config_, setup_.config};
 
     std::uint64_t frozenCycles_ = 0;
     std::uint64_t nextEvent_ = NoEvent;   // on the peripheral clock

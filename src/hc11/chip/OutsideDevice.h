@@ -1,6 +1,7 @@
-// A device the host puts on the chip's outside bus: a board's PIA, its flash,
-// the IDE's input-output unit. The chip hands it every access to the
-// addresses it was mapped at that the register block does not take.
+// The devices a host attaches to the chip. On the outside bus: a board's PIA,
+// its flash, the IDE's input-output unit; the chip hands such a device every
+// access to the addresses it was mapped at that the chip itself does not
+// take. On the SPI's lines: a peer the chip talks to as master.
 #pragma once
 
 #include <cstdint>
@@ -19,6 +20,14 @@ public:
     // device whose reads have side effects overrides Peek.
     virtual std::uint8_t Peek(std::uint16_t address) { return Read(address); }
     virtual void Poke(std::uint16_t address, std::uint8_t value) { Write(address, value); }
+};
+
+// A slave on the SPI's lines: for each byte the chip's master sends, the byte
+// it shifts back during the same eight clocks (called as the transfer ends).
+class SpiPeer {
+public:
+    virtual ~SpiPeer() = default;
+    virtual std::uint8_t Exchange(std::uint8_t sent) = 0;
 };
 
 } // namespace hc11::chip

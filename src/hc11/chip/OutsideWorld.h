@@ -18,8 +18,10 @@ enum class OperatingMode : std::uint8_t {
 // Fixed for the chip's life: set before the first reset.
 struct ChipSetup {
     OperatingMode mode = OperatingMode::Expanded;
-    // CONFIG as its EEPROM cell reads at reset: no security, COP off, ROM and
-    // EEPROM off, so that memory the host loads is what runs.
+    // CONFIG as its EEPROM cell holds it at first: no security, COP off, ROM
+    // and EEPROM off (EEON clear), so that memory the host loads is what runs,
+    // $B600-$B7FF included. A program may program the cell (Eeprom.h); the
+    // new value counts from the next reset.
     std::uint8_t config = 0x0C;
 };
 
@@ -44,5 +46,12 @@ constexpr bool AnalogReadsHigh(std::uint8_t level) { return level >= 0x80; }
 // Data that leaves through a pin with nobody listening is lost: the SCI sends
 // at the programmed rate whether or not a host drains its line, and keeps
 // only the latest characters for a host that comes late (Sci::OutputLimit).
+// The same holds for the SPI's transfers (Spi::OutputLimit).
+//
+// An SPI master with no peer attached reads $FF: nothing drives MISO, and
+// the board's pull-up holds it high. A slave that is not selected answers
+// an outside master with $FF for the same reason.
+//
+// An EEPROM fresh from the factory is erased: every byte $FF.
 
 } // namespace hc11::chip

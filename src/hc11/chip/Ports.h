@@ -38,6 +38,10 @@ public:
     std::uint8_t PortDPins() const { return std::uint8_t(((portD_ & ddrd_) | (pins_.portD & ~ddrd_)) & 0x3F); }
     std::uint8_t PortEPins() const;
 
+    std::uint8_t Ddrd() const { return ddrd_; }
+    // The SPI's mode fault takes its pins back to inputs.
+    void ClearDirections(std::uint8_t ddrdBits) { ddrd_ &= std::uint8_t(~ddrdBits); }
+
 private:
     const InputPins& pins_;
     std::uint8_t pioc_ = 0, portB_ = 0, portC_ = 0, portCL_ = 0, ddrc_ = 0, portD_ = 0, ddrd_ = 0;
