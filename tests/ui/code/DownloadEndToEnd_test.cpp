@@ -75,7 +75,6 @@ private slots:
         S19File.clear();
         QCOMPARE(f.boxes.boxes.size(), 2);
         QCOMPARE(f.boxes.boxes[1].text, QString("Can't Write to Memory !"));
-        QCOMPARE(f.boxes.boxes[1].caption, QString("Orvane - Download Error"));
         QCOMPARE(TargetByte(form, 0x0100), 0x11);
         QCOMPARE(CpuRegisters.PC, 0x0100);
         QVERIFY(!form.IsOpen("frmRegCPU") && !form.IsOpen("frmDisAsm"));

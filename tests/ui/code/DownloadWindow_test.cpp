@@ -92,7 +92,6 @@ private slots:
         frmDownload::ShowModal();
         QCOMPARE(s.f.boxes.boxes.size(), 1);
         QVERIFY(s.f.boxes.boxes[0].text.endsWith("directory !"));
-        QCOMPARE(s.f.boxes.boxes[0].caption, QString("Orvane - Read Error"));
         QCOMPARE(TargetMemory[0xE000], std::uint8_t(0x5A));
         s.ExpectOldProgramKept();
     }

@@ -20,9 +20,9 @@
 #include "ui/views/frmWatch.h"
 
 #include <QLineEdit>
+#include <QRadioButton>
 #include <QScrollBar>
 #include <QTableView>
-#include <QRadioButton>
 #include <QTreeWidget>
 
 namespace {
@@ -222,7 +222,6 @@ private:
         QCOMPARE(f.boxes.boxes.size(), board ? 1 : 0);
         if (board) {
             QCOMPARE(f.boxes.boxes[0].text, QString("Can't Write to Memory !\n\r (Read Only Memory)"));
-            QCOMPARE(f.boxes.boxes[0].caption, QString("Orvane - Memory Write Error"));
             f.boxes.boxes.clear();
         }
 
@@ -270,7 +269,6 @@ private:
         }
         QCOMPARE(f.boxes.boxes.size(), 1);
         QCOMPARE(f.boxes.boxes[0].text, QString("Invalid Address !"));
-        QCOMPARE(f.boxes.boxes[0].caption, QString("Orvane - Watch"));
         QCOMPARE(WatchCount, std::int16_t(1));
         f.boxes.boxes.clear();
 
@@ -338,7 +336,6 @@ private:
         QCOMPARE(dialogs, 0);
         QCOMPARE(f.boxes.boxes.size(), 1);
         QCOMPARE(f.boxes.boxes[0].text, QString(" Can't Add Watch !\n\r(Max. Watches = 32)"));
-        QCOMPARE(f.boxes.boxes[0].caption, QString("Orvane - Watch Error"));
         f.boxes.boxes.clear();
 
         // Remove all; with no row selected nothing is removed.

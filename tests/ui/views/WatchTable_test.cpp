@@ -1,4 +1,4 @@
-// The watch table without a window: its limit, edits and removals, the read
+// The watch table without a window: edits and removals, the read
 // round with a word across $FFFF and a link that dies half-way, the reload
 // rule, and the record of bytes changed across a move of the target.
 #include <QtTest>
@@ -36,16 +36,6 @@ class WatchTableTest : public QObject {
     Q_OBJECT
 private slots:
     void init() { ClearWatches(); }
-
-    void thirtyTwoWatchesAndNoMore()
-    {
-        for (int i = 0; i < MaxWatches; ++i)
-            QVERIFY(AddWatch(0x100 + i, QString(), i % 2 == 0));
-        QVERIFY(!AddWatch(0x200, "LATE", false));
-        QCOMPARE(WatchCount, std::int16_t(32));
-        QCOMPARE(WatchTable[31].WatchAddress, 0x11F);
-        QCOMPARE(WatchLabel(31), QString("$011F"));
-    }
 
     void editAndRemoveKeepTheOthers()
     {

@@ -124,7 +124,6 @@ private slots:
             QCOMPARE(seen, (QStringList{"$EF", "", ""}));
             QCOMPARE(f.boxes.boxes.size(), 1);
             QCOMPARE(f.boxes.boxes[0].text, QString("Invalid Number !"));
-            QCOMPARE(f.boxes.boxes[0].caption, QString("Orvane - Enter Value"));
             QCOMPARE(TargetMemory[1], 0xEF);
         }
 
