@@ -11,6 +11,7 @@
 #include "support/BoardProcess.h"
 #include "support/ui/DisAsmLooks.h"
 #include "support/ui/MainFormFixture.h"
+#include "support/ui/ShownWindow.h"
 #include "support/RegisterSnapshot.h"
 #include "support/S19Image.h"
 #include "engine/link/MonitorFrames.h"
@@ -170,12 +171,9 @@ private:
         QCOMPARE(CpuRegisters.A, 0x16);
         QCOMPARE(LookOf(w, RowOf(w, 0x2012)), Look::Current);
         Snap(stops, "animate paused", form);
-        // ORVANE_SCREENSHOT names a folder for the simulator pass's picture (use a real display).
-        const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
-        if (!folder.isEmpty() && TargetMode == SimulatorMode) {
-            w->Label_Click(static_cast<std::int16_t>(RowOf(w, 0x2011)));
-            QVERIFY(form.grab().save(QDir(folder).filePath("disassembler-stepping.png")));
-        }
+        w->Label_Click(static_cast<std::int16_t>(RowOf(w, 0x2011)));
+        if (TargetMode == SimulatorMode)   // the simulator pass's picture (use a real display)
+            SaveScreenshot(&form, "disassembler-stepping.png");
 
         // Run to the cursor: a breakpoint on the current row for one Play.
         const int spinRow = RowOf(w, 0x2011);

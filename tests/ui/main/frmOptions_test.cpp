@@ -11,6 +11,7 @@
 #include "ui/source/frmEditor.h"
 #include "support/ui/MainFormFixture.h"
 #include "support/ui/ModalPlayer.h"
+#include "support/ui/ShownWindow.h"
 #include "support/PseudoTerminal.h"
 #include "ui/main/frmOptions.h"
 
@@ -89,9 +90,8 @@ private slots:
         for (const bool simulator : {true, false}) {
             ModalPlayer player(OnOptions([&](frmOptions& o) {
                 o.chSimEnabled->setChecked(simulator);
-                const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
-                if (simulator && !folder.isEmpty())
-                    QVERIFY(o.grab().save(QDir(folder).filePath("options.png")));
+                if (simulator)
+                    SaveScreenshot(&o, "options.png");
             }));
             form.Menu("mnuViewOptions")->trigger();
             QCOMPARE(form.PanelText(1), simulator ? QString("Simulator mode") : QString("HC11 Board: Ready"));

@@ -107,9 +107,7 @@ private slots:
         sci->parentWidget()->move(timer->parentWidget()->geometry().right() + 1, 0);
         form.Window("frmRegCPU")->parentWidget()->move(sci->parentWidget()->geometry().right() + 1, 0);
         QCoreApplication::processEvents();
-        const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
-        if (!folder.isEmpty())
-            QVERIFY(form.grab().save(QDir(folder).filePath("timer-sci-cpu.png")));
+        SaveScreenshot(&form, "timer-sci-cpu.png");
 
         EnterValue(timer, TMSK1, "$01");
         EnterValue(timer, TOC1, "$FEFF");
