@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "platform/MSComm.h"
 #include "platform/QtSerialDevice.h"
 #include "support/FakeSerialLine.h"

@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "platform/Velmar.h"
 
 #include <array>

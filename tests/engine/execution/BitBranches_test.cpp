@@ -1,7 +1,6 @@
 // BRSET and BRCLR on the debugger alone, in the simulator and on the board
 // emulator: Step Into, Step Over and Play go where the plain core goes and
 // leave its registers and cycle count.
-#include <QtTest>
 
 #include "engine/execution/Breakpoints.h"
 #include "engine/state/TargetState.h"

@@ -1,6 +1,5 @@
 // Stepping, the free run and Play in the simulator and on a scripted
 // monitor: the debugger on its own link, without a main window.
-#include <QtTest>
 
 #include "engine/state/TargetState.h"
 #include "engine/execution/Breakpoints.h"

@@ -1,6 +1,5 @@
 // The target operations in simulator mode, where TargetMemory is the target,
 // and the simulator component's memory events with the input-output unit.
-#include <QtTest>
 
 #include "engine/state/TargetState.h"
 #include "support/DebuggerFixture.h"

@@ -1,5 +1,4 @@
 // The editor's logic without windows.
-#include <QtTest>
 
 #include "engine/source/AsmColouring.h"
 #include "engine/source/SourceFile.h"

@@ -1,7 +1,6 @@
 // The debugger on the real windows, in the simulator and on the board emulator:
 // both back-ends must leave the same registers and stack at every stop. The
 // debugger alone on both back-ends is the engine's bit branch test.
-#include <QtTest>
 
 #include "ui/code/frmDisAsm.h"
 #include "engine/state/TargetState.h"

@@ -1,7 +1,6 @@
 // Download from end to end on the real windows on hc11board (the simulator's
 // run is Download_test's): every byte lands, PC and SP come from the target.
 // With ORVANE_SCREENSHOT set to a folder, download.png is saved there.
-#include <QtTest>
 
 #include "ui/code/frmDisAsm.h"
 #include "engine/state/TargetState.h"

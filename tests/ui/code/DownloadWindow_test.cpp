@@ -1,7 +1,6 @@
 // The download window on the main window: a good run erases the flash and
 // brings the CPU, stack and disassembly windows up; an unreadable file, Cancel
 // and Escape keep the old program. The run itself is the engine's download test.
-#include <QtTest>
 
 #include "engine/source/SourceRecords.h"
 #include "engine/state/TargetState.h"

@@ -1,5 +1,4 @@
 // The disassembly window on the real main window, in simulator mode.
-#include <QtTest>
 
 #include "ui/code/frmDisAsm.h"
 #include "engine/state/TargetState.h"

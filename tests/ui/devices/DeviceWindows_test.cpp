@@ -2,7 +2,6 @@
 // simulator with the input-output unit, and the serial echo example on
 // hc11board with the terminal. With ORVANE_SCREENSHOT set to a folder,
 // io-unit.png and serial-terminal.png are saved there.
-#include <QtTest>
 
 #include "support/TerminalRows.h"
 
@@ -49,7 +48,6 @@ QString Leds(frmIOBOard* unit)
         lit += Lit(led) ? '1' : '0';
     return lit;
 }
-
 
 }  // namespace
 

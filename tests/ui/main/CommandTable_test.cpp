@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "engine/state/TargetState.h"
 #include "platform/SettingsStore.h"
 #include "support/ui/MainFormFixture.h"

@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "platform/widgets/Help.h"
 #include "platform/widgets/HelpViewer.h"
 #include "support/ui/MainFormFixture.h"

@@ -1,6 +1,5 @@
 // The main window as the engine's views: the terminal by its View entry, and
 // the tool windows as the refresh round's views.
-#include <QtTest>
 
 #include "engine/state/TargetState.h"
 #include "support/ui/FakeToolWindow.h"

@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "engine/state/AppSettings.h"
 #include "engine/state/TargetState.h"
 #include "platform/ProgramFolder.h"

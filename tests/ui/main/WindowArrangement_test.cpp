@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "platform/SettingsStore.h"
 #include "platform/widgets/WindowPlacement.h"
 #include "support/TestSettings.h"

@@ -1,6 +1,5 @@
 // The Options dialog on a main window. With ORVANE_SCREENSHOT set to a
 // folder, options.png (the dialog with Simulator ticked) is saved there.
-#include <QtTest>
 
 #include "engine/state/AppSettings.h"
 #include "engine/state/TargetState.h"

@@ -1,6 +1,5 @@
 // From source to a target ready to step on the real main window. The target is
 // the simulator: downloads, and steps anywhere, are the download and debugger tests'.
-#include <QtTest>
 
 #include "ui/code/frmDisAsm.h"
 #include "engine/state/TargetState.h"

@@ -1,6 +1,5 @@
 // The editor documents on the real main window. With ORVANE_SCREENSHOT set to
 // a folder, editors.png (a coloured editor) is saved there.
-#include <QtTest>
 
 #include "platform/widgets/CommonDialog.h"
 #include "engine/source/EditorRecords.h"

@@ -4,7 +4,6 @@
 // answering, the watch limit, a word across $FFFF, edits, removal and the
 // values after Step Into. With ORVANE_SCREENSHOT set to a folder,
 // memory-window.png and watch-window.png are saved there.
-#include <QtTest>
 
 #include "engine/code/SymbolTable.h"
 #include "engine/state/ByteHistory.h"

@@ -4,7 +4,6 @@
 // and the bits a step changed are marked until the next stop. The board's
 // registers are those of a reset.
 // With ORVANE_SCREENSHOT set to a folder, timer-sci-cpu.png is saved there.
-#include <QtTest>
 
 #include "engine/state/TargetState.h"
 #include "support/BoardProcess.h"

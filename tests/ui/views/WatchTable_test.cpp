@@ -1,7 +1,6 @@
 // The watch table without a window: edits and removals, the read
 // round with a word across $FFFF and a link that dies half-way, the reload
 // rule, and the record of bytes changed across a move of the target.
-#include <QtTest>
 
 #include "engine/code/SymbolTable.h"
 #include "engine/state/ByteHistory.h"

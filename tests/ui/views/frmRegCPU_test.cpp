@@ -1,6 +1,5 @@
 // The CPU register window in simulator mode and on a scripted board, and the
 // list window template as a block window uses it.
-#include <QtTest>
 
 #include "engine/state/TargetState.h"
 #include "platform/widgets/PopupMenu.h"
