@@ -58,28 +58,6 @@ private slots:
         QVERIFY(f.line.TakeWritten().isEmpty());   // nothing ever goes to the port
     }
 
-    void eraseFillsTheFlashAreaAndProgrammingWritesAnywhere()
-    {
-        DebuggerFixture f(true);
-        TargetLink& link = f.link;
-        TargetMemory[0xDFFF] = 0x11;
-        TargetMemory[0xE000] = 0x22;
-        TargetMemory[0xFFFF] = 0x00;
-        BoardConnected = false;   // left as it is by a simulated erase
-        link.FlashErase();
-        QVERIFY(TargetMemory[0xDFFF] == 0x11 && TargetMemory[0xE000] == 0xFF && TargetMemory[0xFFFF] == 0xFF);
-        QVERIFY(!BoardConnected);
-        link.InResetVector(CpuRegisters.PC);
-        QCOMPARE(CpuRegisters.PC, 0xFFFF);   // a download without a vector
-        std::int32_t address = 0xFFFE;
-        link.Programm(address, {0xE1, 0x23}, 2);
-        address = 0x0100;
-        link.Programm(address, {0x86, 0x42, 0x00}, 2);
-        QVERIFY(TargetMemory[0x0100] == 0x86 && TargetMemory[0x0101] == 0x42 && TargetMemory[0x0102] == 0);
-        link.InResetVector(CpuRegisters.PC);
-        QCOMPARE(CpuRegisters.PC, 0xE123);
-    }
-
     void hostByteWritesAndSimulatedProgramsDriveTheUnit()
     {
         DebuggerFixture f(true);
