@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "support/S19Image.h"
 #include "support/WorkFolder.h"
 

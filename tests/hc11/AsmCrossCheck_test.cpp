@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "hc11/asm/Assembler.h"
 #include "support/AsmPrograms.h"
 #include "support/GnuHc11Pipeline.h"

@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "hc11/InstructionText.h"
 #include "hc11/asm/Assembler.h"
 #include "support/S19Image.h"

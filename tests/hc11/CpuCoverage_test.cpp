@@ -1,7 +1,6 @@
 // The core against the whole instruction table: every row's cycle count and
 // length, every illegal byte sequence as a harmless no-op, and random
 // programs that can neither hang a call nor run away with the bus.
-#include <QtTest>
 
 #include "support/CpuHarness.h"
 

@@ -1,6 +1,5 @@
 // Control flow and machine state: branch conditions, calls and returns, the
 // stack, SWI and RTI with their frame, the X bit, WAI, STOP and interrupts.
-#include <QtTest>
 
 #include "support/CpuHarness.h"
 

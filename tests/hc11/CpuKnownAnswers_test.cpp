@@ -2,7 +2,6 @@
 // usually go wrong: H and V of additions, borrows, NEG of $80, DAA after
 // carries, division by zero, shifts at the edges, 16-bit address wrap and
 // the bit instructions with masks 0 and $FF.
-#include <QtTest>
 
 #include "support/CpuHarness.h"
 

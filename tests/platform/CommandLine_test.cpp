@@ -1,6 +1,5 @@
 // The program answers --version and --help on standard output before the
 // application object exists, so with no display.
-#include <QtTest>
 
 #include "platform/Version.h"
 

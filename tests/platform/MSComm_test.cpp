@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "platform/MSComm.h"
 #include "platform/QtSerialDevice.h"
 #include "support/FakeSerialLine.h"
@@ -20,24 +18,6 @@ struct ScriptedPort {
 class MSCommTest : public QObject {
     Q_OBJECT
 private slots:
-    void openingTellsWhyItFailed()
-    {
-        ScriptedPort p;
-        p.comm.SetCommPort(3);
-        p.line.FailOpen("Device or resource busy");
-        QVERIFY(!p.comm.SetPortOpen(true));
-        QCOMPARE(p.comm.ErrorDescription(), QString("Device or resource busy"));
-        QCOMPARE(p.line.LastPort(), 3);
-        QVERIFY(!p.comm.CTSHolding());   // a closed port holds nothing
-
-        p.line.FailOpen({});
-        QVERIFY(p.comm.SetPortOpen(true));
-        QVERIFY(p.comm.SetPortOpen(true));   // already open: no second device
-        QCOMPARE(p.line.OpenCount(), 1);
-        QVERIFY(p.comm.SetPortOpen(false));
-        QVERIFY(!p.line.IsOpen());
-    }
-
     void receiveEventComesAtTheThresholdFromTheEventLoop()
     {
         ScriptedPort p;
@@ -83,21 +63,6 @@ private slots:
         // The rest waited behind the full buffer: nothing is lost.
         p.line.Arrive("c");
         QCOMPARE(p.comm.Input(), QByteArray(52, 'b') + "c");
-    }
-
-    void ctsChangesRaiseEvent3()
-    {
-        ScriptedPort p;
-        QVERIFY(p.comm.SetPortOpen(true));
-        p.comm.PollLines();
-        QCOMPARE(p.events.count(), 0);   // no change, no event
-        p.line.SetCTS(false);
-        QTRY_COMPARE(p.events.count(), 1);   // the port's own poll notices
-        QCOMPARE(p.comm.CommEvent(), int(MSComm::comEvCTS));
-        QVERIFY(!p.comm.CTSHolding());
-        p.line.SetCTS(true);
-        p.comm.PollLines();
-        QCOMPARE(p.events.count(), 2);
     }
 
     void pseudoTerminalCarriesBytesBothWaysAndClosesWhenItsPeerGoes()

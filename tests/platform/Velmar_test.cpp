@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "platform/Velmar.h"
 
 #include <array>
@@ -63,37 +61,6 @@ private slots:
         QObject::connect(&r.velmar, &Velmar::ReadRequest, [](std::int32_t, std::int16_t& data) { data = 0x1F0; });
         r.Run({0x96, 0x00});                                  // a handler's stray high bits
         QCOMPARE(r.A, std::int16_t(0xF0));
-    }
-
-    void dataAccessesArriveAsEventsInOrder()
-    {
-        Rig r;
-        r.A = 0x12, r.B = 0x34;
-        r.Run({0xDD, 0x40});                                  // STD $40
-        QCOMPARE(r.log, (Log{{true, 0x40, 0x12}, {true, 0x41, 0x34}}));
-        r.memory[0x1234] = 0x80;
-        r.Run({0xB6, 0x12, 0x34});                            // LDAA $1234: no fetch events
-        QCOMPARE(r.log, (Log{{false, 0x1234, 0x80}}));
-        QVERIFY(r.A == 0x80 && r.CCR == 0x08);                // N
-        r.IY = 0xFFF0;
-        r.Run({0x18, 0x6C, 0x20});                            // INC $20,Y wraps to $0010
-        QCOMPARE(r.log, (Log{{false, 0x10, 0x00}, {true, 0x10, 0x01}}));
-    }
-
-    void hostWorkAndIllegalOpcodesChangeNothing()
-    {
-        // Calls, jumps and branches are the host's; a branch not taken and an illegal opcode do nothing.
-        const std::vector<std::vector<int>> cases = {
-            {0xBD, 0x20, 0x00}, {0x8D, 0x10}, {0x39}, {0x18, 0xAD, 0x00}, {0x7E, 0x20, 0x00},
-            {0x20, 0x10}, {0x27, 0x10} /* BEQ taken */, {0x26, 0x10} /* BNE not taken */,
-            {0x41}, {0x18, 0x12, 0x34} /* illegal behind a prefix */};
-        for (const auto& bytes : cases) {
-            Rig r;
-            r.A = 1, r.B = 2, r.IX = 3, r.IY = 4, r.SP = 0x0100, r.CCR = 0x04;
-            r.Run(bytes);
-            QVERIFY2(r.log.empty(), QByteArray::number(bytes[0], 16));
-            QVERIFY(r.A == 1 && r.B == 2 && r.IX == 3 && r.IY == 4 && r.SP == 0x0100 && r.CCR == 0x04);
-        }
     }
 
     // The frame's contents are the core's (its flow test); here it travels as

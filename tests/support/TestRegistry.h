@@ -2,7 +2,8 @@
 // header ahead of every test file: the QTEST_*MAIN lines at the end of each
 // file then register the test class instead of defining main(), and the
 // folder's shared main (TestGroupMain.cpp) runs the class named on its command
-// line, by file name ("Fonts_test"), or every class when none is named.
+// line, by file name ("Fonts_test"), or every class when none is named. It
+// brings QtTest to every test file, which therefore does not include it again.
 #pragma once
 
 #include <QtTest>

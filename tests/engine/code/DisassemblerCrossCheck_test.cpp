@@ -1,6 +1,5 @@
 // Decodes every opcode of every page with our decoder and with GNU objdump for
 // the 68HC11 (an independent disassembler) and compares lengths and mnemonics.
-#include <QtTest>
 
 #include <map>
 

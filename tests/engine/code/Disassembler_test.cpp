@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include <initializer_list>
 
 #include "engine/code/Asm.h"

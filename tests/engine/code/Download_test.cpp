@@ -1,6 +1,5 @@
 // Download: the line reader, and the run over the simulator's link with
 // skipped and refused records.
-#include <QtTest>
 
 #include "engine/code/S19Download.h"
 #include "engine/code/S1Record.h"

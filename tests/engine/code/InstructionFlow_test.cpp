@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "engine/code/Asm.h"
 #include "engine/state/TargetState.h"
 #include "engine/link/TargetMemoryAccess.h"

@@ -1,6 +1,5 @@
 // Symbols from listings: the column rules of a listing line, what a line
 // gives, and the table's order, size and replacement.
-#include <QtTest>
 
 #include "engine/code/ListingReader.h"
 #include "engine/code/SymbolTable.h"

@@ -1,5 +1,4 @@
 // The refresh round over recorded views.
-#include <QtTest>
 
 #include "engine/state/TargetState.h"
 #include "engine/execution/RefreshCycle.h"

@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "engine/state/TargetState.h"
 #include "engine/execution/Breakpoints.h"
 #include "engine/execution/StepPlan.h"

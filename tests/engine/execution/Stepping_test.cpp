@@ -1,6 +1,5 @@
 // Stepping, the free run and Play in the simulator and on a scripted
 // monitor: the debugger on its own link, without a main window.
-#include <QtTest>
 
 #include "engine/state/TargetState.h"
 #include "engine/execution/Breakpoints.h"
@@ -143,7 +142,7 @@ private slots:
         QCOMPARE(f.reports.state, LinkState::Running);
         QVERIFY(!f.view.pauseOn && f.view.frozen);
 
-        // The reset report itself is BoardLink_test's; here the display thaws and refreshes once.
+        // The reset report itself is the device windows' echo test's; here the display thaws and refreshes once.
         f.line.Arrive("\r\nMonitor BBB");
         QTRY_VERIFY(!BoardRunning);
         QVERIFY(!f.view.frozen);

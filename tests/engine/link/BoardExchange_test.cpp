@@ -1,7 +1,6 @@
 // The board back-end on a scripted line: each operation's frame bytes, and the
 // faults a pseudo-terminal cannot produce (CTS low, garbage, bad sums, wrong
 // ACK, short, long and late replies, a board that vanishes).
-#include <QtTest>
 
 #include "engine/state/TargetState.h"
 #include "platform/TickCount.h"

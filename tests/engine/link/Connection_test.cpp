@@ -1,7 +1,6 @@
 // The board line's receive side: what is and is not the monitor's reset report
-// (the report itself ends a run against hc11board in the board link test), user
+// (the report itself ends a run against hc11board in the device windows' echo test), user
 // output for the serial terminal, and FindBoard's checks of the port.
-#include <QtTest>
 
 #include "engine/state/TargetState.h"
 #include "support/DebuggerFixture.h"

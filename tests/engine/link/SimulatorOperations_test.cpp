@@ -1,6 +1,5 @@
 // The target operations in simulator mode, where TargetMemory is the target,
 // and the simulator component's memory events with the input-output unit.
-#include <QtTest>
 
 #include "engine/state/TargetState.h"
 #include "support/DebuggerFixture.h"
@@ -57,28 +56,6 @@ private slots:
         link.OutBytes(address, {9, 9}, 0);
         QCOMPARE(TargetMemory[0x2000], std::uint8_t(0));
         QVERIFY(f.line.TakeWritten().isEmpty());   // nothing ever goes to the port
-    }
-
-    void eraseFillsTheFlashAreaAndProgrammingWritesAnywhere()
-    {
-        DebuggerFixture f(true);
-        TargetLink& link = f.link;
-        TargetMemory[0xDFFF] = 0x11;
-        TargetMemory[0xE000] = 0x22;
-        TargetMemory[0xFFFF] = 0x00;
-        BoardConnected = false;   // left as it is by a simulated erase
-        link.FlashErase();
-        QVERIFY(TargetMemory[0xDFFF] == 0x11 && TargetMemory[0xE000] == 0xFF && TargetMemory[0xFFFF] == 0xFF);
-        QVERIFY(!BoardConnected);
-        link.InResetVector(CpuRegisters.PC);
-        QCOMPARE(CpuRegisters.PC, 0xFFFF);   // a download without a vector
-        std::int32_t address = 0xFFFE;
-        link.Programm(address, {0xE1, 0x23}, 2);
-        address = 0x0100;
-        link.Programm(address, {0x86, 0x42, 0x00}, 2);
-        QVERIFY(TargetMemory[0x0100] == 0x86 && TargetMemory[0x0101] == 0x42 && TargetMemory[0x0102] == 0);
-        link.InResetVector(CpuRegisters.PC);
-        QCOMPARE(CpuRegisters.PC, 0xE123);
     }
 
     void hostByteWritesAndSimulatedProgramsDriveTheUnit()

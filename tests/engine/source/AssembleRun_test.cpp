@@ -1,6 +1,5 @@
 // The assembler run against the real AS11.EXE and ASM.BAT, and against
 // stand-in launchers that hang, stop early or fail, in folders of their own.
-#include <QtTest>
 
 #include "engine/source/AssembleRun.h"
 #include "support/FileSizeLimit.h"

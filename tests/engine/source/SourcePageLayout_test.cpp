@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "engine/source/SourcePageLayout.h"
 
 namespace {

@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "engine/state/AppSettings.h"
 #include "platform/SettingsStore.h"
 #include "support/FileSizeLimit.h"

@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "engine/state/Conversions.h"
 
 class ConversionsTest : public QObject {

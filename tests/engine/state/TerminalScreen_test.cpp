@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "support/TerminalRows.h"
 
 #include "engine/state/CodePage852.h"

@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "platform/widgets/CommonDialog.h"
 
 #include <QDir>

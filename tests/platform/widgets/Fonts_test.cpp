@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "platform/widgets/Fonts.h"
 
 #include <QFontInfo>

@@ -7,6 +7,7 @@
 #include "platform/SettingsStore.h"
 #include "support/ui/MainFormFixture.h"
 
+#include <QDir>
 #include <QSize>
 #include <QTest>
 
@@ -23,4 +24,12 @@ inline frmMain& StartInSimulator(MainFormFixture& f)
     form.showNormal();
     form.resize(size);
     return QTest::qWaitForWindowExposed(&form);
+}
+
+// With ORVANE_SCREENSHOT set to a folder, saves a picture of the widget there.
+inline void SaveScreenshot(QWidget* widget, const char* file)
+{
+    const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
+    if (!folder.isEmpty())
+        QVERIFY(widget->grab().save(QDir(folder).filePath(file)));
 }

@@ -1,7 +1,5 @@
 // The debugger on the real windows, in the simulator and on the board emulator:
-// both back-ends must leave the same registers and stack at every stop. The
-// debugger alone on both back-ends is the engine's bit branch test.
-#include <QtTest>
+// both back-ends must leave the same registers and stack at every stop.
 
 #include "ui/code/frmDisAsm.h"
 #include "engine/state/TargetState.h"
@@ -11,6 +9,7 @@
 #include "support/BoardProcess.h"
 #include "support/ui/DisAsmLooks.h"
 #include "support/ui/MainFormFixture.h"
+#include "support/ui/ShownWindow.h"
 #include "support/RegisterSnapshot.h"
 #include "support/S19Image.h"
 #include "engine/link/MonitorFrames.h"
@@ -39,7 +38,20 @@ const char* const Source =
     "        RTS\n"
     "SUB2    LDAB  #3\n"          // 2018
     "        ABA\n"
-    "        RTS\n";
+    "        RTS\n"
+    // BRSET and BRCLR direct, by X and by Y, each taken and not: a branch
+    // that goes wrong runs an INCB or goes back to BITS.
+    "BITS    LDAA  #$81\n"        // 201C
+    "        STAA  $40\n"
+    "        LDX   #$0040\n"
+    "        LDY   #$0030\n"
+    "        BRSET $40 $81 B1\n"
+    "        INCB\n"
+    "B1      BRCLR 0,X $01 BITS\n"
+    "        BRCLR $10,Y $7E B2\n"
+    "        INCB\n"
+    "B2      BRSET 0,X $02 BITS\n"
+    "BEND    NOP\n";                // 203A
 
 struct Stop {
     QString where;
@@ -170,12 +182,9 @@ private:
         QCOMPARE(CpuRegisters.A, 0x16);
         QCOMPARE(LookOf(w, RowOf(w, 0x2012)), Look::Current);
         Snap(stops, "animate paused", form);
-        // ORVANE_SCREENSHOT names a folder for the simulator pass's picture (use a real display).
-        const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
-        if (!folder.isEmpty() && TargetMode == SimulatorMode) {
-            w->Label_Click(static_cast<std::int16_t>(RowOf(w, 0x2011)));
-            QVERIFY(form.grab().save(QDir(folder).filePath("disassembler-stepping.png")));
-        }
+        w->Label_Click(static_cast<std::int16_t>(RowOf(w, 0x2011)));
+        if (TargetMode == SimulatorMode)   // the simulator pass's picture (use a real display)
+            SaveScreenshot(&form, "disassembler-stepping.png");
 
         // Run to the cursor: a breakpoint on the current row for one Play.
         const int spinRow = RowOf(w, 0x2011);
@@ -186,6 +195,19 @@ private:
         QCOMPARE(CpuRegisters.PC, 0x2011);
         QCOMPARE(BreakpointCount, std::int16_t(0));
         Snap(stops, "run to cursor", form);
+
+        // The bit branches by Step Into, Step Over and Play: the host works out where each goes.
+        const int b = CpuRegisters.B;
+        for (const char* command : {"mnuRunStepInto", "mnuRunStepOver", "mnuRunPlay"}) {
+            CpuRegisters.PC = 0x201C;
+            BreakpointTable[0] = 0x203A;
+            BreakpointCount = 1;
+            int steps = 0;
+            while (CpuRegisters.PC != 0x203A && steps++ < 12)
+                form.Menu(command)->trigger();
+            QVERIFY2(CpuRegisters.B == b && steps == (command == QString("mnuRunPlay") ? 1 : 8), command);
+            Snap(stops, command, form);
+        }
         QVERIFY(f.boxes.boxes.isEmpty());
     }
 };

@@ -1,6 +1,5 @@
 // Symbols on the windows: the Load Symbols command asks for a listing and
 // tells the open windows, and the label window sorts and keeps its order.
-#include <QtTest>
 
 #include "engine/code/LabelList.h"
 #include "engine/code/SymbolTable.h"

@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "ui/code/frmAddress.h"
 #include "engine/code/SymbolTable.h"
 #include "ui/code/frmStack.h"

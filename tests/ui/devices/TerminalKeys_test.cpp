@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "ui/devices/TerminalKeys.h"
 
 class TerminalKeysTest : public QObject {

@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "engine/state/TargetState.h"
 #include "platform/widgets/PopupMenu.h"
 #include "engine/source/EditorRecords.h"

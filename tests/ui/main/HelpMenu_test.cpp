@@ -1,17 +1,8 @@
-#include <QtTest>
-
-#include "platform/Version.h"
 #include "platform/widgets/Help.h"
 #include "platform/widgets/HelpViewer.h"
-#include "platform/widgets/ModalDialog.h"
 #include "support/ui/MainFormFixture.h"
-#include "ui/main/frmAbout.h"
 
-#include <QImage>
-#include <QLabel>
 #include <QMenu>
-#include <QPushButton>
-#include <QToolBar>
 #include <array>
 
 class HelpMenuTest : public QObject {
@@ -58,35 +49,6 @@ private slots:
         }
         ShowHelp("Orvane.HLP", 2, 0);
         QTRY_VERIFY(!HelpViewer::Instance());
-    }
-
-    void aboutBoxIsModalWithTitleAndVersion()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        QStringList texts;
-        const ModalHook previous = SetModalHook([&](QDialog& dialog) {
-            auto& about = static_cast<frmAbout&>(dialog);
-            texts << about.windowTitle() << about.lblVersion->text();
-            QCOMPARE(about.parentWidget(), &form);
-            about.cmdOK->click();
-        });
-        form.Button(36)->trigger();
-        SetModalHook(previous);
-        QCOMPARE(texts, QStringList({"About HC11 Orvane", QString("Version ") + VersionText()}));
-    }
-
-    void everyButtonHasAPictureOfItsOwn()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        QSet<qint64> pictures;
-        for (QAction* button : form.tbToolbar->actions())
-            if (!button->isSeparator() && button->isVisible()) {
-                const QImage image = button->icon().pixmap(16, 16).toImage();
-                pictures.insert(qHashBits(image.constBits(), image.sizeInBytes()));
-            }
-        QCOMPARE(pictures.size(), 24);
     }
 };
 

@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "engine/state/TargetState.h"
 #include "engine/link/IoUnit.h"
 

@@ -1,29 +1,18 @@
-#include <QtTest>
-
 #include "engine/state/AppSettings.h"
 #include "engine/state/TargetState.h"
 #include "platform/ProgramFolder.h"
 #include "platform/SettingsStore.h"
 #include "support/ui/MainFormFixture.h"
 
-#include <QCloseEvent>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
 
 #include <array>
 
 namespace {
-// A child whose user answers Cancel to the closing question.
-class RefusingChild : public QWidget {
-protected:
-    void closeEvent(QCloseEvent* event) override { event->ignore(); }
-};
-
 const QString PortError = "HC11 Board: Communication Port Error !";
 
 // The top edge lies on the area with a piece of it that the mouse can take,
@@ -154,18 +143,6 @@ private slots:
         form.show();
         QWidget* watch = form.LoadWindow("frmWatch");
         QVERIFY(Reachable(watch->parentWidget()->geometry(), form.mdiArea()->viewport()->rect()));
-    }
-
-    void cancelledChildKeepsTheProgramAndTheSettings()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        form.show();
-        form.mdiArea()->addSubWindow(new RefusingChild)->show();
-        form.Menu("mnuDebugIncludeSym")->setChecked(true);
-        form.Menu("mnuFileExit")->trigger();
-        QVERIFY(form.isVisible());
-        QCOMPARE(GetSetting("Settings", "IncludeSym", "unset"), QString("unset"));
     }
 };
 

@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "platform/SettingsStore.h"
 #include "platform/widgets/WindowPlacement.h"
 #include "support/TestSettings.h"
@@ -14,7 +12,6 @@
 #include "ui/views/frmMemory.h"
 
 #include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QPlainTextEdit>
 #include <QTableView>
 
@@ -46,26 +43,14 @@ WindowPlacement PlacementOf(const std::vector<DebuggerPlacement>& rows, const ch
 class WindowArrangementTest : public QObject {
     Q_OBJECT
 private slots:
-    void debuggerPlacementsByWidth()   // the disassembly window takes what the others leave
+    void debuggerPlacements()   // the disassembly window takes what the others leave
     {
-        const struct { double W; const char* disAsm; const char* regCpu; const char* stack; const char* watch;
-                       const char* label; } rows[] = {
-            {9000, "0,0,5200,8000", "5200,0,2600,2450", "5200,2450,2600,5550", "7800,0,2600,2450",
-             "7800,2450,2600,5550"},
-        };
-        for (const auto& row : rows) {
-            const auto placements = DebuggerPlacements(row.W, 8000);
-            QCOMPARE(Text(PlacementOf(placements, "frmDisAsm")), QString(row.disAsm));
-            QCOMPARE(Text(PlacementOf(placements, "frmRegCPU")), QString(row.regCpu));
-            QCOMPARE(Text(PlacementOf(placements, "frmStack")), QString(row.stack));
-            QCOMPARE(Text(PlacementOf(placements, "frmWatch")), QString(row.watch));
-            QCOMPARE(Text(PlacementOf(placements, "frmLabel")), QString(row.label));
-        }
-        QStringList order;
+        QStringList placed;
         for (const DebuggerPlacement& row : DebuggerPlacements(9000, 8000))
-            order << QString("%1=%2").arg(row.window, row.prefix);
-        QCOMPARE(order.join(' '),
-                 QString("frmLabel=Label frmWatch=Watch frmStack=Stack frmRegCPU=RegCPU frmDisAsm=DisAsm"));
+            placed << QString("%1=%2 %3").arg(row.window, row.prefix, Text(row.placement));
+        QCOMPARE(placed.join(" | "), QString("frmLabel=Label 7800,2450,2600,5550 | frmWatch=Watch 7800,0,2600,2450 | "
+                                             "frmStack=Stack 5200,2450,2600,5550 | frmRegCPU=RegCPU 5200,0,2600,2450 | "
+                                             "frmDisAsm=DisAsm 0,0,5200,8000"));
     }
 
     void editorPlacements()

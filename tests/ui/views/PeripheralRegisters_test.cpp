@@ -1,10 +1,9 @@
 // The peripheral and PIA register windows on hc11board and the simulator:
-// each opens from its View entry with its rows, word registers read high
+// each opens from its View entry, word registers read high
 // byte first, one read of the register block serves all seven block windows,
 // and the bits a step changed are marked until the next stop. The board's
 // registers are those of a reset.
 // With ORVANE_SCREENSHOT set to a folder, timer-sci-cpu.png is saved there.
-#include <QtTest>
 
 #include "engine/state/TargetState.h"
 #include "support/BoardProcess.h"
@@ -22,15 +21,12 @@ namespace {
 struct WindowCase {
     const char* entry;
     const char* window;
-    const char* caption;
-    int rows;
 };
 
 const WindowCase Windows[] = {
-    {"mnuViewRegPorts", "frmRegPorts", "Port Registers", 9},  {"mnuViewRegTimer", "frmRegTimer", "Timer Registers", 18},
-    {"mnuViewRegPulseAcc", "frmRegPA", "Pulse Acc Reg", 2},   {"mnuViewRegSCI", "frmRegSCI", "SCI Registers", 5},
-    {"mnuViewRegSPI", "frmRegSPI", "SPI Registers", 3},       {"mnuViewRegAD", "frmRegAD", "A/D Registers", 5},
-    {"mnuViewRegOther", "frmRegOther", "Other Registers", 5}, {"mnuViewRegPIA", "frmRegPIA", "PIA Registers", 6},
+    {"mnuViewRegPorts", "frmRegPorts"}, {"mnuViewRegTimer", "frmRegTimer"}, {"mnuViewRegPulseAcc", "frmRegPA"},
+    {"mnuViewRegSCI", "frmRegSCI"},     {"mnuViewRegSPI", "frmRegSPI"},     {"mnuViewRegAD", "frmRegAD"},
+    {"mnuViewRegOther", "frmRegOther"}, {"mnuViewRegPIA", "frmRegPIA"},
 };
 
 enum TimerRow { TCNT = 0, TOC1 = 4, TCTL1 = 9, TMSK1 = 11 };
@@ -54,7 +50,7 @@ void EnterValue(RegisterWindow* w, int row, const QString& text)
     QTest::keyClick(w->ListView, Qt::Key_Return);
 }
 
-// Every window opens with its caption and rows, and a word register reads
+// Every window opens from its entry with values, and a word register reads
 // high byte first. Which rows refuse the value dialog is the row table's
 // readOnly flag; frmRegCPU_test checks that the window honours it.
 void OpenEveryWindow(frmMain& form)
@@ -64,8 +60,6 @@ void OpenEveryWindow(frmMain& form)
     for (const WindowCase& w : Windows) {
         RegisterWindow* window = Open(form, w);
         QVERIFY2(window && window->ValueColumnWidth() > 0, w.window);
-        QCOMPARE(window->windowTitle(), QString(w.caption));
-        QCOMPARE(window->ListView->topLevelItemCount(), w.rows);
     }
     auto* timer = qobject_cast<RegisterWindow*>(form.Window("frmRegTimer"));
     QCOMPARE(timer->Cell(TCNT), QString("$1234"));
@@ -112,9 +106,7 @@ private slots:
         sci->parentWidget()->move(timer->parentWidget()->geometry().right() + 1, 0);
         form.Window("frmRegCPU")->parentWidget()->move(sci->parentWidget()->geometry().right() + 1, 0);
         QCoreApplication::processEvents();
-        const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
-        if (!folder.isEmpty())
-            QVERIFY(form.grab().save(QDir(folder).filePath("timer-sci-cpu.png")));
+        SaveScreenshot(&form, "timer-sci-cpu.png");
 
         EnterValue(timer, TMSK1, "$01");
         EnterValue(timer, TOC1, "$FEFF");

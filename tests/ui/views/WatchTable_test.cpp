@@ -1,7 +1,6 @@
-// The watch table without a window: its limit, edits and removals, the read
+// The watch table without a window: removals, the read
 // round with a word across $FFFF and a link that dies half-way, the reload
 // rule, and the record of bytes changed across a move of the target.
-#include <QtTest>
 
 #include "engine/code/SymbolTable.h"
 #include "engine/state/ByteHistory.h"
@@ -37,32 +36,13 @@ class WatchTableTest : public QObject {
 private slots:
     void init() { ClearWatches(); }
 
-    void thirtyTwoWatchesAndNoMore()
+    void removalKeepsTheOthers()
     {
-        for (int i = 0; i < MaxWatches; ++i)
-            QVERIFY(AddWatch(0x100 + i, QString(), i % 2 == 0));
-        QVERIFY(!AddWatch(0x200, "LATE", false));
-        QCOMPARE(WatchCount, std::int16_t(32));
-        QCOMPARE(WatchTable[31].WatchAddress, 0x11F);
-        QCOMPARE(WatchLabel(31), QString("$011F"));
-    }
-
-    void editAndRemoveKeepTheOthers()
-    {
+        // (Edits through the window are the memory and watch windows' test's.)
         AddWatch(0x10, "count", false);
         AddWatch(0x20, "", true);
         AddWatch(0x30, "TOP", false);
         QCOMPARE(WatchLabel(0), QString("COUNT"));
-        WatchTable[0].WatchFormat = '%';
-
-        // Byte to word keeps the symbol and the format; a number drops the symbol.
-        EditWatch(0, 0x10, "COUNT", true);
-        QCOMPARE(WatchLabel(0), QString("COUNT"));
-        QCOMPARE(WatchTable[0].WatchFormat, '%');
-        QCOMPARE(WatchSize(0), 2);
-        EditWatch(0, 0x11, "", true);
-        QCOMPARE(WatchLabel(0), QString("$0011"));
-
         RemoveWatch(1);
         QCOMPARE(WatchCount, std::int16_t(2));
         QCOMPARE(WatchLabel(1), QString("TOP"));
