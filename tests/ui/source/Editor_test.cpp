@@ -3,7 +3,6 @@
 
 #include "platform/widgets/CommonDialog.h"
 #include "engine/source/EditorRecords.h"
-#include "engine/source/SourceFile.h"
 #include "engine/source/SourceRecords.h"
 #include "ui/source/frmEditor.h"
 #include "ui/source/frmReplace.h"
@@ -63,11 +62,23 @@ struct Session {
         UntitledCount = 0;
         shown = ShowAt(form, {900, 600});
     }
-    ~Session()
+    ~Session() { Discard(); }
+    static void Discard()   // unsaved test documents go without a question
     {
-        // Unsaved test documents go without a question.
         for (frmEditor* editor : LoadedEditors())
             editor->TextChanged = false;
+    }
+    void UndoAll(frmEditor* editor)
+    {
+        while (editor->Undo)
+            form.mnuEditUndo_Click();
+    }
+    QStringList Boxes() const
+    {
+        QStringList texts;
+        for (const auto& box : f.boxes.boxes)
+            texts << box.text;
+        return texts;
     }
     frmEditor* Open(const QString& name)
     {
@@ -89,11 +100,7 @@ private slots:
         QByteArray binary;
         for (int i = 0, x = 7; i < 700; ++i, x = (x * 109 + 89) % 256)
             binary += char(i < 256 ? i : x);
-        const struct {
-            const char* name;
-            QByteArray bytes;
-            QByteArray usual;   // the line end a new line takes
-        } rows[] = {
+        const struct { const char* name; QByteArray bytes, usual; /* the line end a new line takes */ } rows[] = {
             {"lone CR", "A\rBC\rD", "\r"},
             {"CR LF", "A\r\nBC\r\nD\r\n", "\r\n"},
             {"LF", "A\nBC\nD\n", "\n"},
@@ -133,14 +140,12 @@ private slots:
             const QString edited = editor->FileText();
             const QString usual = QString::fromLatin1(row.usual);
             QVERIFY2(edited.contains("r" + usual + "s" + usual) && !edited.contains(QChar::LineSeparator), row.name);
-            while (editor->Undo)
-                s.form.mnuEditUndo_Click();
+            s.UndoAll(editor);
             QVERIFY2(save() == row.bytes, row.name);
             while (editor->Redo)
                 s.form.mnuEditRedo_Click();
             QVERIFY2(editor->FileText() == edited, row.name);
-            while (editor->Undo)
-                s.form.mnuEditUndo_Click();
+            s.UndoAll(editor);
 
             lineStart(1);
             keys({Qt::Key_X});
@@ -167,8 +172,7 @@ private slots:
             FileSizeLimit full(1000);
             s.form.Menu("mnuFileSave")->trigger();
         }
-        QCOMPARE(s.f.boxes.boxes.size(), 1);
-        QCOMPARE(s.f.boxes.boxes[0].text, QString("File too large !"));
+        QCOMPARE(s.Boxes(), QStringList{"File too large !"});
         QCOMPARE(s.folder.Read("prog.asm"), old);
         QCOMPARE(QDir(s.folder.dir.path()).entryList(QDir::Files), QStringList{"prog.asm"});
         QVERIFY(editor->TextChanged && s.form.Menu("mnuFileSave")->isEnabled());
@@ -190,8 +194,7 @@ private slots:
         QVERIFY(s.folder.Write("prog.asm", "theirs, longer\n"));
         s.f.boxes.answer = MbResultYes;
         comeBack();
-        QCOMPARE(s.f.boxes.boxes.size(), 1);
-        QCOMPARE(s.f.boxes.boxes[0].text, QString("prog.asm has been changed outside Orvane. Reload it?"));
+        QCOMPARE(s.Boxes(), QStringList{"prog.asm has been changed outside Orvane. Reload it?"});
         QCOMPARE(editor->PlainText(), QString("theirs, longer\n"));
         QVERIFY(!editor->TextChanged && !s.form.Menu("mnuFileSave")->isEnabled());
 
@@ -217,13 +220,10 @@ private slots:
     void unsavedTextAtTheEndOfTheProgram()
     {
         Session s;
-        s.form.Menu("mnuFileNew")->trigger();
-        frmEditor* first = ActiveEditor();
-        QTest::keyClicks(first->Text, "first");
-        s.form.Menu("mnuFileNew")->trigger();
-        frmEditor* second = ActiveEditor();
-        QTest::keyClicks(second->Text, "second");
-        QVERIFY(first != second);
+        for (const char* text : {"first", "second"}) {
+            s.form.Menu("mnuFileNew")->trigger();
+            QTest::keyClicks(ActiveEditor()->Text, text);
+        }
 
         // Cancel at the first question: nobody else is asked, the program goes on.
         s.f.boxes.answer = MbResultCancel;
@@ -237,10 +237,8 @@ private slots:
         // Yes: each document is saved under its own title in the current folder.
         s.f.boxes.answer = MbResultYes;
         QVERIFY(s.form.close());
-        QCOMPARE(s.f.boxes.boxes[1].text, QString("Save changes to Untitled1.asm ?"));
-        QCOMPARE(s.f.boxes.boxes[2].text, QString("Save changes to Untitled2.asm ?"));
-        QCOMPARE(s.folder.Read("Untitled1.asm"), QByteArray("first"));
-        QCOMPARE(s.folder.Read("Untitled2.asm"), QByteArray("second"));
+        QCOMPARE(s.Boxes().mid(1), (QStringList{"Save changes to Untitled1.asm ?", "Save changes to Untitled2.asm ?"}));
+        QCOMPARE(s.folder.Read("Untitled1.asm") + s.folder.Read("Untitled2.asm"), QByteArray("firstsecond"));
         QCOMPARE(EditorCount, std::int16_t(0));
         QVERIFY(!EditorActive && AsmFile.isEmpty());
     }
@@ -255,16 +253,13 @@ private slots:
         QCOMPARE(AsmFile, QString());   // no file yet
         QVERIFY(s.form.Panel(5)->isVisible() && s.form.Panel(7)->isVisible());
         QCOMPARE(s.form.PanelText(5) + "/" + s.form.PanelText(6), QString("Line 1/Col. 1"));
-        QTest::keyClick(editor->Text, Qt::Key_A);
-        QTest::keyClick(editor->Text, Qt::Key_Return);
-        QTest::keyClick(editor->Text, Qt::Key_Tab);
-        QTest::keyClick(editor->Text, Qt::Key_B);
+        for (Qt::Key key : {Qt::Key_A, Qt::Key_Return, Qt::Key_Tab, Qt::Key_B})
+            QTest::keyClick(editor->Text, key);
         QCOMPARE(s.form.PanelText(5) + "/" + s.form.PanelText(6), QString("Line 2/Col. 11"));
 
         // Undo and Redo follow the history, step by step (the rules themselves are the enable rules test's).
         QVERIFY(s.form.Button(13)->isEnabled() && !s.form.Button(14)->isEnabled());
-        while (editor->Undo)
-            s.form.mnuEditUndo_Click();
+        s.UndoAll(editor);
         QCOMPARE(editor->PlainText(), QString());
         QVERIFY(editor->TextChanged && !s.form.Button(13)->isEnabled() && s.form.Button(14)->isEnabled());
         s.form.mnuEditRedo_Click();
@@ -273,8 +268,7 @@ private slots:
         s.form.mnuEditSelectAll_Click();
         QVERIFY(s.form.Button(9)->isEnabled() && s.form.Button(10)->isEnabled());
 
-        for (frmEditor* loaded : LoadedEditors())
-            loaded->TextChanged = false;
+        Session::Discard();
         while (ActiveEditor())
             s.form.Menu("mnuFileClose")->trigger();
         QCOMPARE(EditorCount, std::int16_t(0));
@@ -294,18 +288,13 @@ private slots:
         QCOMPARE(s.chooser.asked.last().FilterIndex, 1);
         QVERIFY(editor->EditorName.isEmpty() && editor->TextChanged);
 
-        const struct {
-            const char* name;
-            int filterIndex;
-        } rows[] = {{"a.lst", 2}, {"a.b.TXT", 3}, {"plain", 4}};
-        for (const auto& row : rows) {
-            s.chooser.answer = s.folder.Path(row.name);
+        for (const auto& [name, filterIndex] : {std::pair{"a.lst", 2}, {"a.b.TXT", 3}, {"plain", 4}}) {
+            s.chooser.answer = s.folder.Path(name);
             s.form.Menu("mnuFileSaveAs")->trigger();
             s.form.Menu("mnuFileSaveAs")->trigger();
-            QCOMPARE(s.chooser.asked.last().FilterIndex, row.filterIndex);
-            QCOMPARE(editor->windowTitle(), QString(row.name));
-            QCOMPARE(AsmFile, QString(row.name));
-            QCOMPARE(s.folder.Read(row.name), QByteArray("x"));
+            QCOMPARE(s.chooser.asked.last().FilterIndex, filterIndex);
+            QVERIFY(editor->windowTitle() == name && AsmFile == name);
+            QCOMPARE(s.folder.Read(name), QByteArray("x"));
         }
 
         // Open remembers the file type the user chose, even through a Cancel.
@@ -374,10 +363,8 @@ private slots:
         // A selection becomes the search text.
         editor->SetSelection(0, 2);
         s.form.mnuEditFind_Click();
-        QVERIFY(dialog->isVisible());
-        QCOMPARE(dialog->windowTitle(), QString("Find"));
-        QCOMPARE(dialog->cbWhat->currentText(), QString("ab"));
-        QVERIFY(s.form.Button(17)->isEnabled());
+        QVERIFY(dialog->isVisible() && s.form.Button(17)->isEnabled());
+        QCOMPARE(dialog->windowTitle() + dialog->cbWhat->currentText(), QString("Findab"));
 
         dialog->chkWord->setChecked(true);   // the options reach the search
         dialog->cmdFindNext_Click();
@@ -397,11 +384,9 @@ private slots:
         dialog->optUp->setChecked(true);
         dialog->cbWith->setEditText("[ab]");
         editor->SetSelection(12, 0);
-        const int before = static_cast<int>(s.f.boxes.boxes.size());
         dialog->cmdReplaceAll_Click();
         QCOMPARE(editor->PlainText(), QString("[ab] x[ab] [ab]\n[ab]"));
-        QCOMPARE(s.f.boxes.boxes.size(), before + 1);
-        QCOMPARE(s.f.boxes.boxes.last().text, QString("4 items replaced !"));
+        QCOMPARE(s.Boxes(), (QStringList{"Search Text not found !", "4 items replaced !"}));
         // One Undo takes the whole Replace All back.
         s.form.mnuEditUndo_Click();
         QCOMPARE(editor->PlainText(), QString("ab xab ab\nab"));
@@ -443,8 +428,7 @@ private slots:
             s.form.mnuEditGoToLine_Click();
             QCOMPARE(editor->SelStart(), caret);
         }
-        QCOMPARE(s.f.boxes.boxes.size(), 1);
-        QCOMPARE(s.f.boxes.boxes.last().text, QString("Please Enter an Integer (1 .. 999999999) !"));
+        QCOMPARE(s.Boxes(), QStringList{"Please Enter an Integer (1 .. 999999999) !"});
 
         QVERIFY(s.Open("prog.asm") != editor);
         for (const auto& [line, caret] : {std::pair{2, 4}, {99, 8}}) {   // line from 1, caret afterwards
@@ -461,8 +445,7 @@ private slots:
         Session s;
         QVERIFY(s.folder.Write("count.asm", "PORTB   EQU  $1004\nLOOP    STAA PORTB     show it\n"));
         frmEditor* count = s.Open("count.asm");
-        QVERIFY(count);
-        QVERIFY(s.shown);
+        QVERIFY(count && s.shown);
         s.form.grab();   // the lines are drawn
         SaveScreenshot(&s.form, "editors.png");
         const QTextBlock loop = count->Text->document()->findBlockByNumber(1);

@@ -5,7 +5,7 @@
 #include "platform/widgets/PopupMenu.h"
 #include "platform/TickCount.h"
 #include "support/ui/MainFormFixture.h"
-#include "support/ui/ModalPlayer.h"
+#include "support/Answering.h"
 #include "support/ScriptedMonitor.h"
 #include "support/ui/ShownWindow.h"
 #include "ui/views/RegisterWindow.h"
@@ -42,13 +42,23 @@ QStringList Cells(const RegisterWindow* w)
 QStringList EnterValue(RegisterWindow* w, int row, const QString& text)
 {
     QStringList seen;
-    ModalPlayer player([&](QDialog& dialog) {
+    w->SelectRow(row);
+    Answering([&](QDialog& dialog) {
         seen << dialog.findChild<QLabel*>("Label")->text() << dialog.findChild<QLineEdit*>("Text")->text();
         TypeAndPressOK(dialog, "Text", text);
-    });
-    w->SelectRow(row);
-    QTest::keyClick(w->ListView, Qt::Key_Return);
+    }, [&] { QTest::keyClick(w->ListView, Qt::Key_Return); });
     return seen;
+}
+
+// A lost board: every time-out passes at once.
+template <class Action>
+void Silently(ScriptedMonitor& board, Action action)
+{
+    std::uint32_t now = 0;
+    const auto clock = SetTickCountSource([&] { return now += 50; });
+    board.silent = true;
+    action();
+    SetTickCountSource(clock);
 }
 
 QPoint RowPoint(const RegisterWindow* w, int row)
@@ -101,38 +111,32 @@ private slots:
         QVERIFY(cpu->ListView->columnWidth(0) + cpu->ValueColumnWidth() <= view.width());
 
         QCOMPARE(EnterValue(cpu, D, "$BEEF"), (QStringList{"D:", "$1234"}));
-        QCOMPARE(TargetMemory[0], 0xBE);
-        QCOMPARE(TargetMemory[1], 0xEF);
-        QCOMPARE(cpu->Cell(A), QString("$BE"));
-        QCOMPARE(cpu->Cell(B), QString("$EF"));
+        QVERIFY(TargetMemory[0] == 0xBE && TargetMemory[1] == 0xEF);
+        QCOMPARE(cpu->Cell(A) + cpu->Cell(B), QString("$BE$EF"));
         EnterValue(cpu, IY, "65535");
         QCOMPARE(cpu->Cell(IY), QString("$FFFF"));
-        {   // the first key replaces the value; empty text is passed over, a refused number told and cleared
-            QStringList seen;
-            ModalPlayer player([&](QDialog& dialog) {
-                auto* box = dialog.findChild<QLineEdit*>("Text");
-                seen << box->selectedText();
-                for (const char* text : {"", "256"}) {
-                    TypeAndPressOK(dialog, "Text", text);
-                    seen << (dialog.isVisible() ? box->text() : "closed");
-                }
-                dialog.findChild<QPushButton*>("cmdCancel")->click();
-            });
-            cpu->SelectRow(B);
-            QTest::keyClick(cpu->ListView, Qt::Key_Return);
-            QCOMPARE(seen, (QStringList{"$EF", "", ""}));
-            QCOMPARE(f.boxes.boxes.size(), 1);
-            QCOMPARE(f.boxes.boxes[0].text, QString("Invalid Number !"));
-            QCOMPARE(TargetMemory[1], 0xEF);
-        }
+        // The first key replaces the value; empty text is passed over, a refused number told and cleared.
+        QStringList seen;
+        cpu->SelectRow(B);
+        Answering([&](QDialog& dialog) {
+            auto* box = dialog.findChild<QLineEdit*>("Text");
+            seen << box->selectedText();
+            for (const char* text : {"", "256"}) {
+                TypeAndPressOK(dialog, "Text", text);
+                seen << (dialog.isVisible() ? box->text() : "closed");
+            }
+            dialog.findChild<QPushButton*>("cmdCancel")->click();
+        }, [&] { QTest::keyClick(cpu->ListView, Qt::Key_Return); });
+        QCOMPARE(seen, (QStringList{"$EF", "", ""}));
+        QVERIFY(f.boxes.boxes.size() == 1 && f.boxes.boxes[0].text == "Invalid Number !");
+        QCOMPARE(TargetMemory[1], 0xEF);
 
         // The flag row offers plain binary and takes any notation; InCPU splits the flags again.
         TargetMemory[8] = 0;
         cpu->mnuRefresh();
         QCOMPARE(EnterValue(cpu, CCR, "$D1"), (QStringList{"CCR:", "%00000000"}));
-        QCOMPARE(TargetMemory[8], 0xD1);
+        QVERIFY(TargetMemory[8] == 0xD1 && CpuRegisters.FlagX && CpuRegisters.FlagI);
         QCOMPARE(cpu->Cell(CCR), QString("%SX0I000C"));
-        QVERIFY(CpuRegisters.FlagX && CpuRegisters.FlagI);
 
         // Formats through the popup, and the value column fitted to the cells.
         const int narrow = cpu->ValueColumnWidth();
@@ -180,10 +184,8 @@ private slots:
         BreakpointTable[0] = 0x2003;
         BreakpointCount = 1;
         form.mnuRunPlay_Click();
-        QCOMPARE(CpuRegisters.PC, 0x2003);
         QCoreApplication::processEvents();
-        QCOMPARE(cpu->Cell(A), QString("$43"));
-        QCOMPARE(cpu->Cell(PC), QString("$2003"));
+        QCOMPARE(cpu->Cell(A) + cpu->Cell(PC), QString("$43$2003"));
         TargetMemory[0] = 0x99;   // outside Play a redraw is written at once
         cpu->mnuRefresh();
         QCOMPARE(cpu->Cell(A), QString("$99"));
@@ -205,23 +207,14 @@ private slots:
         // PC is the host's: its entry sends no write, only the refresh's reads.
         board.frames.clear();
         QCOMPARE(EnterValue(cpu, PC, "@160443"), (QStringList{"PC:", "$E000"}));
-        QCOMPARE(CpuRegisters.PC, 0xE123);
-        QCOMPARE(cpu->Cell(PC), QString("$E123"));
-        QCOMPARE(board.Count('W'), 0);
-        QVERIFY(board.Count('R') > 0);
-        QVERIFY(f.boxes.boxes.isEmpty());
+        QVERIFY(CpuRegisters.PC == 0xE123 && cpu->Cell(PC) == "$E123");
+        QVERIFY(board.Count('W') == 0 && board.Count('R') > 0 && f.boxes.boxes.isEmpty());
 
         // A write that fails clears the window with one message, and nothing is refreshed after it.
-        std::uint32_t now = 0;
-        const auto clock = SetTickCountSource([&] { return now += 50; });   // time-outs pass at once
-        board.silent = true;
-        EnterValue(cpu, A, "$01");
-        SetTickCountSource(clock);
-        QCOMPARE(f.boxes.boxes.size(), 1);
-        QVERIFY(!BoardConnected);
+        Silently(board, [&] { EnterValue(cpu, A, "$01"); });
+        QVERIFY(f.boxes.boxes.size() == 1 && !BoardConnected);
         QCOMPARE(Cells(cpu), QStringList(8, QString()));
-        QCOMPARE(cpu->ValueColumnWidth(), 0);
-        QCOMPARE(board.memory[0], 0x12);
+        QVERIFY(cpu->ValueColumnWidth() == 0 && board.memory[0] == 0x12);
     }
 
     // A block window: a 16-bit row written in one write, and auto refresh
@@ -238,21 +231,16 @@ private slots:
 
         // One write, high byte first, then one read of the block for the redraw.
         board.frames.clear();
-        {
-            ModalPlayer player([&](QDialog& dialog) { TypeAndPressOK(dialog, "Text", "$BEEF"); });
-            timer->SelectRow(TOC1);
-            timer->mnuEnter();
-        }
-        QCOMPARE(board.Count('W'), 1);
+        timer->SelectRow(TOC1);
+        Answering([&](QDialog& dialog) { TypeAndPressOK(dialog, "Text", "$BEEF"); }, [&] { timer->mnuEnter(); });
+        QVERIFY(board.Count('W') == 1 && board.Count('R') == 1);
         QCOMPARE(board.frames[0].mid(0, 6), QByteArray::fromHex("57101602BEEF"));
-        QCOMPARE(board.Count('R'), 1);
         QCOMPARE(timer->Cell(TOC1), QString("$BEEF"));
 
         QWidget* cpu = form.LoadWindow("frmRegCPU");
         Activate(form, timer);
         timer->mnuAutoRefresh();
-        QVERIFY(form.tmrRefresh.isActive());
-        QCOMPARE(form.tmrRefresh.interval(), 100);
+        QVERIFY(form.tmrRefresh.isActive() && form.tmrRefresh.interval() == 100);
         // A tick refreshes the active window from the target, but not while anything runs.
         board.memory[0x100F] = 0x42;
         for (bool* running : {&BoardRunning, &PlayActive, &AnimateActive}) {
@@ -266,14 +254,8 @@ private slots:
 
         // Off while the dialog is up; a cancelled dialog writes nothing.
         bool timerDuringDialog = true;
-        {
-            ModalPlayer player([&](QDialog&) { timerDuringDialog = form.tmrRefresh.isActive(); });
-            timer->SelectRow(TOC1);
-            timer->mnuEnter();
-        }
-        QVERIFY(!timerDuringDialog);
-        QCOMPARE(board.Count('W'), 1);
-        QVERIFY(form.tmrRefresh.isActive());
+        Answering([&](QDialog&) { timerDuringDialog = form.tmrRefresh.isActive(); }, [&] { timer->mnuEnter(); });
+        QVERIFY(!timerDuringDialog && board.Count('W') == 1 && form.tmrRefresh.isActive());
 
         Activate(form, cpu);
         QVERIFY(!form.tmrRefresh.isActive());
@@ -281,19 +263,12 @@ private slots:
         QVERIFY(form.tmrRefresh.isActive());
 
         // A lost link clears the window and ends auto refresh for good.
-        std::uint32_t now = 0;
-        const auto clock = SetTickCountSource([&] { return now += 50; });
-        board.silent = true;
-        form.tmrRefresh_Timer();
-        SetTickCountSource(clock);
-        QCOMPARE(f.boxes.boxes.size(), 1);
-        QCOMPARE(timer->ValueColumnWidth(), 0);
-        QVERIFY(!timer->AutoRefresh);
-        QVERIFY(!form.tmrRefresh.isActive());
+        Silently(board, [&] { form.tmrRefresh_Timer(); });
+        QVERIFY(f.boxes.boxes.size() == 1 && timer->ValueColumnWidth() == 0);
+        QVERIFY(!timer->AutoRefresh && !form.tmrRefresh.isActive());
         board.silent = false;
         timer->mnuRefresh();
-        QVERIFY(timer->ValueColumnWidth() > 0);
-        QVERIFY(!form.tmrRefresh.isActive());
+        QVERIFY(timer->ValueColumnWidth() > 0 && !form.tmrRefresh.isActive());
     }
 };
 
