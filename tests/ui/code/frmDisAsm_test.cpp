@@ -5,7 +5,7 @@
 #include "engine/execution/Breakpoints.h"
 #include "support/ui/DisAsmLooks.h"
 #include "support/ui/MainFormFixture.h"
-#include "support/Answering.h"
+#include "support/ui/ModalPlayer.h"
 #include "support/ui/ShownWindow.h"
 
 #include <QLabel>
@@ -35,10 +35,11 @@ class frmDisAsmTest : public QObject {
     void GoTo(std::int32_t address)
     {
         int context = 0;
-        Answering([&](QDialog& dialog) {
+        ModalPlayer player([&](QDialog& dialog) {
             context = dialog.property("HelpContextID").toInt();
             TypeAndPressOK(dialog, "txtAdr", "$" + QString::number(address, 16).toUpper());
-        }, [&] { f->form->Menu("mnuDebugGoToAddress")->trigger(); });
+        });
+        f->form->Menu("mnuDebugGoToAddress")->trigger();
         QVERIFY(context == 191 && w->TopAddress == address && w->CurRow == 1);
     }
 

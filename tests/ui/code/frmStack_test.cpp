@@ -4,7 +4,7 @@
 #include "engine/state/TargetState.h"
 #include "platform/TickCount.h"
 #include "support/ui/MainFormFixture.h"
-#include "support/Answering.h"
+#include "support/ui/ModalPlayer.h"
 #include "support/ScriptedMonitor.h"
 #include "ui/views/EntryFields.h"
 
@@ -58,10 +58,11 @@ private slots:
         board->Stored = [](std::int32_t, std::uint8_t written) { return std::uint8_t(written | 1); };
         QStringList seen;
         stack->Label_Click(18);
-        Answering([&](QDialog& dialog) {
+        ModalPlayer player([&](QDialog& dialog) {
             seen << dialog.findChild<QLabel*>("Label")->text() << dialog.findChild<QLineEdit*>("Text")->text();
             TypeAndPressOK(dialog, "Text", "%01110110");
-        }, [&] { QTest::keyClick(stack, Qt::Key_Return); });
+        });
+        QTest::keyClick(stack, Qt::Key_Return);
         QCOMPARE(seen, (QStringList{"$00FD:", "$FD"}));
         QVERIFY(board->Count('W') == 1 && board->memory[0x00FD] == 0x77 && stack->CurRow == 18);
         QCOMPARE(Text(18), QString(" $00FD:   $77"));
@@ -69,7 +70,8 @@ private slots:
 
     void goToAddressWrapsAndKeysMoveRowAndView()
     {
-        Answering([](QDialog& dialog) { TypeAndPressOK(dialog, "txtAdr", "$FFFF"); }, [&] { stack->mnuGoToAddress(); });
+        ModalPlayer player([](QDialog& dialog) { TypeAndPressOK(dialog, "txtAdr", "$FFFF"); });
+        stack->mnuGoToAddress();
         QVERIFY(frmAddress::HelpContextID == 192 && stack->CurRow == 1);
         QCOMPARE(Text(1) + Text(2), QString(" $FFFF:   $00 $0000:   $00"));
 

@@ -7,7 +7,7 @@
 #include "platform/TickCount.h"
 #include "support/BoardProcess.h"
 #include "support/ui/MainFormFixture.h"
-#include "support/Answering.h"
+#include "support/ui/ModalPlayer.h"
 #include "support/ScriptedMonitor.h"
 #include "support/ui/ShownWindow.h"
 #include "ui/views/WatchTable.h"
@@ -43,16 +43,16 @@ void TypeAddress(QDialog& dialog, const QString& keys)
 
 void GoTo(frmMemory* memory, const QString& keys)
 {
-    Answering([&](QDialog& dialog) { TypeAddress(dialog, keys); }, [&] { memory->mnuMemoryAddress(); });
+    ModalPlayer player([&](QDialog& dialog) { TypeAddress(dialog, keys); });
+    memory->mnuMemoryAddress();
 }
 
 // Opens the memory window, answering its address dialog (it comes once the window is up).
 frmMemory* OpenMemory(frmMain& form, const QString& address)
 {
-    Answering([&](QDialog& dialog) { TypeAddress(dialog, address); }, [&] {
-        form.Menu("mnuViewMemory")->trigger();
-        QCoreApplication::processEvents();
-    });
+    ModalPlayer player([&](QDialog& dialog) { TypeAddress(dialog, address); });
+    form.Menu("mnuViewMemory")->trigger();
+    QCoreApplication::processEvents();
     return qobject_cast<frmMemory*>(form.Window("frmMemory"));
 }
 
@@ -68,18 +68,20 @@ void EditCell(frmMemory* memory, const QString& keys)
 // Add Watch with the dialog answered: text, and Word checked when word.
 void AddWatchTyped(frmMain& form, const QString& text, bool word, int* dialogs = nullptr)
 {
-    Answering([&](QDialog& dialog) {
+    ModalPlayer player([&](QDialog& dialog) {
         if (dialogs)
             ++*dialogs;
         dialog.findChild<QRadioButton*>(word ? "optWord" : "optByte")->setChecked(true);
         TypeAndPressOK(dialog, "txtAdr", text);
-    }, [&] { form.mnuDebugAddWatch_Click(); });
+    });
+    form.mnuDebugAddWatch_Click();
 }
 
 void EnterWatch(frmWatch* watch, int row, const QString& text)
 {
     watch->SelectRow(row);
-    Answering([&](QDialog& dialog) { TypeAndPressOK(dialog, "Text", text); }, [&] { watch->mnuEnter(); });
+    ModalPlayer player([&](QDialog& dialog) { TypeAndPressOK(dialog, "Text", text); });
+    watch->mnuEnter();
 }
 
 frmWatch* Watches(frmMain& form)
@@ -210,13 +212,19 @@ private:
         f.boxes.boxes.clear();
 
         // The address box takes hex digits only, four at most, and refuses nothing.
-        Answering([](QDialog& dialog) {
-            QCOMPARE(dialog.windowTitle(), QString("Memory Display Address"));
-            TypeAddress(dialog, "$0x1g23");
-        }, [&] { memory->mnuMemoryAddress(); });
+        {
+            ModalPlayer player([](QDialog& dialog) {
+                QCOMPARE(dialog.windowTitle(), QString("Memory Display Address"));
+                TypeAddress(dialog, "$0x1g23");
+            });
+            memory->mnuMemoryAddress();
+        }
         QVERIFY(memory->Grid.PageAddress() == 0x0120 && memory->Grid.CursorColumn() == 5);
         // Cancel goes to $0000.
-        Answering([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }, [&] { memory->mnuMemoryAddress(); });
+        {
+            ModalPlayer player([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+            memory->mnuMemoryAddress();
+        }
         QCOMPARE(memory->Grid.PageAddress(), 0);
         QVERIFY(f.boxes.boxes.isEmpty());
     }
@@ -233,11 +241,14 @@ private:
 
         // A symbol that isn't in the table: the dialog stays open and says so.
         int dialogs = 0;
-        Answering([&](QDialog& dialog) {
-            ++dialogs;
-            TypeAndPressOK(dialog, "txtAdr", "NOSUCH");
-            QVERIFY(dialog.isVisible() && dialog.findChild<QLineEdit*>("txtAdr")->text().isEmpty());
-        }, [&] { form.mnuDebugAddWatch_Click(); });
+        {
+            ModalPlayer player([&](QDialog& dialog) {
+                ++dialogs;
+                TypeAndPressOK(dialog, "txtAdr", "NOSUCH");
+                QVERIFY(dialog.isVisible() && dialog.findChild<QLineEdit*>("txtAdr")->text().isEmpty());
+            });
+            form.mnuDebugAddWatch_Click();
+        }
         QVERIFY(f.boxes.boxes.size() == 1 && f.boxes.boxes[0].text == "Invalid Address !");
         QCOMPARE(WatchCount, std::int16_t(1));
         f.boxes.boxes.clear();
@@ -276,11 +287,14 @@ private:
         // Edit: from a symbol to a number drops it; byte to word keeps the format.
         watch->SelectRow(1);
         watch->mnuViewDec();
-        Answering([](QDialog& dialog) {
-            QCOMPARE(dialog.findChild<QLineEdit*>("txtAdr")->text(), QString("COUNT"));
-            dialog.findChild<QRadioButton*>("optWord")->setChecked(true);
-            TypeAndPressOK(dialog, "txtAdr", "$40");
-        }, [&] { form.mnuDebugEditWatch_Click(); });
+        {
+            ModalPlayer player([](QDialog& dialog) {
+                QCOMPARE(dialog.findChild<QLineEdit*>("txtAdr")->text(), QString("COUNT"));
+                dialog.findChild<QRadioButton*>("optWord")->setChecked(true);
+                TypeAndPressOK(dialog, "txtAdr", "$40");
+            });
+            form.mnuDebugEditWatch_Click();
+        }
         QCOMPARE(watch->Label(1) + " " + watch->Cell(1), QString("$0040 1332"));   // $0534 in decimal
 
         // Fill up to 32; the 33rd shows the box and no dialog.

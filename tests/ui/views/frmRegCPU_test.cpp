@@ -5,7 +5,7 @@
 #include "platform/widgets/PopupMenu.h"
 #include "platform/TickCount.h"
 #include "support/ui/MainFormFixture.h"
-#include "support/Answering.h"
+#include "support/ui/ModalPlayer.h"
 #include "support/ScriptedMonitor.h"
 #include "support/ui/ShownWindow.h"
 #include "ui/views/RegisterWindow.h"
@@ -43,10 +43,11 @@ QStringList EnterValue(RegisterWindow* w, int row, const QString& text)
 {
     QStringList seen;
     w->SelectRow(row);
-    Answering([&](QDialog& dialog) {
+    ModalPlayer player([&](QDialog& dialog) {
         seen << dialog.findChild<QLabel*>("Label")->text() << dialog.findChild<QLineEdit*>("Text")->text();
         TypeAndPressOK(dialog, "Text", text);
-    }, [&] { QTest::keyClick(w->ListView, Qt::Key_Return); });
+    });
+    QTest::keyClick(w->ListView, Qt::Key_Return);
     return seen;
 }
 
@@ -118,15 +119,18 @@ private slots:
         // The first key replaces the value; empty text is passed over, a refused number told and cleared.
         QStringList seen;
         cpu->SelectRow(B);
-        Answering([&](QDialog& dialog) {
-            auto* box = dialog.findChild<QLineEdit*>("Text");
-            seen << box->selectedText();
-            for (const char* text : {"", "256"}) {
-                TypeAndPressOK(dialog, "Text", text);
-                seen << (dialog.isVisible() ? box->text() : "closed");
-            }
-            dialog.findChild<QPushButton*>("cmdCancel")->click();
-        }, [&] { QTest::keyClick(cpu->ListView, Qt::Key_Return); });
+        {
+            ModalPlayer player([&](QDialog& dialog) {
+                auto* box = dialog.findChild<QLineEdit*>("Text");
+                seen << box->selectedText();
+                for (const char* text : {"", "256"}) {
+                    TypeAndPressOK(dialog, "Text", text);
+                    seen << (dialog.isVisible() ? box->text() : "closed");
+                }
+                dialog.findChild<QPushButton*>("cmdCancel")->click();
+            });
+            QTest::keyClick(cpu->ListView, Qt::Key_Return);
+        }
         QCOMPARE(seen, (QStringList{"$EF", "", ""}));
         QVERIFY(f.boxes.boxes.size() == 1 && f.boxes.boxes[0].text == "Invalid Number !");
         QCOMPARE(TargetMemory[1], 0xEF);
@@ -232,7 +236,10 @@ private slots:
         // One write, high byte first, then one read of the block for the redraw.
         board.frames.clear();
         timer->SelectRow(TOC1);
-        Answering([&](QDialog& dialog) { TypeAndPressOK(dialog, "Text", "$BEEF"); }, [&] { timer->mnuEnter(); });
+        {
+            ModalPlayer player([&](QDialog& dialog) { TypeAndPressOK(dialog, "Text", "$BEEF"); });
+            timer->mnuEnter();
+        }
         QVERIFY(board.Count('W') == 1 && board.Count('R') == 1);
         QCOMPARE(board.frames[0].mid(0, 6), QByteArray::fromHex("57101602BEEF"));
         QCOMPARE(timer->Cell(TOC1), QString("$BEEF"));
@@ -254,7 +261,10 @@ private slots:
 
         // Off while the dialog is up; a cancelled dialog writes nothing.
         bool timerDuringDialog = true;
-        Answering([&](QDialog&) { timerDuringDialog = form.tmrRefresh.isActive(); }, [&] { timer->mnuEnter(); });
+        {
+            ModalPlayer player([&](QDialog&) { timerDuringDialog = form.tmrRefresh.isActive(); });
+            timer->mnuEnter();
+        }
         QVERIFY(!timerDuringDialog && board.Count('W') == 1 && form.tmrRefresh.isActive());
 
         Activate(form, cpu);
