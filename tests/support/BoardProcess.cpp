@@ -35,7 +35,4 @@ BoardProcess::~BoardProcess()
     }
 }
 
-void BoardProcess::Reset()
-{
-    ::kill(static_cast<pid_t>(process_.processId()), SIGUSR1);
-}
+void BoardProcess::Reset() { ::kill(static_cast<pid_t>(process_.processId()), SIGUSR1); }

@@ -3,10 +3,7 @@
 #include "engine/state/TargetState.h"
 #include "platform/DoEvents.h"
 
-void RecordedView::LetEventsRun()
-{
-    DoEvents();
-}
+void RecordedView::LetEventsRun() { DoEvents(); }
 
 DebuggerFixture::DebuggerFixture(bool simulator)
 {
@@ -19,7 +16,4 @@ DebuggerFixture::DebuggerFixture(bool simulator)
     BoardConnected = link.MSComm.SetPortOpen(true);
 }
 
-DebuggerFixture::~DebuggerFixture()
-{
-    ResetTargetState();
-}
+DebuggerFixture::~DebuggerFixture() { ResetTargetState(); }

@@ -30,10 +30,7 @@ bool Register(const Entry& entry)
     return true;
 }
 
-static QString NameOf(const Entry& entry)
-{
-    return QFileInfo(QString::fromLocal8Bit(entry.file)).completeBaseName();
-}
+static QString NameOf(const Entry& entry) { return QFileInfo(QString::fromLocal8Bit(entry.file)).completeBaseName(); }
 
 }  // namespace testgroup
 

@@ -99,8 +99,7 @@ private:
         const QString sleeperPid = sources.Path("sleeper.pid");
         // Half a listing, then an assembler that hangs under the batch.
         StandIn("echo partial > 'Temp$$$.lst'\nsleep 60 &\necho $! > '" + sleeperPid.toUtf8() + "'\nwait\n");
-        QVERIFY(sources.Write("hang.asm", " NOP\n"));
-        QVERIFY(sources.Write("hang.lst", "the last good listing"));
+        QVERIFY(sources.Write("hang.asm", " NOP\n") && sources.Write("hang.lst", "the last good listing"));
         QTemporaryDir work;
         AssembleRun run(program.dir.path(), work.filePath("run"));
         if (cancel)

@@ -26,8 +26,7 @@ private slots:
     {
         WorkFolder folder;
         const QByteArray old = QByteArray("old text\n").repeated(40);
-        QVERIFY(folder.Write("prog.asm", old));
-        QVERIFY(QDir(folder.dir.path()).mkdir("taken.asm"));
+        QVERIFY(folder.Write("prog.asm", old) && QDir(folder.dir.path()).mkdir("taken.asm"));
         const std::pair<const char*, const char*> rows[] = {
             {"no/such/prog.asm", "No such file or directory"}, {"prog.asm", "File too large"},
             {"taken.asm", "Is a directory"}};

@@ -18,14 +18,12 @@ private slots:
         QVERIFY(PrintFont.Name == "Courier New" && PrintFont.Size == 8.0f);
 
         QFile file(store.FilePath());
-        QVERIFY(QDir().mkpath(QFileInfo(file).path()));
-        QVERIFY(file.open(QIODevice::WriteOnly));
+        QVERIFY(QDir().mkpath(QFileInfo(file).path()) && file.open(QIODevice::WriteOnly));
         file.write("\x01\x02garbage without sections\n[Settings\nCOMPort");
         file.close();
         QCOMPARE(GetNumberSetting("COMPort", 2), 2.0);
         // A store that cannot be read at all (a folder in the file's place) reads as empty.
-        QVERIFY(QFile::remove(store.FilePath()));
-        QVERIFY(QDir().mkpath(store.FilePath()));
+        QVERIFY(QFile::remove(store.FilePath()) && QDir().mkpath(store.FilePath()));
         QCOMPARE(GetNumberSetting("COMPort", 2), 2.0);
     }
 

@@ -21,24 +21,13 @@
 namespace {
 const char* const Source =
     "        ORG   $2000\n"
-    "START   LDAA  #$10\n"        // 2000
-    "        BSR   SUB1\n"        // 2002
-    "        LDX   #$3000\n"      // 2004
-    "        JSR   SUB2\n"        // 2007
-    "        CLRB\n"              // 200A
-    "LOOP    INCB\n"              // 200B
-    "        CMPB  #5\n"          // 200C
-    "        BNE   LOOP\n"        // 200E
-    "DONE    NOP\n"               // 2010
-    "SPIN    INCA\n"              // 2011
-    "        BRA   SPIN\n"        // 2012
-    "SUB1    INCA\n"              // 2014
-    "        PSHA\n"
-    "        PULA\n"
-    "        RTS\n"
-    "SUB2    LDAB  #3\n"          // 2018
-    "        ABA\n"
-    "        RTS\n"
+    "START   LDAA  #$10\n        BSR   SUB1\n"            // 2000, 2002
+    "        LDX   #$3000\n        JSR   SUB2\n"          // 2004, 2007
+    "        CLRB\nLOOP    INCB\n        CMPB  #5\n"     // 200A, 200B, 200C
+    "        BNE   LOOP\nDONE    NOP\n"                   // 200E, 2010
+    "SPIN    INCA\n        BRA   SPIN\n"                  // 2011, 2012
+    "SUB1    INCA\n        PSHA\n        PULA\n        RTS\n"   // 2014
+    "SUB2    LDAB  #3\n        ABA\n        RTS\n"       // 2018
     // BRSET and BRCLR direct, by X and by Y, each taken and not: a branch
     // that goes wrong runs an INCB or goes back to BITS.
     "BITS    LDAA  #$81\n"        // 201C
@@ -188,8 +177,7 @@ private:
         const int b = CpuRegisters.B;
         for (const char* command : {"mnuRunStepInto", "mnuRunStepOver", "mnuRunPlay"}) {
             CpuRegisters.PC = 0x201C;
-            BreakpointTable[0] = 0x203A;
-            BreakpointCount = 1;
+            BreakpointTable[0] = 0x203A, BreakpointCount = 1;
             int steps = 0;
             while (CpuRegisters.PC != 0x203A && steps++ < 12)
                 form.Menu(command)->trigger();

@@ -52,8 +52,7 @@ private slots:
         TargetMemory[0x6000] = 0, TargetMemory[0x6001] = 0x55;
         IoUnit unit;
         unit.TextIn = "300";
-        QVERIFY(!unit.Enter());
-        QVERIFY(unit.TextIn.isEmpty() && unit.TextInBinary == "00000000" && !unit.InFresh);
+        QVERIFY(!unit.Enter() && unit.TextIn.isEmpty() && unit.TextInBinary == "00000000" && !unit.InFresh);
         QVERIFY(TargetMemory[0x6000] == 0 && TargetMemory[0x6001] == 0x55);
     }
 

@@ -27,10 +27,7 @@ QRect Pixels(const WindowPlacement& p)
     return QRect(TwipsToPixelsX(p.Left), TwipsToPixelsY(p.Top), TwipsToPixelsX(p.Width), TwipsToPixelsY(p.Height));
 }
 
-QWidget* Frame(QWidget* window)
-{
-    return window->parentWidget();
-}
+QWidget* Frame(QWidget* window) { return window->parentWidget(); }
 
 WindowPlacement PlacementOf(const std::vector<DebuggerPlacement>& rows, const char* window)
 {

@@ -116,8 +116,7 @@ private slots:
         QCOMPARE(QDir(folder.dir.path()).entryList(QDir::Files), names);
         // A folder in the machine code's place.
         QVERIFY(folder.Write("y.asm", source) && folder.Write("y.lst", "last run"));
-        QVERIFY(QDir(folder.dir.path()).mkdir("y.s19"));
-        QVERIFY(form.OpenEditor(folder.Path("y.asm")));
+        QVERIFY(QDir(folder.dir.path()).mkdir("y.s19") && form.OpenEditor(folder.Path("y.asm")));
         form.Menu("mnuFileAssemble")->trigger();
         QVERIFY(f.boxes.boxes.size() == 1 && f.boxes.boxes[0].text == "Is a directory !");
         QCOMPARE(folder.Read("y.lst"), QByteArray("last run"));

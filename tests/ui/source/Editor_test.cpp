@@ -330,8 +330,7 @@ private slots:
     {
         Session s;
         QApplication::setActiveWindow(&s.form);
-        QVERIFY(QTest::qWaitForWindowActive(&s.form));
-        QVERIFY(s.folder.Write("prog.asm", "LOOP BRA LOOP\n"));
+        QVERIFY(QTest::qWaitForWindowActive(&s.form) && s.folder.Write("prog.asm", "LOOP BRA LOOP\n"));
         frmEditor* editor = s.Open("prog.asm");
         editor->Text->setFocus();
         frmReplace* dialog = FindReplaceDialog();

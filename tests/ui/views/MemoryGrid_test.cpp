@@ -153,8 +153,7 @@ private slots:
     {
         QString text = "AB";
         int caret = 0, selection = 0;
-        QVERIFY(TypeIntoCell(MemorySide::Hex, '7', text, caret, selection));
-        QVERIFY(text == "7B" && caret == 1);
+        QVERIFY(TypeIntoCell(MemorySide::Hex, '7', text, caret, selection) && text == "7B" && caret == 1);
         // A non-printable byte's "." is sent as $2E unless the user types.
         QCOMPARE(CellByte(MemorySide::Char, "."), 0x2E);
     }

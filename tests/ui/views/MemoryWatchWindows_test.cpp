@@ -84,10 +84,7 @@ void EnterWatch(frmWatch* watch, int row, const QString& text)
     watch->mnuEnter();
 }
 
-frmWatch* Watches(frmMain& form)
-{
-    return qobject_cast<frmWatch*>(form.Window("frmWatch"));
-}
+frmWatch* Watches(frmMain& form) { return qobject_cast<frmWatch*>(form.Window("frmWatch")); }
 }  // namespace
 
 class MemoryWatchWindowsTest : public QObject {

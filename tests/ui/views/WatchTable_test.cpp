@@ -75,8 +75,7 @@ private slots:
             target.memory[static_cast<std::size_t>(0x100 + i)] = static_cast<std::uint8_t>(i + 1);
         }
         target.answers = 1;
-        QVERIFY(!ReadWatches(target.Reader()));
-        QVERIFY(target.reads.size() == 2 && WatchTable[0].WatchValue == 1);
+        QVERIFY(!ReadWatches(target.Reader()) && target.reads.size() == 2 && WatchTable[0].WatchValue == 1);
         QVERIFY(WatchTable[1].WatchValue == 0 && WatchTable[2].WatchValue == 0);
     }
 

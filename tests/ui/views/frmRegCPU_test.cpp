@@ -148,11 +148,10 @@ private slots:
         QCOMPARE(RightClick(form, cpu, RowPoint(cpu, IX), "mnuPopupViewBin"), everything + "| Hex");
         QCOMPARE(cpu->Cell(IX), QString("%0101011001111000"));
         const int wide = cpu->ValueColumnWidth();
-        QVERIFY(wide > narrow);   // exactly wide enough for the cells, so none is cut
-        QVERIFY(wide >= cpu->ListView->fontMetrics().horizontalAdvance("%0101011001111000"));
+        // Exactly wide enough for the cells, so none is cut.
+        QVERIFY(wide > narrow && wide >= cpu->ListView->fontMetrics().horizontalAdvance("%0101011001111000"));
         QCOMPARE(RightClick(form, cpu, RowPoint(cpu, IX), "mnuPopupViewDec"), everything + "| Bin");
-        QCOMPARE(cpu->Cell(IX), QString("22136"));
-        QCOMPARE(cpu->ValueColumnWidth(), narrow);
+        QVERIFY(cpu->Cell(IX) == "22136" && cpu->ValueColumnWidth() == narrow);
 
         // SP takes no value but can be formatted.
         int dialogs = 0;
@@ -170,9 +169,7 @@ private slots:
         const QPoint below = RowPoint(cpu, CCR) + QPoint(0, 3 * cpu->ListView->visualItemRect(
                                                                      cpu->ListView->topLevelItem(CCR)).height());
         QCOMPARE(RightClick(form, cpu, below), QString("Refresh | Hex"));
-        QCOMPARE(cpu->SelectedRow(), int(B));
-
-        QCOMPARE(dialogs, 0);
+        QVERIFY(cpu->SelectedRow() == B && dialogs == 0);
     }
 
     void duringPlayTheCellsFollowAtEachEventPass()
@@ -185,8 +182,7 @@ private slots:
         const std::uint8_t program[] = {0x86, 0x42, 0x4C, 0x01};
         std::copy(std::begin(program), std::end(program), TargetMemory.begin() + 0x2000);
         CpuRegisters.PC = 0x2000;
-        BreakpointTable[0] = 0x2003;
-        BreakpointCount = 1;
+        BreakpointTable[0] = 0x2003, BreakpointCount = 1;
         form.mnuRunPlay_Click();
         QCoreApplication::processEvents();
         QCOMPARE(cpu->Cell(A) + cpu->Cell(PC), QString("$43$2003"));
@@ -227,8 +223,7 @@ private slots:
     {
         MainFormFixture f;
         ScriptedMonitor board(f.line);
-        board.memory[0x1016] = 0x12;
-        board.memory[0x1017] = 0x34;
+        board.memory[0x1016] = 0x12, board.memory[0x1017] = 0x34;
         frmMain& form = f.Start();
         auto* timer = qobject_cast<RegisterWindow*>(form.LoadWindow("frmRegTimer"));
         QCOMPARE(timer->Cell(TOC1), QString("$1234"));
