@@ -130,8 +130,7 @@ private slots:
             CpuRegisters.FlagZ = flagZ;
             CpuRegisters.PC = 0x11004;   // beyond 16 bits: the page draw takes it modulo 65536
             const PageRowArray rows = Page(0x1000);
-            QVERIFY(CpuRegisters.PC == 0x1004 && rows[4].AtPC);
-            QCOMPARE(rows[4].RowText.mid(8, 2), mark + ' ');
+            QVERIFY(CpuRegisters.PC == 0x1004 && rows[4].AtPC && rows[4].RowText.mid(8, 2) == (mark + ' '));
             for (int i : {0, 1, 2, 3, 5, 6})
                 QVERIFY(!rows[i].AtPC && rows[i].RowText.mid(8, 2) == "  ");
         }
@@ -161,8 +160,7 @@ private slots:
         AddBreakpoint(0x20F0), AddBreakpoint(0x2102);
         CpuRegisters.PC = 0x2102;
         const PageRowArray rows = Page(0x20E0);
-        QVERIFY(!rows[15].Breakpoint && rows[16].Breakpoint);
-        QCOMPARE(rows[30].RowText, QString(" $20FE:   NOP"));
+        QVERIFY(!rows[15].Breakpoint && rows[16].Breakpoint && rows[30].RowText == QString(" $20FE:   NOP"));
         // $20FF needs two bytes never read: it and the rows behind stay empty and unmarked.
         QVERIFY(rows[31].RowAddress == 0x20FF && rows[31].RowText.isEmpty() && rows[32].RowText.isEmpty());
         QVERIFY(rows[32].RowAddress == 0x2102 && !rows[32].Breakpoint && !rows[32].AtPC);
@@ -189,15 +187,13 @@ private slots:
         QCOMPARE(PageUpTop(0x1000, 0x10FA, 10), 0x10F1);
         // Three-byte instructions: only the start one byte in lines up with the old top.
         ProgramBuffer.fill(0xB6);
-        QCOMPARE(PageUpTop(0x1000, 0x10FA, 5), 0x10EE);
-        QCOMPARE(Page(0x10EE)[4].RowAddress, 0x10FA);
+        QVERIFY(PageUpTop(0x1000, 0x10FA, 5) == 0x10EE && Page(0x10EE)[4].RowAddress == 0x10FA);
         // Fewer instructions above than rows: the old top ends higher up.
         Buffer(0x1000, {0xB6, 0x00, 0x00});
         QCOMPARE(PageUpTop(0x1000, 0x1005, 10), 0x1000);
         // No start lines up: start 4, with the count of start 3.
         Buffer(0x1000, {0xFC, 0xCE, 0x86, 0xCC, 0x86});
-        QCOMPARE(PageUpTop(0x1000, 0x1005, 2), 0x1004);
-        QCOMPARE(PageUpTop(0x1000, 0x1005, 1), 0x1006);
+        QVERIFY(PageUpTop(0x1000, 0x1005, 2) == 0x1004 && PageUpTop(0x1000, 0x1005, 1) == 0x1006);
     }
 };
 

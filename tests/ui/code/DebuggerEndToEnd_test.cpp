@@ -157,8 +157,7 @@ private:
         });
         form.Menu("mnuRunAnimate")->trigger();
         SetDoEventsHook({});
-        QVERIFY(CpuRegisters.PC == 0x2012 && CpuRegisters.A == 0x16);
-        QCOMPARE(LookOf(w, RowOf(w, 0x2012)), Look::Current);
+        QVERIFY(CpuRegisters.PC == 0x2012 && CpuRegisters.A == 0x16 && LookOf(w, RowOf(w, 0x2012)) == Look::Current);
         Snap(stops, "animate paused", form);
         w->Label_Click(static_cast<std::int16_t>(RowOf(w, 0x2011)));
         if (TargetMode == SimulatorMode)   // the simulator pass's picture (use a real display)

@@ -43,8 +43,7 @@ private slots:
             IoUnit unit;
             unit.SetInFormat(row.format);
             unit.TextIn = row.typed;
-            QVERIFY(unit.Enter() && unit.InFresh && TargetMemory[0x6000] == 1);
-            QCOMPARE(int(TargetMemory[0x6001]), row.byte);
+            QVERIFY(unit.Enter() && unit.InFresh && TargetMemory[0x6000] == 1 && int(TargetMemory[0x6001]) == row.byte);
             unit.SetInFormat(row.format);
             QCOMPARE(unit.TextIn, QString(row.shown));
         }

@@ -172,8 +172,7 @@ private slots:
             FileSizeLimit full(1000);
             s.form.Menu("mnuFileSave")->trigger();
         }
-        QCOMPARE(s.Boxes(), QStringList{"File too large !"});
-        QCOMPARE(s.folder.Read("prog.asm"), old);
+        QVERIFY(s.Boxes() == (QStringList{"File too large !"}) && s.folder.Read("prog.asm") == old);
         QCOMPARE(QDir(s.folder.dir.path()).entryList(QDir::Files), QStringList{"prog.asm"});
         QVERIFY(editor->TextChanged && s.form.Menu("mnuFileSave")->isEnabled());
     }
@@ -205,16 +204,14 @@ private slots:
         comeBack();
         QCOMPARE(s.f.boxes.boxes.size(), 2);
         s.form.Menu("mnuFileSave")->trigger();
-        QCOMPARE(s.f.boxes.boxes.size(), 3);
-        QCOMPARE(s.folder.Read("prog.asm"), QByteArray("+theirs, longer\n"));
+        QVERIFY(s.f.boxes.boxes.size() == 3 && s.folder.Read("prog.asm") == QByteArray("+theirs, longer\n"));
 
         comeBack();
         QVERIFY(QFile::remove(s.folder.Path("prog.asm")));
         comeBack();
         QTest::keyClicks(editor->Text, "*");
         s.form.Menu("mnuFileSave")->trigger();
-        QCOMPARE(s.f.boxes.boxes.size(), 3);
-        QCOMPARE(s.folder.Read("prog.asm"), editor->PlainText().toUtf8());
+        QVERIFY(s.f.boxes.boxes.size() == 3 && s.folder.Read("prog.asm") == editor->PlainText().toUtf8());
     }
 
     void unsavedTextAtTheEndOfTheProgram()
@@ -227,11 +224,9 @@ private slots:
 
         // Cancel at the first question: nobody else is asked, the program goes on.
         s.f.boxes.answer = MbResultCancel;
-        QVERIFY(!s.form.close());
-        QCOMPARE(s.f.boxes.boxes.size(), 1);
+        QVERIFY(!s.form.close() && s.f.boxes.boxes.size() == 1);
         QCOMPARE(s.f.boxes.boxes[0].caption, QString("Orvane - Warning"));
-        QCOMPARE(s.f.boxes.boxes[0].style, int(MbYesNoCancel + MbQuestion));
-        QCOMPARE(LoadedEditors().size(), 2);
+        QVERIFY(s.f.boxes.boxes[0].style == int(MbYesNoCancel + MbQuestion) && LoadedEditors().size() == 2);
         QVERIFY(!QFile::exists(s.f.settings.FilePath()));
 
         // Yes: each document is saved under its own title in the current folder.
@@ -239,8 +234,7 @@ private slots:
         QVERIFY(s.form.close());
         QCOMPARE(s.Boxes().mid(1), (QStringList{"Save changes to Untitled1.asm ?", "Save changes to Untitled2.asm ?"}));
         QCOMPARE(s.folder.Read("Untitled1.asm") + s.folder.Read("Untitled2.asm"), QByteArray("firstsecond"));
-        QCOMPARE(EditorCount, std::int16_t(0));
-        QVERIFY(!EditorActive && AsmFile.isEmpty());
+        QVERIFY(EditorCount == std::int16_t(0) && !EditorActive && AsmFile.isEmpty());
     }
 
     void commandsFollowTheActiveEditor()
@@ -271,8 +265,7 @@ private slots:
         Session::Discard();
         while (ActiveEditor())
             s.form.Menu("mnuFileClose")->trigger();
-        QCOMPARE(EditorCount, std::int16_t(0));
-        QVERIFY(!s.form.Panel(5)->isVisible() && !s.form.Panel(7)->isVisible());
+        QVERIFY(EditorCount == std::int16_t(0) && !s.form.Panel(5)->isVisible() && !s.form.Panel(7)->isVisible());
         QVERIFY(!s.form.Menu("mnuFileClose")->isEnabled() && !s.form.Menu("mnuFileSaveAs")->isEnabled());
     }
 
@@ -284,8 +277,7 @@ private slots:
         QTest::keyClicks(editor->Text, "x");
         // Save on a document without a file asks for a name; Cancel changes nothing.
         s.form.Menu("mnuFileSave")->trigger();
-        QCOMPARE(s.chooser.asked.last().FileName, QString("Untitled1.asm"));
-        QCOMPARE(s.chooser.asked.last().FilterIndex, 1);
+        QVERIFY(s.chooser.asked.last().FileName == QString("Untitled1.asm") && s.chooser.asked.last().FilterIndex == 1);
         QVERIFY(editor->EditorName.isEmpty() && editor->TextChanged);
 
         for (const auto& [name, filterIndex] : {std::pair{"a.lst", 2}, {"a.b.TXT", 3}, {"plain", 4}}) {
@@ -293,8 +285,7 @@ private slots:
             s.form.Menu("mnuFileSaveAs")->trigger();
             s.form.Menu("mnuFileSaveAs")->trigger();
             QCOMPARE(s.chooser.asked.last().FilterIndex, filterIndex);
-            QVERIFY(editor->windowTitle() == name && AsmFile == name);
-            QCOMPARE(s.folder.Read(name), QByteArray("x"));
+            QVERIFY(editor->windowTitle() == name && AsmFile == name && s.folder.Read(name) == QByteArray("x"));
         }
 
         // Open remembers the file type the user chose, even through a Cancel.
@@ -307,21 +298,18 @@ private slots:
         s.form.Menu("mnuFileOpen")->trigger();
         CommonDialog::SetHandler(s.chooser.previous);
         s.form.Menu("mnuFileOpen")->trigger();
-        QCOMPARE(s.chooser.asked.last().FilterIndex, 3);
-        QCOMPARE(LoadedEditors().size(), 1);
+        QVERIFY(s.chooser.asked.last().FilterIndex == 3 && LoadedEditors().size() == 1);
 
         // A bare name lands in the folder the IDE was started from, never in the
         // program's folder.
         s.chooser.answer = "bare.asm";
         s.form.Menu("mnuFileSaveAs")->trigger();
-        QCOMPARE(s.folder.Read("bare.asm"), QByteArray("x"));
-        QCOMPARE(editor->EditorName, s.folder.Path("bare.asm"));
+        QVERIFY(s.folder.Read("bare.asm") == QByteArray("x") && editor->EditorName == s.folder.Path("bare.asm"));
 
         // A file that cannot be read gives no editor.
         s.chooser.answer = s.folder.Path("missing.asm");
         s.form.Menu("mnuFileOpen")->trigger();
-        QCOMPARE(LoadedEditors().size(), 1);
-        QCOMPARE(s.f.boxes.boxes.last().caption, QString("Orvane - Read Error"));
+        QVERIFY(LoadedEditors().size() == 1 && s.f.boxes.boxes.last().caption == QString("Orvane - Read Error"));
     }
 
     // The keys of the Edit entries work the moment an editor has the focus,
@@ -370,13 +358,11 @@ private slots:
         QCOMPARE(editor->SelStart(), 7);
         editor->SetSelection(10, 2);
         s.form.mnuEditFindNext_Click();
-        QCOMPARE(s.f.boxes.boxes.last().text, QString("Search Text not found !"));
-        QCOMPARE(editor->SelStart(), 10);
+        QVERIFY(s.f.boxes.boxes.last().text == QString("Search Text not found !") && editor->SelStart() == 10);
 
         // The Replace button of the Find layout only changes the layout.
         dialog->cmdReplace_Click();
-        QCOMPARE(dialog->windowTitle(), QString("Replace"));
-        QCOMPARE(editor->PlainText(), QString("ab xab ab\nab"));
+        QVERIFY(dialog->windowTitle() == QString("Replace") && editor->PlainText() == QString("ab xab ab\nab"));
 
         // Upward, with a replacement that holds the search text: it ends, each match once.
         dialog->chkWord->setChecked(false);
@@ -448,8 +434,7 @@ private slots:
         s.form.grab();   // the lines are drawn
         SaveScreenshot(&s.form, "editors.png");
         const QTextBlock loop = count->Text->document()->findBlockByNumber(1);
-        QCOMPARE(loop.layout()->formats().size(), 3);
-        QVERIFY(!count->TextChanged && !count->Undo);
+        QVERIFY(loop.layout()->formats().size() == 3 && !count->TextChanged && !count->Undo);
         count->SetSelection(loop.position() + 8, 4);
         count->SetSelText("NOP ");
         count->Text->viewport()->grab();

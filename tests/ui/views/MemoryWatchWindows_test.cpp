@@ -154,16 +154,14 @@ private slots:
         answers = 0;
         Watches(form)->mnuRefresh();
         SetTickCountSource(clock);
-        QCOMPARE(f.boxes.boxes.size(), 2);
-        QCOMPARE(Watches(form)->Label(1) + Watches(form)->Cell(1), QString("$0206"));
+        QVERIFY(f.boxes.boxes.size() == 2 && (Watches(form)->Label(1) + Watches(form)->Cell(1)) == QString("$0206"));
 
         // The board is back: Enter on the cleared window still takes a value,
         // writes it, and the refresh brings the values back.
         answers = 100;
         EnterWatch(Watches(form), 1, "$1234");
         QCOMPARE(monitor.memory[0x0206] * 256 + monitor.memory[0x0207], 0x1234);
-        QCOMPARE(Watches(form)->Cell(1), QString("$1234"));
-        QCOMPARE(f.boxes.boxes.size(), 2);
+        QVERIFY((Watches(form)->Cell(1)) == QString("$1234") && f.boxes.boxes.size() == 2);
     }
 
 private:
@@ -183,8 +181,7 @@ private:
         // Past $FFFF nothing moves: not down, not a page, not right from the last byte.
         for (int key : {Qt::Key_Down, Qt::Key_PageDown, Qt::Key_End, Qt::Key_Right})
             QTest::keyClick(memory->gridMemory, Qt::Key(key));
-        QCOMPARE(memory->Grid.CursorAddress(), 0xFFFF);
-        QCOMPARE(memory->VScroll->value(), memory->VScroll->maximum());
+        QVERIFY(memory->Grid.CursorAddress() == 0xFFFF && memory->VScroll->value() == memory->VScroll->maximum());
 
         // An edit in RAM: the target's byte in both cells.
         form.mnuDebugAddWatch_Click();   // cancelled: nothing added
@@ -203,8 +200,7 @@ private:
         EditCell(memory, "99");
         const bool board = TargetMode == BoardMode;
         QCOMPARE(memory->CellText(memory->Grid.CursorRow(), 5), board ? QString("41") : QString("99"));
-        QCOMPARE(TargetByte(form, 0xFFF3), board ? 0x41 : 0x99);
-        QCOMPARE(f.boxes.boxes.size(), board ? 1 : 0);
+        QVERIFY(TargetByte(form, 0xFFF3) == (board ? 0x41 : 0x99) && f.boxes.boxes.size() == (board ? 1 : 0));
         QVERIFY(!board || f.boxes.boxes[0].text == "Can't Write to Memory !\n\r (Read Only Memory)");
         f.boxes.boxes.clear();
 
@@ -222,8 +218,7 @@ private:
             ModalPlayer player([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
             memory->mnuMemoryAddress();
         }
-        QCOMPARE(memory->Grid.PageAddress(), 0);
-        QVERIFY(f.boxes.boxes.isEmpty());
+        QVERIFY(memory->Grid.PageAddress() == 0 && f.boxes.boxes.isEmpty());
     }
 
     void WatchesAndStep(frmMain& form, MainFormFixture& f)
@@ -272,8 +267,7 @@ private:
         QVERIFY(watch->CellChanged(1) && !watch->CellChanged(0) && !watch->CellChanged(2));
         // The next step changes the word; COUNT is back to the plain colour.
         form.mnuRunStepInto_Click();
-        QCOMPARE(watch->Cell(2), QString("$3412"));
-        QVERIFY(watch->CellChanged(2) && !watch->CellChanged(1));
+        QVERIFY(watch->Cell(2) == QString("$3412") && watch->CellChanged(2) && !watch->CellChanged(1));
         if (TargetMode == SimulatorMode)
             SaveScreenshot(watch->parentWidget(), "watch-window.png");
 
@@ -312,8 +306,7 @@ private:
         QVERIFY(watch->ListView->topLevelItemCount() == 0 && !form.Menu("mnuDebugEditWatch")->isEnabled());
         form.mnuDebugEditWatch_Click();   // no row: nothing happens, no dialog
         form.mnuPopupViewRemoveWatch_Click();
-        QCOMPARE(WatchCount, std::int16_t(0));
-        QVERIFY(f.boxes.boxes.isEmpty());
+        QVERIFY(WatchCount == std::int16_t(0) && f.boxes.boxes.isEmpty());
 
         // The table outlives the window.
         AddWatchTyped(form, "$0040", false);

@@ -49,8 +49,7 @@ private slots:
         QCOMPARE(WatchCount, std::int16_t(2));
         RemoveWatch(0);
         RemoveWatch(0);
-        QCOMPARE(WatchCount, std::int16_t(0));
-        QVERIFY(AddWatch(0x40, "", false));
+        QVERIFY(WatchCount == std::int16_t(0) && AddWatch(0x40, "", false));
         QCOMPARE(WatchTable[0].WatchFormat, '$');   // a new watch starts in hex
     }
 

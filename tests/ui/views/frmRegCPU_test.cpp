@@ -132,8 +132,7 @@ private slots:
             QTest::keyClick(cpu->ListView, Qt::Key_Return);
         }
         QCOMPARE(seen, (QStringList{"$EF", "", ""}));
-        QVERIFY(f.boxes.boxes.size() == 1 && f.boxes.boxes[0].text == "Invalid Number !");
-        QCOMPARE(TargetMemory[1], 0xEF);
+        QVERIFY(f.boxes.boxes.size() == 1 && f.boxes.boxes[0].text == "Invalid Number !" && TargetMemory[1] == 0xEF);
 
         // The flag row offers plain binary and takes any notation; InCPU splits the flags again.
         TargetMemory[8] = 0;
@@ -168,8 +167,7 @@ private slots:
         cpu->SelectRow(B);
         const QPoint below = RowPoint(cpu, CCR) + QPoint(0, 3 * cpu->ListView->visualItemRect(
                                                                      cpu->ListView->topLevelItem(CCR)).height());
-        QCOMPARE(RightClick(form, cpu, below), QString("Refresh | Hex"));
-        QVERIFY(cpu->SelectedRow() == B && dialogs == 0);
+        QVERIFY(RightClick(form, cpu, below) == QString("Refresh | Hex") && cpu->SelectedRow() == B && dialogs == 0);
     }
 
     void duringPlayTheCellsFollowAtEachEventPass()
@@ -212,8 +210,7 @@ private slots:
 
         // A write that fails clears the window with one message, and nothing is refreshed after it.
         Silently(board, [&] { EnterValue(cpu, A, "$01"); });
-        QVERIFY(f.boxes.boxes.size() == 1 && !BoardConnected);
-        QCOMPARE(Cells(cpu), QStringList(8, QString()));
+        QVERIFY(f.boxes.boxes.size() == 1 && !BoardConnected && Cells(cpu) == QStringList(8, QString()));
         QVERIFY(cpu->ValueColumnWidth() == 0 && board.memory[0] == 0x12);
     }
 
