@@ -69,7 +69,8 @@ private slots:
         r.A = 0x11, r.B = 0x22, r.IX = 0x3344, r.IY = 0x5566, r.CCR = 0xC1;
         r.memory[0xFFF6] = 0xE0;
         r.Run({0x3F});                                        // SWI: the return address is its length
-        QVERIFY(r.log.size() == 11 && r.log.front() == (Access{true, 0x1FF, 0x01}) && r.log.back() == (Access{false, 0xFFF7, 0x00}));
+        QVERIFY(r.log.size() == 11 && r.log.front() == (Access{true, 0x1FF, 0x01}));
+        QVERIFY(r.log.back() == (Access{false, 0xFFF7, 0x00}));
         QVERIFY(r.SP == 0x01F6 && r.CCR == 0xD1);
         r.A = r.B = r.IX = r.IY = 0;
         r.Run({0x3B});                                        // RTI

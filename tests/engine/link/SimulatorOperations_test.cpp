@@ -36,7 +36,8 @@ private slots:
         std::vector<std::uint8_t> bytes;
         link.InBytes(address, bytes, 3);
         for (int i = 0; i < 1024; ++i)
-            QVERIFY(MemoryPage[i] == at(0xFE10 + i) && (i >= 256 || ProgramBuffer[i] == at(0xFF80 + i)) && (i >= 9 || StackBuffer[i] == at(0xFFFC + i)));
+            QVERIFY(MemoryPage[i] == at(0xFE10 + i) && (i >= 256 || ProgramBuffer[i] == at(0xFF80 + i)) &&
+                    (i >= 9 || StackBuffer[i] == at(0xFFFC + i)));
         QCOMPARE(bytes, (std::vector<std::uint8_t>{at(0xFFFF), at(0), at(1)}));
         QVERIFY(BoardConnected && f.reports.state == LinkState::Simulator);
 
@@ -44,7 +45,8 @@ private slots:
         address = 0xFFFE;
         link.OutBytes(address, {1, 2, 3, 4}, 3);
         // Count, not the array's size.
-        QVERIFY(TargetMemory[0xFFFE] == 1 && TargetMemory[0xFFFF] == 2 && TargetMemory[0x0000] == 3 && TargetMemory[0x0001] == 0);
+        QVERIFY(TargetMemory[0xFFFE] == 1 && TargetMemory[0xFFFF] == 2 && TargetMemory[0x0000] == 3 &&
+                TargetMemory[0x0001] == 0);
         // A count the frame cannot carry, or more than the data holds, writes nothing.
         address = 0x2000;
         link.OutBytes(address, {9, 9}, 3);

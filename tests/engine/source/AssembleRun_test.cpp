@@ -121,8 +121,12 @@ private slots:
     void runsThatCannotStartOrFinishSayWhy()
     {
         using S = AssembleRun::Status;
-        // launcher empty: the real one
-        const struct { const char *missingTool, *launcher, *source; S status; const char* problem; bool oldListingKept; } rows[] = {
+        const struct {
+            const char *missingTool, *launcher, *source;   // launcher empty: the real one
+            S status;
+            const char* problem;
+            bool oldListingKept;
+        } rows[] = {
             {"AS11.EXE", "", "ok", S::NotStarted, "Can't Find AS11.EXE !", true},
             {"ASM.BAT", "", "ok", S::NotStarted, "Can't Find ASM.BAT !", true},
             {"", "", "gone", S::NotStarted, "Can't copy ", true},

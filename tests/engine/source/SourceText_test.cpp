@@ -53,7 +53,12 @@ private slots:
 
     void findTakesTheNearestMatchInItsDirection()
     {
-        const struct { const char *text, *what; int selStart, selLength; bool down, matchCase, wholeWord; int found; } rows[] = {
+        const struct {
+            const char *text, *what;
+            int selStart, selLength;
+            bool down, matchCase, wholeWord;
+            int found;
+        } rows[] = {
             {"ab ab ab", "ab", 3, 2, true, true, false, 6},     // behind a selected match
             {"ab ab ab", "ab", 3, 2, false, true, false, 0},    // before it, upward
             {"ab ab ab", "ab", 6, 2, true, true, false, -1},    // no wrap at the end

@@ -14,7 +14,8 @@ private slots:
         COMPort = 4;
         ScreenFont = {"Other", 20, true, true};
         LoadPortAndFonts();
-        QVERIFY(COMPort == 2 && ScreenFont.Name == "Fixedsys" && ScreenFont.Size == 9.0f && !ScreenFont.Bold && !ScreenFont.Italic);
+        QVERIFY(COMPort == 2 && ScreenFont.Name == "Fixedsys" && ScreenFont.Size == 9.0f);
+        QVERIFY(!ScreenFont.Bold && !ScreenFont.Italic);
         QVERIFY(PrintFont.Name == "Courier New" && PrintFont.Size == 8.0f);
 
         QFile file(store.FilePath());
@@ -43,7 +44,8 @@ private slots:
         QVERIFY(COMPort == 3 && ScreenFont.Name == "DejaVu Sans Mono" && ScreenFont.Size == 10.5f && ScreenFont.Bold);
         QVERIFY(PrintFont.Size == 12.0f && !PrintFont.Bold && PrintFont.Italic);
 
-        for (const auto& [text, fallback, read] : {std::tuple{"false", true, false}, {"-1", false, true}, {"perhaps", true, true}}) {
+        for (const auto& [text, fallback, read] :
+             {std::tuple{"false", true, false}, {"-1", false, true}, {"perhaps", true, true}}) {
             SaveSetting("Settings", "CodeOn", text);
             QVERIFY2(GetFlagSetting("CodeOn", fallback) == read, text);
         }

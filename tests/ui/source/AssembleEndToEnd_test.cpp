@@ -61,7 +61,8 @@ private slots:
                                                 "\n\rMachine Code:\tfirst prog.s19"));
         frmError* errors = form.ErrorList();
         QVERIFY(errors && errors->isVisible() && errors->List->count() == 1);
-        QCOMPARE(errors->windowTitle() + " " + errors->List->item(0)->text(), QString("first prog.err 4: unknown mnemonic 'LDAX'"));
+        QCOMPARE(errors->windowTitle() + " " + errors->List->item(0)->text(),
+                 QString("first prog.err 4: unknown mnemonic 'LDAX'"));
         editor->SetSelection(0, 0);
         QTest::keyClick(errors->List, Qt::Key_Return);
         QVERIFY(ActiveEditor() == editor && editor->Text->textCursor().blockNumber() == 3);

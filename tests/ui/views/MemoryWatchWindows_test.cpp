@@ -148,7 +148,8 @@ private slots:
         answers = 2;   // two of the page's four blocks, then silence
         memory->mnuMemoryRefresh();
         QCOMPARE(f.boxes.boxes.size(), 1);
-        QCOMPARE(memory->CellText(0, 0) + memory->CellText(0, 7) + memory->CellText(0, 24), QString(" $0200:"));   // addresses and no bytes
+        // Addresses and no bytes.
+        QCOMPARE(memory->CellText(0, 0) + memory->CellText(0, 7) + memory->CellText(0, 24), QString(" $0200:"));
 
         // The watches: one message, and the cleared window labels its watches by address.
         answers = 0;
