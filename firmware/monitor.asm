@@ -24,7 +24,9 @@
 *   X regs code(3)    ACK, then runs the code buffer (a jump to the program)
 *
 * The flash: an Am29F040B whose first 8 KB the board decodes at $E000-$FFFF.
-* Its commands go to $555 and $2AA of the part, $E555 and $E2AA here.
+* Its commands go to $555 and $2AA of the part, $E555 and $E2AA here. "E"
+* erases sector 0, which holds the whole window: about 1 s, where a chip
+* erase would take 8 s and outlast the host's 3 s.
 
 * ---- the chip ----
 BAUD     EQU     $102B
@@ -227,9 +229,13 @@ DOERASE  LDD     FRAME+1         the letter three times, or it is no erase
          BNE     NOTERASE
          LDAA    #$80
          BSR     FCMD
-         LDAA    #$10            chip erase
-         BSR     FCMD
+         LDAA    #$AA            sector erase: the window lies in sector 0
+         STAA    UNLOCK1
+         LDAA    #$55
+         STAA    UNLOCK2
          LDX     #FLASH
+         LDAA    #$30
+         STAA    0,X
          BSR     FWAIT
          LDAA    SCSR            what came meanwhile is dropped
          LDAA    SCDR
