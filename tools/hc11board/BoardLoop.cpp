@@ -36,8 +36,8 @@ bool HangUp(short revents) { return revents & (POLLHUP | POLLERR | POLLNVAL); }
 
 } // namespace
 
-BoardLoop::BoardLoop(const Options& options, SerialLine& line)
-    : options_(options), line_(line), monitor_(options.monitor)
+BoardLoop::BoardLoop(const Options& options, SerialLine& line, BoardProgram& program)
+    : options_(options), line_(line), program_(program)
 {
     const sigset_t set = HandledSignals();
     if (sigprocmask(SIG_BLOCK, &set, nullptr) == 0)
@@ -61,7 +61,7 @@ int BoardLoop::Run()
 {
     while (!quit_) {
         SteadyClock::time_point now = SteadyClock::now();
-        monitor_.Service(Milliseconds(now));
+        program_.Service(Milliseconds(now));
         DeliverInput(now);
         RunProgram(now);
         QueueOutput(now);
@@ -114,13 +114,13 @@ long long BoardLoop::PollTimeoutNs(SteadyClock::time_point now) const
     };
     if (!hostPresent_)
         atMost(HostWatchNs);
-    if (monitor_.CurrentMode() == Monitor::Mode::Running)
+    if (program_.FreeRunning())
         atMost(options_.fast ? 0 : RunSliceNs);
     if (options_.paced && !output_.empty() && dueBytes_ == 0)
         atMost(std::chrono::duration_cast<std::chrono::nanoseconds>(pacer_.NextDue() - now).count());
     if (!input_.empty())
         atMost(std::chrono::duration_cast<std::chrono::nanoseconds>(inputPacer_.NextDue() - now).count());
-    if (const std::optional<std::uint64_t> deadline = monitor_.NextDeadlineMs()) {
+    if (const std::optional<std::uint64_t> deadline = program_.NextDeadlineMs()) {
         const auto at = started_ + std::chrono::milliseconds(*deadline);
         atMost(std::chrono::duration_cast<std::chrono::nanoseconds>(at - now).count());
     }
@@ -152,7 +152,7 @@ void BoardLoop::HostGone()
     output_.clear();
     input_.clear();
     dueBytes_ = 0;
-    monitor_.LineDropped();
+    program_.LineDropped();
 }
 
 bool BoardLoop::ReadLine()
@@ -163,7 +163,7 @@ bool BoardLoop::ReadLine()
         if (n > 0) {
             const SteadyClock::time_point now = SteadyClock::now();
             if (!options_.paced) {
-                monitor_.Receive(buffer, std::size_t(n), Milliseconds(now));
+                program_.Receive(buffer, std::size_t(n), Milliseconds(now));
                 continue;
             }
             // Paced, what the host wrote reaches the board a byte at a time,
@@ -190,7 +190,7 @@ void BoardLoop::DeliverInput(SteadyClock::time_point now)
         return;
     const std::vector<std::uint8_t> bytes(input_.begin(), input_.begin() + std::ptrdiff_t(due));
     input_.erase(input_.begin(), input_.begin() + std::ptrdiff_t(due));
-    monitor_.Receive(bytes.data(), bytes.size(), Milliseconds(now));
+    program_.Receive(bytes.data(), bytes.size(), Milliseconds(now));
 }
 
 void BoardLoop::HandleSignals()
@@ -236,27 +236,28 @@ void BoardLoop::HandleCommand(const std::string& command)
 
 void BoardLoop::Reset()
 {
-    monitor_.Reset();
+    program_.Reset();
     wasRunning_ = false;
 }
 
 void BoardLoop::RunProgram(SteadyClock::time_point now)
 {
-    if (monitor_.CurrentMode() != Monitor::Mode::Running) {
+    // A ROM waits for the first host, so that its greeting reaches someone.
+    if (!program_.FreeRunning() || !hostSeen_) {
         wasRunning_ = false;
         return;
     }
-    const std::uint64_t cycles = monitor_.Cpu().cycles;
+    const std::uint64_t cycles = program_.Cycles();
     if (!wasRunning_) {
         eclock_.Restart(now, cycles);
         wasRunning_ = true;
     }
-    monitor_.Run(options_.fast ? FastSliceCycles : eclock_.CyclesOwed(now, cycles));
+    program_.Run(options_.fast ? FastSliceCycles : eclock_.CyclesOwed(now, cycles));
 }
 
 void BoardLoop::QueueOutput(SteadyClock::time_point now)
 {
-    const std::vector<std::uint8_t> bytes = monitor_.TakeOutput();
+    const std::vector<std::uint8_t> bytes = program_.TakeOutput();
     if (bytes.empty())
         return;
     // What is sent while no one listens is lost, as on an unplugged cable.

@@ -1,11 +1,12 @@
-// The program's one loop: bytes between the serial line and the monitor,
-// the free run held to real time, resets from standard input and SIGUSR1, and
-// the end on SIGTERM or when the host closes the line.
+// The program's one loop: bytes between the serial line and what runs on the
+// board (the monitor or a ROM), a free run held to real time, resets from
+// standard input and SIGUSR1, and the end on SIGTERM or when the host closes
+// the line.
 #pragma once
 
 #include "SerialLine.h"
 #include "WireTiming.h"
-#include "hc11board/Monitor.h"
+#include "hc11board/BoardProgram.h"
 #include "hc11board/Options.h"
 
 #include <deque>
@@ -17,7 +18,7 @@ class BoardLoop {
 public:
     // Takes over SIGTERM, SIGINT, SIGHUP and SIGUSR1 at once, so that none of
     // them can end the process before the loop runs.
-    BoardLoop(const Options& options, SerialLine& line);
+    BoardLoop(const Options& options, SerialLine& line, BoardProgram& program);
     ~BoardLoop();
 
     bool Ready() const { return signalFd_ >= 0; }
@@ -35,7 +36,7 @@ private:
     void HostGone();
     long long PollTimeoutNs(SteadyClock::time_point now) const;
     void RunProgram(SteadyClock::time_point now);
-    // Paced: hands the monitor the bytes from the host whose wire time is over.
+    // Paced: hands the board the bytes from the host whose wire time is over.
     void DeliverInput(SteadyClock::time_point now);
     void QueueOutput(SteadyClock::time_point now);
     void WriteOutput(SteadyClock::time_point now);
@@ -44,7 +45,7 @@ private:
 
     const Options options_;
     SerialLine& line_;
-    Monitor monitor_;
+    BoardProgram& program_;
     WirePacer pacer_;        // board to host
     WirePacer inputPacer_;   // host to board
     EClock eclock_;

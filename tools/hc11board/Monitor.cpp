@@ -1,8 +1,13 @@
 #include "hc11board/Monitor.h"
 
+#include "hc11/chip/RegisterMap.h"
+#include "hc11board/WireTiming.h"
+
 namespace hc11board {
 
 namespace {
+
+namespace reg = hc11::chip::reg;
 
 std::uint8_t NegatedSum(const std::uint8_t* bytes, std::size_t count)
 {
@@ -12,12 +17,39 @@ std::uint8_t NegatedSum(const std::uint8_t* bytes, std::size_t count)
     return std::uint8_t(-sum);
 }
 
+// The monitor's own start-up code outlasts the window in which the
+// time-protected registers take a write, as a ROM monitor's does.
+constexpr std::uint64_t StartUpCycles = 64;
+
+// The SCI may still owe a preamble, the character in its shifter and the one
+// in its data register.
+constexpr int FramesInFlight = 3;
+
 } // namespace
 
-Monitor::Monitor(MonitorSettings settings) : settings_(settings)
+FlashTiming FlashTimingFor(const MonitorSettings& settings)
 {
-    cpu_.Reset();
-    InitialiseSaveArea();
+    FlashTiming timing;
+    timing.eraseFails = settings.eraseFails;
+    if (settings.eraseMs > 0)
+        timing.sectorEraseCycles = timing.chipEraseCycles = settings.eraseMs * (EClock::Hertz / 1000);
+    return timing;
+}
+
+Monitor::Monitor(MonitorSettings settings) : settings_(settings), board_(FlashTimingFor(settings))
+{
+    // Under the monitor an illegal opcode is passed over in a cycle, as this
+    // board always did: the vectors are the user's flash, erased as often as
+    // not, and a trap through $FFFF would run wild over RAM. A ROM gets the
+    // chip's trap.
+    Cpu().SetOnChip(false);
+    Start();
+}
+
+void Monitor::StepChip()
+{
+    if (board_.Hc11().Step() == 0)
+        ++Cpu().cycles;
 }
 
 void Monitor::Receive(const std::uint8_t* bytes, std::size_t count, std::uint64_t nowMs)
@@ -26,7 +58,7 @@ void Monitor::Receive(const std::uint8_t* bytes, std::size_t count, std::uint64_
     for (std::size_t i = 0; i < count; ++i) {
         switch (mode_) {
         case Mode::Running:
-            memory_.sci.Receive(bytes[i]);
+            board_.Hc11().SciReceive(bytes[i]);
             break;
         case Mode::Erasing:
             break;   // busy with the flash: the byte is lost, as on the board
@@ -75,7 +107,7 @@ void Monitor::ReplyRead(const Frame& frame)
     const int count = frame.bytes[3] == 0 ? 256 : frame.bytes[3];
     std::vector<std::uint8_t> data(count);
     for (int i = 0; i < count; ++i)
-        data[i] = memory_.Peek(std::uint16_t(frame.Address() + i));
+        data[i] = board_.Peek(std::uint16_t(frame.Address() + i));
     Send(Ack);
     output_.insert(output_.end(), data.begin(), data.end());
     Send(NegatedSum(data.data(), data.size()));
@@ -87,9 +119,9 @@ void Monitor::StoreBytes(const Frame& frame, bool program)
     for (int i = 0; i < count; ++i) {
         const auto address = std::uint16_t(frame.Address() + i);
         if (program)
-            memory_.Program(address, frame.bytes[4 + i]);
+            board_.Program(address, frame.bytes[4 + i]);
         else
-            memory_.Poke(address, frame.bytes[4 + i]);
+            board_.Poke(address, frame.bytes[4 + i]);
     }
     Send(Ack);
 }
@@ -112,15 +144,16 @@ void Monitor::FinishErase()
         Send(Nak);
         return;
     }
-    memory_.EraseFlash();
+    board_.EraseFlash();
     Send(Ack);
 }
 
 void Monitor::LoadCodeBuffer(const Frame& frame)
 {
     for (int i = 1; i <= 13; ++i)
-        memory_.Poke(std::uint16_t(SaveArea + i - 1), frame.bytes[i]);
-    hc11::Registers& r = cpu_.regs;
+        board_.Poke(std::uint16_t(SaveArea + i - 1), frame.bytes[i]);
+    hc11::Cpu& cpu = Cpu();
+    hc11::Registers& r = cpu.regs;
     r.a = frame.bytes[1];
     r.b = frame.bytes[2];
     r.ix = std::uint16_t(frame.bytes[3] << 8 | frame.bytes[4]);
@@ -128,52 +161,43 @@ void Monitor::LoadCodeBuffer(const Frame& frame)
     r.sp = std::uint16_t(frame.bytes[7] << 8 | frame.bytes[8]);
     r.ccr = frame.bytes[9];
     r.pc = CodeBuffer;
-    cpu_.SetState(hc11::RunState::Running);
+    cpu.SetState(hc11::RunState::Running);
 }
 
 void Monitor::Step()
 {
-    const std::uint64_t start = cpu_.cycles;
-    while (cpu_.regs.pc != ReturnPoint) {
-        if (cpu_.cycles - start >= settings_.stepBudget) {
+    hc11::chip::Chip& chip = board_.Hc11();
+    const std::uint64_t start = chip.Cycles();
+    while (Cpu().regs.pc != ReturnPoint) {
+        if (chip.Cycles() - start >= settings_.stepBudget) {
             ++abandonedSteps_;
-            CollectSciOutput();
+            TakeOver();
             return;
         }
-        StepCpu();
+        StepChip();
     }
     ArriveAtReturnPoint();
 }
 
 std::uint64_t Monitor::Run(std::uint64_t cycles)
 {
-    const std::uint64_t start = cpu_.cycles;
-    while (mode_ == Mode::Running && cpu_.cycles - start < cycles) {
-        if (cpu_.regs.pc == ReturnPoint) {
+    hc11::chip::Chip& chip = board_.Hc11();
+    const std::uint64_t start = chip.Cycles();
+    while (mode_ == Mode::Running && chip.Cycles() - start < cycles) {
+        if (Cpu().regs.pc == ReturnPoint) {
             ArriveAtReturnPoint();
             mode_ = Mode::Listening;
             break;
         }
-        StepCpu();
+        StepChip();
     }
     CollectSciOutput();
-    return cpu_.cycles - start;
-}
-
-void Monitor::StepCpu()
-{
-    Sci& sci = memory_.sci;
-    sci.Advance(cpu_.cycles);
-    cpu_.SetMaskableRequest(sci.InterruptRequested(memory_.Peek(Sccr2Address)) ? SciVector : 0);
-    // An illegal opcode counts no cycles in the core; on the board time still
-    // passes, and a walk through illegal bytes must use up a step's budget.
-    if (cpu_.Step() == 0)
-        ++cpu_.cycles;
+    return chip.Cycles() - start;
 }
 
 void Monitor::ArriveAtReturnPoint()
 {
-    const hc11::Registers& r = cpu_.regs;
+    const hc11::Registers& r = Cpu().regs;
     const std::uint8_t saved[9] = {
         r.a, r.b,
         std::uint8_t(r.ix >> 8), std::uint8_t(r.ix),
@@ -182,41 +206,48 @@ void Monitor::ArriveAtReturnPoint()
         r.ccr,
     };
     for (int i = 0; i < 9; ++i)
-        memory_.Poke(std::uint16_t(SaveArea + i), saved[i]);
+        board_.Poke(std::uint16_t(SaveArea + i), saved[i]);
+    TakeOver();
     Send(Ack);
     output_.insert(output_.end(), saved, saved + 9);
     Send(NegatedSum(saved, 9));
 }
 
-void Monitor::InitialiseSaveArea()
+void Monitor::TakeOver()
 {
+    hc11::chip::Chip& chip = board_.Hc11();
+    hc11::Cpu& cpu = chip.Core();
+    cpu.regs.ccr |= hc11::ccr::S | hc11::ccr::X | hc11::ccr::I;
+    cpu.SetState(hc11::RunState::Waiting);
+    for (int i = 0; i < FramesInFlight && chip.SerialInterface().Sending(); ++i)
+        chip.RunUntil(chip.Cycles() + chip.SerialInterface().FrameCycles());
+    CollectSciOutput();
+}
+
+void Monitor::Start()
+{
+    hc11::chip::Chip& chip = board_.Hc11();
+    TakeOver();
+    chip.RunUntil(chip.Cycles() + StartUpCycles);
+    chip.Poke(std::uint16_t(chip.RegisterBase() + reg::BAUD), MonitorBaud);
+    chip.Poke(std::uint16_t(chip.RegisterBase() + reg::SCCR2), MonitorSccr2);
     const std::uint8_t saved[9] = {
         0, 0, 0, 0, 0, 0,
         std::uint8_t(ResetStackPointer >> 8), std::uint8_t(ResetStackPointer),
         hc11::ccr::S | hc11::ccr::X | hc11::ccr::I,
     };
     for (int i = 0; i < 9; ++i)
-        memory_.Poke(std::uint16_t(SaveArea + i), saved[i]);
+        board_.Poke(std::uint16_t(SaveArea + i), saved[i]);
 }
 
 void Monitor::Reset()
 {
     CollectSciOutput();   // what the SCI had sent before the reset is on the wire already
-    memory_.ResetDevices();
-    cpu_.SetXirq(false);
-    cpu_.SetMaskableRequest(0);
-    cpu_.Reset();
-    InitialiseSaveArea();
+    board_.Reset();
+    Start();
     parser_.Clear();
     mode_ = Mode::Listening;
     output_.insert(output_.end(), ResetReport.begin(), ResetReport.end());
-}
-
-void Monitor::CollectSciOutput()
-{
-    std::vector<std::uint8_t>& line = memory_.sci.lineOutput;
-    output_.insert(output_.end(), line.begin(), line.end());
-    line.clear();
 }
 
 std::vector<std::uint8_t> Monitor::TakeOutput()

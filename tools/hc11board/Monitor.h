@@ -1,6 +1,5 @@
-// The board's serial monitor and the CPU it hands over to: takes the host's
-// bytes, answers frames with their exact replies, steps the code buffer, and
-// runs the user's program free until a reset.
+// The board's serial monitor, answering the host's frames itself, and the
+// chip it hands the user's program to:
 //
 //   R  reply: 1 byte (ACK), the n bytes, their checksum
 //   W  writes RAM, registers, PIA (the flash stays), reply ACK
@@ -10,14 +9,16 @@
 //      $0000-$0008 and replies ACK, A, B, IX, IY, SP, CCR, checksum
 //   X  loads the same way, replies ACK and runs the program until a reset
 //
-// A reset restarts the monitor and sends ResetReport. Time comes in as a
-// millisecond count from the caller, so the monitor itself never sleeps.
+// The program runs on the chip: what it sends leaves through the chip's SCI
+// at the rate it programs (MonitorBaud until it does), and what the host
+// sends during a free run arrives in that SCI. While the monitor itself has
+// the board, the CPU is held in a wait that nothing wakes. A reset restarts
+// the monitor and sends ResetReport.
 #pragma once
 
-#include "hc11board/BoardMemory.h"
+#include "hc11board/Board.h"
+#include "hc11board/BoardProgram.h"
 #include "hc11board/FrameParser.h"
-#include "hc11/Bus.h"
-#include "hc11/Cpu.h"
 
 #include <array>
 #include <cstdint>
@@ -40,68 +41,61 @@ constexpr std::uint16_t ReturnPoint = 0x000D;
 // The stack pointer the monitor leaves in its save area after a reset.
 constexpr std::uint16_t ResetStackPointer = 0x00FF;
 
+// The SCI as the monitor leaves it for a program: BAUD's prescaler 4 gives
+// 31,250 bit/s from the 2 MHz E clock, the nearest rate below the line's
+// 38,400; transmitter and receiver on.
+constexpr std::uint8_t MonitorBaud = 0x20;
+constexpr std::uint8_t MonitorSccr2 = 0x0C;
+
 struct MonitorSettings {
     // E-cycles a step may take before the monitor gives it up unanswered.
     std::uint64_t stepBudget = 10'000'000;
-    // Answer every erase with NAK, as a board whose flash is worn out.
+    // Erases fail: the monitor answers NAK, the CPU sees DQ5.
     bool eraseFails = false;
-    // How long an erase keeps the monitor busy before it answers.
+    // How long an erase keeps the board busy (0: the monitor answers at
+    // once, the CPU waits the datasheet's time).
     std::uint64_t eraseMs = 0;
 };
 
-class Monitor {
+// The flash's times with these settings.
+FlashTiming FlashTimingFor(const MonitorSettings& settings);
+
+class Monitor final : public BoardProgram {
 public:
     explicit Monitor(MonitorSettings settings = {});
 
     enum class Mode { Listening, Erasing, Running };
     Mode CurrentMode() const { return mode_; }
 
-    // Bytes from the line at the time nowMs: frames while listening, the SCI's
-    // input during a free run, nothing while busy erasing.
-    void Receive(const std::uint8_t* bytes, std::size_t count, std::uint64_t nowMs);
+    // Frames while listening, the SCI's input during a free run, nothing
+    // while busy erasing.
+    void Receive(const std::uint8_t* bytes, std::size_t count, std::uint64_t nowMs) override;
     void Receive(const std::vector<std::uint8_t>& bytes, std::uint64_t nowMs)
     {
         Receive(bytes.data(), bytes.size(), nowMs);
     }
+    void Service(std::uint64_t nowMs) override;
+    std::optional<std::uint64_t> NextDeadlineMs() const override;
 
-    // Lets time pass for work that waits on the clock (an erase in progress).
-    void Service(std::uint64_t nowMs);
-    // The next time Service has something to do, if any.
-    std::optional<std::uint64_t> NextDeadlineMs() const;
+    bool FreeRunning() const override { return mode_ == Mode::Running; }
+    std::uint64_t Run(std::uint64_t cycles) override;
+    std::uint64_t Cycles() const override { return board_.Hc11().Cycles(); }
 
-    // Runs the free-running program for about this many E-cycles; returns the
-    // cycles spent (0 when not running).
-    std::uint64_t Run(std::uint64_t cycles);
-
-    // A hardware reset: the CPU and devices restart, RAM keeps its contents,
-    // the monitor initialises its save area, forgets any partial frame and
+    // The CPU and devices restart, RAM keeps its contents, the monitor
+    // initialises the SCI and its save area, forgets any partial frame and
     // sends its report.
-    void Reset();
+    void Reset() override;
+    // A frame the host had begun will never be finished.
+    void LineDropped() override { parser_.Clear(); }
+    std::vector<std::uint8_t> TakeOutput() override;
 
-    // The host closed the line: a frame it had begun will never be finished.
-    void LineDropped() { parser_.Clear(); }
-
-    // Everything sent to the host since the last call, in order.
-    std::vector<std::uint8_t> TakeOutput();
-
-    BoardMemory& Memory() { return memory_; }
-    hc11::Cpu& Cpu() { return cpu_; }
+    Board& Memory() { return board_; }
+    hc11::Cpu& Cpu() { return board_.Hc11().Core(); }
     const FrameParser& Parser() const { return parser_; }
     // Steps given up because they ran out of cycles.
     int AbandonedSteps() const { return abandonedSteps_; }
 
 private:
-    // The CPU's view of the board.
-    class CpuBus final : public hc11::Bus {
-    public:
-        explicit CpuBus(BoardMemory& memory) : memory_(memory) {}
-        std::uint8_t Read(std::uint16_t address) override { return memory_.CpuRead(address); }
-        void Write(std::uint16_t address, std::uint8_t value) override { memory_.CpuWrite(address, value); }
-
-    private:
-        BoardMemory& memory_;
-    };
-
     void Execute(const Frame& frame, std::uint64_t nowMs);
     void ReplyRead(const Frame& frame);
     void StoreBytes(const Frame& frame, bool program);
@@ -110,22 +104,24 @@ private:
     // Puts frame offsets 1 to 13 at $0000-$000C and the CPU at $0009.
     void LoadCodeBuffer(const Frame& frame);
     void Step();
-    // One instruction (or interrupt, or idle cycle) with the SCI kept in time.
-    void StepCpu();
+    // One instruction on the chip; an illegal opcode takes a cycle.
+    void StepChip();
     // The monitor's code at the return point: save the CPU, send the registers.
     void ArriveAtReturnPoint();
-    void InitialiseSaveArea();
+    // The monitor's start after a reset: its SCI settings, its save area.
+    void Start();
+    // The monitor takes the board back: the CPU waits, the program's last
+    // characters leave the SCI.
+    void TakeOver();
     void Send(std::uint8_t byte)
     {
         CollectSciOutput();
         output_.push_back(byte);
     }
-    void CollectSciOutput();
+    void CollectSciOutput() { board_.TakeSciBytes(output_); }
 
     MonitorSettings settings_;
-    BoardMemory memory_;
-    CpuBus bus_{memory_};
-    hc11::Cpu cpu_{bus_};
+    Board board_;
     FrameParser parser_;
     Mode mode_ = Mode::Listening;
     std::uint64_t eraseDoneMs_ = 0;

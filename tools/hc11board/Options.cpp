@@ -44,6 +44,8 @@ ParsedOptions ParseOptions(const std::vector<std::string>& arguments)
         bool ok = true;
         if (arg == "--device")
             ok = value(o.device);
+        else if (arg == "--rom")
+            ok = value(o.rom);
         else if (arg == "--paced")
             o.paced = true;
         else if (arg == "--fast")
@@ -75,18 +77,27 @@ ParsedOptions ParseOptions(const std::vector<std::string>& arguments)
 std::string Usage()
 {
     return "Usage: hc11board [options]\n"
-           "An HC11 board with its serial monitor. Prints the path of its serial line\n"
-           "(a new pseudo-terminal) as the first line, then serves the monitor's frames\n"
-           "R, W, P, E, S and X on it. A line \"reset\" on standard input, or SIGUSR1,\n"
-           "resets the board; SIGTERM ends it.\n"
+           "An HC11 board (MC68HC11E, 2 MHz E clock, expanded mode) with a PIA at $1800,\n"
+           "an Am29F040B flash at $E000-$FFFF and RAM elsewhere. Prints the path of its\n"
+           "serial line (a new pseudo-terminal) as the first line, then serves its\n"
+           "serial monitor's frames R, W, P, E, S and X on it; a program started with X\n"
+           "runs on the chip and talks through the chip's SCI. A line \"reset\" on\n"
+           "standard input, or SIGUSR1, resets the board (RAM keeps its contents); a\n"
+           "line \"quit\" or SIGTERM ends it, and so does the host closing the line.\n"
            "\n"
+           "  --rom FILE.s19      no monitor: load the image (bytes at $E000-$FFFF into the\n"
+           "                      flash, the others into RAM) and run the chip from its\n"
+           "                      reset vector once the host has opened the line; the\n"
+           "                      line is the SCI's, both ways at the rate the program sets\n"
            "  --device PATH       serve this serial device instead of a pseudo-terminal\n"
-           "  --paced             send and receive at the wire's speed, 38400 bit/s\n"
-           "  --fast              run programs as fast as possible, not at the 2 MHz E clock\n"
+           "  --paced             pass bytes both ways at the wire's speed, 38400 bit/s\n"
+           "  --fast              run the chip as fast as possible, not at the 2 MHz E clock\n"
            "  --stay              keep serving when the host closes the line\n"
            "  --step-budget N     E-cycles a step may take before it is given up (10000000)\n"
-           "  --erase-ms N        an erase keeps the board busy N ms before it answers (0)\n"
-           "  --erase-fails       answer every erase with NAK\n"
+           "  --erase-ms N        an erase takes N ms: the monitor answers after it, the CPU\n"
+           "                      sees the flash busy for it (0: the monitor answers at once,\n"
+           "                      the CPU waits the datasheet's 1 s, 8 s for a chip erase)\n"
+           "  --erase-fails       erases fail: the monitor answers NAK, the CPU sees DQ5\n"
            "  --help              this text\n";
 }
 

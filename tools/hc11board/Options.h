@@ -10,7 +10,8 @@ namespace hc11board {
 
 struct Options {
     std::string device;    // serve this device instead of a new pseudo-terminal
-    bool paced = false;    // both ways at the wire's speed, 38400 bit/s
+    std::string rom;       // run this S19 image on the chip instead of the monitor
+    bool paced = false;    // the host's bytes and the board's at the wire's speed, 38400 bit/s
     bool fast = false;     // free run as fast as the host allows, not at 2 MHz
     bool stay = false;     // keep serving when the host closes the line
     bool help = false;

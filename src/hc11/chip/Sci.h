@@ -61,6 +61,8 @@ public:
     // The host's side of the line, at E cycle now (the SCI advanced to now).
     void Receive(const SciFrame& frame, std::uint64_t now);
     std::size_t PendingInput() const { return input_.size(); }
+    // The transmitter has a character (or a preamble, or a break) to finish.
+    bool Sending() const { return tdrFull_ || shifting_ != Shifting::Idle; }
     // Sent characters wait here until taken; beyond OutputLimit the older
     // half goes, as characters on a line nobody listens to.
     static constexpr std::size_t OutputLimit = 4096;

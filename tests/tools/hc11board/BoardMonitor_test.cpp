@@ -3,6 +3,8 @@
 #include <QtTest>
 
 #include "BoardFrames.h"
+#include "hc11/chip/Interrupts.h"
+#include "hc11/chip/RegisterMap.h"
 #include "hc11board/Monitor.h"
 
 #include <random>
@@ -12,6 +14,14 @@ using namespace boardtest;
 
 namespace {
 const Bytes AckOnly{Ack};
+namespace scsr = hc11::chip::scsr;
+constexpr std::uint16_t Sccr2Address = 0x1000 + hc11::chip::reg::SCCR2;
+constexpr std::uint16_t ScsrAddress = 0x1000 + hc11::chip::reg::SCSR;
+constexpr std::uint16_t ScdrAddress = 0x1000 + hc11::chip::reg::SCDR;
+constexpr std::uint16_t SciVector = hc11::chip::VectorOf(hc11::chip::Source::Sci);
+// One character of ten bits at 38400 bit/s, in cycles of the 2 MHz E clock:
+// the monitor's SCI is no faster than the line.
+constexpr std::uint64_t CyclesPerCharacter = 521;
 
 Bytes Send(Monitor& monitor, const Bytes& bytes, std::uint64_t nowMs = 0)
 {
@@ -53,7 +63,7 @@ private slots:
     void programOnlyClearsFlashBitsAndEraseSetsThemAgain()
     {
         Monitor monitor;
-        BoardMemory& memory = monitor.Memory();
+        Board& memory = monitor.Memory();
         QCOMPARE(Send(monitor, ProgramFrame(0xFFFE, {0xE0, 0x00})), AckOnly);
         QCOMPARE(Send(monitor, ProgramFrame(0xFFFE, {0x0F})), AckOnly);
         QCOMPARE(memory.Peek(0xFFFE), std::uint8_t(0x00));   // $E0 AND $0F
@@ -221,8 +231,9 @@ private slots:
     void monitorAccessHasNoSciSideEffects()
     {
         Monitor monitor;
-        monitor.Memory().sci.Receive('q');
-        monitor.Memory().sci.Advance(0);
+        hc11::chip::Chip& chip = monitor.Memory().Hc11();
+        chip.SciReceive('q');
+        chip.RunUntil(chip.Cycles() + chip.SerialInterface().FrameCycles());
         // The host reads status and data (a register window's refresh) ...
         QCOMPARE(Send(monitor, ReadFrame(ScsrAddress, 2)), Reply({scsr::TDRE | scsr::TC | scsr::RDRF, 'q'}));
         // ... and the program still finds its byte; a host write to SCDR sends nothing.

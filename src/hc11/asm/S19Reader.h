@@ -1,0 +1,27 @@
+// Reads Motorola S-records into memory images: S1 records carry data, S0
+// (a header) and S5 (a record count) carry none, S9 ends the file; blank
+// lines pass. Every record's digits, length and checksum are checked: the
+// first bad one stops the reading and names its line and what is wrong.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace hc11::as11 {
+
+struct S19Block {
+    std::uint16_t address = 0;
+    std::vector<std::uint8_t> bytes;
+};
+
+struct S19Image {
+    std::vector<S19Block> blocks;   // the S1 records, in file order
+    int errorLine = 0;              // 1-based; 0 when the text was good
+    std::string error;
+};
+
+S19Image ReadS19(std::string_view text);
+
+} // namespace hc11::as11

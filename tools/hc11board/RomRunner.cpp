@@ -1,0 +1,34 @@
+#include "hc11board/RomRunner.h"
+
+namespace hc11board {
+
+RomRunner::RomRunner(const hc11::as11::S19Image& image, const FlashTiming& timing) : board_(timing)
+{
+    for (const hc11::as11::S19Block& block : image.blocks)
+        for (std::size_t i = 0; i < block.bytes.size(); ++i)
+            board_.Load(std::uint16_t(block.address + i), block.bytes[i]);
+    board_.Reset();   // the reset vector now comes from the image
+}
+
+void RomRunner::Receive(const std::uint8_t* bytes, std::size_t count, std::uint64_t)
+{
+    for (std::size_t i = 0; i < count; ++i)
+        board_.Hc11().SciReceive(bytes[i]);
+}
+
+std::uint64_t RomRunner::Run(std::uint64_t cycles)
+{
+    hc11::chip::Chip& chip = board_.Hc11();
+    const std::uint64_t start = chip.Cycles();
+    chip.RunUntil(start + cycles);
+    return chip.Cycles() - start;
+}
+
+std::vector<std::uint8_t> RomRunner::TakeOutput()
+{
+    std::vector<std::uint8_t> bytes;
+    board_.TakeSciBytes(bytes);
+    return bytes;
+}
+
+} // namespace hc11board
