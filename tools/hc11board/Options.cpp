@@ -89,6 +89,8 @@ std::string Usage()
            "                      flash, the others into RAM) and run the chip from its\n"
            "                      reset vector once the host has opened the line; the\n"
            "                      line is the SCI's, both ways at the rate the program sets\n"
+           "                      (an image that sets $BFFE is a boot EPROM at $BC00-$BFFF:\n"
+           "                      the chip starts in special test mode, vectors at $BFC0)\n"
            "  --device PATH       serve this serial device instead of a pseudo-terminal\n"
            "  --paced             pass bytes both ways at the wire's speed, 38400 bit/s\n"
            "  --fast              run the chip as fast as possible, not at the 2 MHz E clock\n"

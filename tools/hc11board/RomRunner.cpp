@@ -2,7 +2,17 @@
 
 namespace hc11board {
 
-RomRunner::RomRunner(const hc11::as11::S19Image& image, const FlashTiming& timing) : board_(timing)
+hc11::chip::OperatingMode RomRunner::ModeFor(const hc11::as11::S19Image& image)
+{
+    constexpr std::uint16_t SpecialResetVector = 0xBFFE;
+    for (const hc11::as11::S19Block& block : image.blocks)
+        if (block.address <= SpecialResetVector && SpecialResetVector + 2 <= block.address + block.bytes.size())
+            return hc11::chip::OperatingMode::SpecialTest;
+    return hc11::chip::OperatingMode::Expanded;
+}
+
+RomRunner::RomRunner(const hc11::as11::S19Image& image, const FlashTiming& timing)
+    : board_(timing, ModeFor(image))
 {
     for (const hc11::as11::S19Block& block : image.blocks)
         for (std::size_t i = 0; i < block.bytes.size(); ++i)

@@ -13,6 +13,9 @@ namespace hc11board {
 class RomRunner final : public BoardProgram {
 public:
     // The image's bytes at $E000-$FFFF go into the flash, the others into RAM.
+    // An image that sets the special-mode reset vector at $BFFE is a boot
+    // EPROM, as a monitor firmware's: the board is strapped for special
+    // test mode and its bytes at $BC00-$BFFF are the EPROM's.
     RomRunner(const hc11::as11::S19Image& image, const FlashTiming& timing);
 
     void Receive(const std::uint8_t* bytes, std::size_t count, std::uint64_t nowMs) override;
@@ -25,6 +28,8 @@ public:
     Board& Hardware() { return board_; }
 
 private:
+    static hc11::chip::OperatingMode ModeFor(const hc11::as11::S19Image& image);
+
     Board board_;
 };
 
