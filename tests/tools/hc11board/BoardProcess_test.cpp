@@ -1,8 +1,10 @@
 // The real hc11board program on a pseudo-terminal: its first line, frames,
-// the free run and a reset from standard input, and how it ends.
+// the free run and a reset from standard input, how it ends, and a ROM of
+// our own (romtest.asm) running on the chip with the line on its SCI.
 #include <QtTest>
 
 #include "BoardFrames.h"
+#include "hc11/InstructionSet.h"
 #include "support/BoardProcess.h"
 
 #include <QProcess>
@@ -133,7 +135,8 @@ private slots:
     void unusableCommandLineOrDeviceEndsTheProgram()
     {
         // Bad options exit with 2 (their reasons are the options test's), an unusable device with 1.
-        const std::pair<QStringList, int> rows[] = {{{"--step-budget", "lots"}, 2}, {{"--device", "/nonexistent/tty"}, 1}};
+        const std::pair<QStringList, int> rows[] = {
+            {{"--step-budget", "lots"}, 2}, {{"--rom", "/nonexistent.s19"}, 2}, {{"--device", "/nonexistent/tty"}, 1}};
         for (const auto& [arguments, code] : rows) {
             Board board(arguments);
             QVERIFY(board.DevicePath().isEmpty());
@@ -141,6 +144,29 @@ private slots:
             QCOMPARE(board.Process().state(), QProcess::NotRunning);
             QCOMPARE(board.Process().exitCode(), code);
         }
+    }
+
+    void romRunsFromItsResetVectorWithTheLineOnTheSci()
+    {
+        Board board({"--rom", ROMTEST_S19});
+        board.fd = ::open(board.DevicePath().toLocal8Bit().constData(), O_RDWR | O_NOCTTY);
+        QVERIFY(board.fd >= 0);
+        MakeRaw(board.fd);
+        // The loop from one TCNT read to the next: LDD ind,X; STD dir; LDAB imm;
+        // then 100 times DECB, BNE. The E cycles of the instruction table
+        // (reference manual, instruction set table), TCNT counting every E cycle.
+        auto cycles = [](std::uint8_t opcode) { return int(hc11::FindInstruction(0, opcode)->cycles); };
+        const int loop = cycles(0xEC) + cycles(0xDD) + cycles(0xC6) + 100 * (cycles(0x5A) + cycles(0x26));
+        const std::string expected = "ROMTEST\r\nT=" + QString("%1").arg(loop, 4, 16, QChar('0')).toUpper().toStdString()
+                                   + "\r\nWOKE\r\n";
+        const Bytes greeting(expected.begin(), expected.end());
+        QCOMPARE(ReadBytes(board.fd, greeting.size()), greeting);
+        // Typed characters come back from the receive interrupt, each at 9600 baud.
+        QCOMPARE(board.Exchange({'a', 'Q', '!'}, 3), (Bytes{'A', 'q', 0x01}));
+        board.Command("reset\n");
+        QCOMPARE(ReadBytes(board.fd, greeting.size()), greeting);
+        board.Close();
+        QVERIFY(board.EndedCleanly());
     }
 };
 
