@@ -1,22 +1,78 @@
 // The target operations through the real serial control against hc11board on
-// a pseudo-terminal: memory across a page boundary and the reset vector in
-// flash. Each frame's bytes are the exchange test's, the monitor's answers its
-// own test's, a free run and its reset report the device windows' echo test's,
-// and steps on the board the debugger's.
+// a pseudo-terminal, with its built-in monitor and with the monitor firmware
+// run by --rom: memory across a page boundary and the reset vector in flash;
+// a download, steps, and a free run whose output reaches the terminal until
+// the reset report. Each frame's bytes are the exchange test's, the
+// monitor's answers its own test's.
 #include <QtTest>
 
+#include "engine/code/S19Download.h"
 #include "engine/state/TargetState.h"
+#include "hc11/asm/Assembler.h"
 #include "support/BoardProcess.h"
 #include "support/DebuggerFixture.h"
+#include "support/WorkFolder.h"
+
+namespace {
+
+QStringList BoardArguments(bool firmware)
+{
+    if (!firmware)
+        return {};
+    return {QStringLiteral("--rom"), qEnvironmentVariable("ORVANE_PROGRAM_DIR") + QStringLiteral("/monitor.s19")};
+}
+
+// The firmware starts when the host opens its line and greets it with the
+// reset report, which the opening may or may not let through: the
+// exchanges begin once it has gone by.
+bool Connected(DebuggerFixture& f, bool firmware)
+{
+    if (firmware)
+        QTest::qWait(300);
+    return f.link.MSComm.PortOpen();
+}
+
+// A download's window, with nothing to show and no Cancel.
+struct QuietDownload : DownloadView {
+    void ShowProgress(int) override {}
+    void ShowRecord(std::int32_t, int) override {}
+    void LetEventsRun() override {}
+    bool CancelRequested() const override { return false; }
+};
+
+const char* const GreetingProgram = R"(
+        ORG     $E000
+START   LDS     #$01FF
+        LDAA    #$41
+        INCA
+        LDX     #TEXT
+NEXT    LDAA    0,X
+        BEQ     DONE
+WAIT    LDAB    $102E
+        BPL     WAIT
+        STAA    $102F
+        INX
+        BRA     NEXT
+DONE    BRA     DONE
+TEXT    FCC     'Hello, board'
+        FCB     0
+        ORG     $FFFE
+        FDB     START
+)";
+
+} // namespace
 
 class BoardLinkTest : public QObject {
     Q_OBJECT
 private slots:
+    void memoryAndFlashThroughTheMonitor_data() { BothMonitors(); }
     void memoryAndFlashThroughTheMonitor()
     {
-        BoardProcess board;
+        QFETCH(bool, firmware);
+        BoardProcess board(BoardArguments(firmware));
         QVERIFY(!board.DevicePath().isEmpty());
         DebuggerFixture f(board.DevicePath());
+        QVERIFY(Connected(f, firmware));
         TargetLink& link = f.link;
         std::int32_t address = 0x20FE;
         std::vector<std::uint8_t> bytes(200), back;
@@ -36,6 +92,53 @@ private slots:
         link.InByte(address, high);
         QCOMPARE(high, std::uint8_t(0xE0));
         QVERIFY(f.reports.failures.isEmpty());
+    }
+
+    void downloadStepsAndARunWithOutput_data() { BothMonitors(); }
+    void downloadStepsAndARunWithOutput()
+    {
+        QFETCH(bool, firmware);
+        const auto assembled = hc11::as11::AssembleSource(GreetingProgram, "HELLO");
+        QVERIFY(assembled.errors.empty());
+        WorkFolder folder;
+        QVERIFY(folder.Write("hello.s19", QByteArray::fromStdString(assembled.s19)));
+        BoardProcess board(BoardArguments(firmware));
+        QVERIFY(!board.DevicePath().isEmpty());
+        DebuggerFixture f(board.DevicePath());
+        QVERIFY(Connected(f, firmware));
+
+        QuietDownload view;
+        const DownloadResult result = DownloadMachineCode(f.link, folder.Path("hello.s19"), view);
+        QVERIFY(result.kind == DownloadResult::Kind::Ended && result.written);
+        QCOMPARE(CpuRegisters.PC, 0xE000);   // from the reset vector just programmed
+
+        CpuRegisters.CCR = 0xD0;
+        for (int i = 0; i < 3; ++i)
+            f.debugger.StepInto();   // LDS, LDAA, INCA
+        QCOMPARE(CpuRegisters.PC, 0xE006);
+        QCOMPARE(CpuRegisters.SP, 0x01FF);
+        QCOMPARE(int(CpuRegisters.A), 0x42);
+
+        f.view.terminal.clear();
+        f.debugger.RunFree();
+        QVERIFY(BoardRunning);
+        QVERIFY(QTest::qWaitFor([&] {
+            f.debugger.PassQuietOutput();
+            return f.view.terminal == "Hello, board";
+        }, 5000));
+        board.Reset();
+        QTRY_VERIFY_WITH_TIMEOUT(!BoardRunning, 5000);
+        QCOMPARE(CpuRegisters.PC, 0xE000);
+        QCOMPARE(f.view.terminal, QByteArray("Hello, board\r\n>"));   // the report's first bytes
+        QVERIFY(f.reports.failures.isEmpty());
+    }
+
+private:
+    static void BothMonitors()
+    {
+        QTest::addColumn<bool>("firmware");
+        QTest::newRow("built-in") << false;
+        QTest::newRow("firmware") << true;
     }
 };
 
