@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "hc11/asm/Assembler.h"
+#include "hc11/asm/S19Reader.h"
 #include "hc11/asm/S19Writer.h"
 #include "engine/code/ListingReader.h"
 #include "support/AsmPrograms.h"
@@ -147,6 +148,30 @@ private slots:
         QVERIFY(out.find("S00600004844521B\n") == 0 && out.find("S104010000FA\nS9031000EC") != std::string::npos);
         const S19Image image = ReadS19(out);
         QVERIFY2(image.problem.empty() && image.bytes.size() == 71, image.problem.c_str());
+    }
+
+    void s19ReaderStopsAtTheFirstBadRecordAndSaysWhy()
+    {
+        const std::string good = "S0030000FC\nS104E000AA71\n";
+        const std::pair<std::string, std::string> rows[] = {
+            {"S104E000AA72\n", "bad checksum"},
+            {"S105E000AA71\n", "its byte count does not match its length"},
+            {"S104E00GAA71\n", "bad hex digit in column 8"},
+            {"S104E000AA7\n", "bad hex digit in column 12"},
+            {"S2050000000000\n", "S2 records are not for a 16-bit address space"},
+            {"S1 04E000AA71\n", "bad hex digit in column 3"},
+            {"garbage\n", "not an S-record"},
+            {"S105FFFFAABB97\n", "its data runs past $FFFF"},
+        };
+        for (const auto& [record, why] : rows) {
+            const hc11::as11::S19Image image = hc11::as11::ReadS19(good + "\r\n" + record + good);
+            QCOMPARE(image.error, why);
+            QCOMPARE(image.errorLine, 4);
+            QCOMPARE(image.blocks.size(), std::size_t(1));   // what came before the bad record
+        }
+        // An S9 record ends the file: what follows is not read.
+        const hc11::as11::S19Image ended = hc11::as11::ReadS19(good + "S903E0001C\ngarbage\n");
+        QVERIFY(ended.error.empty() && ended.start == 0xE000 && ended.blocks[0].bytes == std::vector<std::uint8_t>{0xAA});
     }
 };
 

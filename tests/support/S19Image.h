@@ -1,5 +1,5 @@
-// Reads S-record text back into memory bytes for tests, checking every
-// record's length and one's-complement checksum on the way.
+// S-record text back in memory bytes, as the tests compare them: the
+// assembler library's reader (hc11/asm/S19Reader.h) in a flat shape.
 #pragma once
 
 #include <cstdint>

@@ -16,7 +16,7 @@ int HexDigit(char c)
 }
 
 // One record without its line end; an empty string when it is good.
-std::string ReadRecord(std::string_view line, std::vector<S19Block>& blocks)
+std::string ReadRecord(std::string_view line, S19Image& image)
 {
     if (line.size() < 2 || line[0] != 'S')
         return "not an S-record";
@@ -38,12 +38,17 @@ std::string ReadRecord(std::string_view line, std::vector<S19Block>& blocks)
         sum += b;
     if ((sum & 0xFF) != 0xFF)
         return "bad checksum";
+    const auto address = std::uint16_t(bytes[1] << 8 | bytes[2]);
+    const std::vector<std::uint8_t> data(bytes.begin() + 3, bytes.end() - 1);
+    if (type == '0')
+        image.header.assign(data.begin(), data.end());
+    else if (type == '9')
+        image.start = address;
     if (type != '1')
         return {};
-    const auto address = std::uint16_t(bytes[1] << 8 | bytes[2]);
-    if (address + (bytes.size() - 4) > 0x10000)
+    if (address + data.size() > 0x10000)
         return "its data runs past $FFFF";
-    blocks.push_back({address, std::vector<std::uint8_t>(bytes.begin() + 3, bytes.end() - 1)});
+    image.blocks.push_back({address, data});
     return {};
 }
 
@@ -62,7 +67,7 @@ S19Image ReadS19(std::string_view text)
             line.remove_suffix(1);
         if (line.empty())
             continue;
-        std::string error = ReadRecord(line, image.blocks);
+        std::string error = ReadRecord(line, image);
         if (!error.empty()) {
             image.errorLine = lineNumber;
             image.error = std::move(error);

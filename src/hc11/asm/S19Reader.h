@@ -18,6 +18,8 @@ struct S19Block {
 
 struct S19Image {
     std::vector<S19Block> blocks;   // the S1 records, in file order
+    std::string header;             // the S0 record's text
+    int start = -1;                 // the S9 record's address
     int errorLine = 0;              // 1-based; 0 when the text was good
     std::string error;
 };
