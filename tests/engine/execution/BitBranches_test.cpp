@@ -1,6 +1,7 @@
 // BRSET and BRCLR on the debugger alone, in the simulator and on the board
-// emulator: Step Into, Step Over and Play go where the plain core goes and
-// leave its registers and cycle count.
+// emulator with its built-in monitor and with the monitor firmware: Step
+// Into, Step Over and Play go where the plain core goes and leave its
+// registers and cycle count.
 #include <QtTest>
 
 #include "engine/execution/Breakpoints.h"
@@ -94,10 +95,16 @@ private slots:
             if (QTest::currentTestFailed())
                 return;
         }
-        BoardProcess emulator;
-        QVERIFY(!emulator.DevicePath().isEmpty());
-        DebuggerFixture f(emulator.DevicePath());
-        RunBitBranches(f, program, core);
+        for (const bool firmware : {false, true}) {
+            BoardProcess emulator(firmware ? BoardProcess::Firmware() : QStringList{});
+            QVERIFY(!emulator.DevicePath().isEmpty());
+            DebuggerFixture f(emulator.DevicePath());
+            if (firmware)
+                BoardProcess::SettleAfterOpen();
+            RunBitBranches(f, program, core);
+            if (QTest::currentTestFailed())
+                return;
+        }
     }
 
 private:

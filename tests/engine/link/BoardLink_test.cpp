@@ -15,22 +15,16 @@
 
 namespace {
 
-QStringList BoardArguments(bool firmware)
-{
-    if (!firmware)
-        return {};
-    return {QStringLiteral("--rom"), qEnvironmentVariable("ORVANE_PROGRAM_DIR") + QStringLiteral("/monitor.s19")};
-}
-
-// The firmware starts when the host opens its line and greets it with the
-// reset report, which the opening may or may not let through: the
-// exchanges begin once it has gone by.
-bool Connected(DebuggerFixture& f, bool firmware)
-{
-    if (firmware)
-        QTest::qWait(300);
-    return f.link.MSComm.PortOpen();
-}
+// The board with one of its monitors, and the host on its line.
+struct Session {
+    explicit Session(bool firmware) : board(firmware ? BoardProcess::Firmware() : QStringList{}), f(board.DevicePath())
+    {
+        if (firmware)
+            BoardProcess::SettleAfterOpen();
+    }
+    BoardProcess board;
+    DebuggerFixture f;
+};
 
 // A download's window, with nothing to show and no Cancel.
 struct QuietDownload : DownloadView {
@@ -69,10 +63,9 @@ private slots:
     void memoryAndFlashThroughTheMonitor()
     {
         QFETCH(bool, firmware);
-        BoardProcess board(BoardArguments(firmware));
-        QVERIFY(!board.DevicePath().isEmpty());
-        DebuggerFixture f(board.DevicePath());
-        QVERIFY(Connected(f, firmware));
+        Session session(firmware);
+        QVERIFY(!session.board.DevicePath().isEmpty());
+        DebuggerFixture& f = session.f;
         TargetLink& link = f.link;
         std::int32_t address = 0x20FE;
         std::vector<std::uint8_t> bytes(200), back;
@@ -102,10 +95,9 @@ private slots:
         QVERIFY(assembled.errors.empty());
         WorkFolder folder;
         QVERIFY(folder.Write("hello.s19", QByteArray::fromStdString(assembled.s19)));
-        BoardProcess board(BoardArguments(firmware));
-        QVERIFY(!board.DevicePath().isEmpty());
-        DebuggerFixture f(board.DevicePath());
-        QVERIFY(Connected(f, firmware));
+        Session session(firmware);
+        QVERIFY(!session.board.DevicePath().isEmpty());
+        DebuggerFixture& f = session.f;
 
         QuietDownload view;
         const DownloadResult result = DownloadMachineCode(f.link, folder.Path("hello.s19"), view);
@@ -126,7 +118,7 @@ private slots:
             f.debugger.PassQuietOutput();
             return f.view.terminal == "Hello, board";
         }, 5000));
-        board.Reset();
+        session.board.Reset();
         QTRY_VERIFY_WITH_TIMEOUT(!BoardRunning, 5000);
         QCOMPARE(CpuRegisters.PC, 0xE000);
         QCOMPARE(f.view.terminal, QByteArray("Hello, board\r\n>"));   // the report's first bytes
