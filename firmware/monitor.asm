@@ -3,7 +3,9 @@
 * The board: an MC68HC11E in special test mode (MODB low, MODA high), so the
 * CPU fetches its vectors from $BFC0-$BFFF, out of this EPROM. A 9.8304 MHz
 * crystal gives E = 2.4576 MHz; BAUD = $20 (prescaler 4, rate divider 1)
-* runs the SCI at 2457600 / 16 / 4 = 38400 bit/s, 8 data bits, 1 stop bit.
+* runs the SCI at 2457600 / 16 / 4 = 38400 bit/s, 8 data bits, 1 stop bit
+* (the reference manual's Tables 9-1 and 9-2). On the emulated board, whose
+* E clock is 2 MHz, the same value gives 31250 bit/s.
 *
 * Memory of the monitor, which no user program may use:
 *   $0000-$0008  save area: A, B, IX, IY, SP, CCR
@@ -368,6 +370,32 @@ BKL      LDAA    0,X
          NEGA
          JMP     SENDA
 
+* ---- an illegal opcode ----
+* On to the user's handler; while the flash has none (erased) the opcode's
+* byte is passed over, as the built-in monitor of hc11board does, rather
+* than a jump to $FFFF.
+VILL     PSHA
+         TPA
+         PSHA
+         PSHX
+         LDX     $FFF8
+         CPX     #$FFFF
+         BEQ     VSKIP
+         PULX
+         PULA
+         TAP
+         PULA
+         JSR     FORWARD
+         FDB     $FFF8
+VSKIP    TSX                     X + 4: the trap's frame, its PC at 11,X
+         LDD     11,X
+         ADDD    #1
+         STD     11,X
+         PULX
+         PULA
+         PULA
+         RTI
+
 * ---- the other vectors: on to the user's, in the flash ----
 * Each entry calls FORWARD with the address of the user's vector behind the
 * call. FORWARD puts that vector's handler where its return address was and
@@ -422,8 +450,6 @@ VIRQ     JSR     FORWARD
          FDB     $FFF2
 VXIRQ    JSR     FORWARD
          FDB     $FFF4
-VILL     JSR     FORWARD
-         FDB     $FFF8
 VCOP     JSR     FORWARD
          FDB     $FFFA
 VCMF     JSR     FORWARD

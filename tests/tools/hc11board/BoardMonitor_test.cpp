@@ -151,6 +151,7 @@ private slots:
         // Every register comes back as it went, each flag and the stack pointer too.
         const CpuRegisterRecord all = Regs(0x80, 0x7F, 0xFFFF, 0x0001, 0x0345, 0xEF);
         QCOMPARE(board.Send(StepFrame(all, {})), StepReply(all));
+        QCOMPARE(board.Send(StepFrame(all, {0x41})), StepReply(all));   // an illegal opcode, passed over
     }
 
     void randomByteStreamsNeverBreakTheMonitor()
