@@ -114,7 +114,7 @@ long long BoardLoop::PollTimeoutNs(SteadyClock::time_point now) const
     };
     if (!hostPresent_)
         atMost(HostWatchNs);
-    if (program_.FreeRunning())
+    if (program_.FreeRunning() && hostSeen_)
         atMost(options_.fast ? 0 : RunSliceNs);
     if (options_.paced && !output_.empty() && dueBytes_ == 0)
         atMost(std::chrono::duration_cast<std::chrono::nanoseconds>(pacer_.NextDue() - now).count());

@@ -33,7 +33,7 @@ const WindowCase Windows[] = {
     {"mnuViewRegOther", "frmRegOther", "Other Registers", 5}, {"mnuViewRegPIA", "frmRegPIA", "PIA Registers", 6},
 };
 
-enum TimerRow { TCNT = 0, TOC1 = 4, TCTL1 = 9, TMSK1 = 11 };
+enum TimerRow { TOC1 = 4, TOC3 = 6, TCTL1 = 9, TMSK1 = 11 };
 enum SciRow { SCCR2 = 2, SCSR = 3 };
 
 RegisterWindow* Open(frmMain& form, const WindowCase& w)
@@ -59,8 +59,9 @@ void EnterValue(RegisterWindow* w, int row, const QString& text)
 // readOnly flag; frmRegCPU_test checks that the window honours it.
 void OpenEveryWindow(frmMain& form)
 {
-    std::int32_t tcnt = 0x100E;
-    form.Link().OutBytes(tcnt, {0x12, 0x34}, 2);
+    // A compare register: the board's TCNT counts and takes no writes.
+    std::int32_t toc3 = 0x101A;
+    form.Link().OutBytes(toc3, {0x12, 0x34}, 2);
     for (const WindowCase& w : Windows) {
         RegisterWindow* window = Open(form, w);
         QVERIFY2(window && window->ValueColumnWidth() > 0, w.window);
@@ -68,7 +69,7 @@ void OpenEveryWindow(frmMain& form)
         QCOMPARE(window->ListView->topLevelItemCount(), w.rows);
     }
     auto* timer = qobject_cast<RegisterWindow*>(form.Window("frmRegTimer"));
-    QCOMPARE(timer->Cell(TCNT), QString("$1234"));
+    QCOMPARE(timer->Cell(TOC3), QString("$1234"));
     QVERIFY(timer->ListView->topLevelItem(TCTL1)->toolTip(1).contains("OM2 OL2 OM3 OL3 OM4 OL4 OM5 OL5"));
 }
 
