@@ -208,7 +208,7 @@ private slots:
         QCOMPARE(board.Send(ExecuteFrame(Regs(0x55, 0x66, 0x1234, 0x5678, 0x0180, 0xC0), 0x2000)), AckOnly);
         QVERIFY(board.Program().FreeRunning());
         const std::uint64_t start = board.Cpu().cycles;
-        QCOMPARE(board.RunUntilOutput(text.size()), Bytes(text.begin(), text.end()));
+        QCOMPARE(board.RunFor(text.size()), Bytes(text.begin(), text.end()));
         // Each byte waits for the one before to leave the shifter.
         QVERIFY(board.Cpu().cycles - start >= (text.size() - 1) * CyclesPerCharacter);
         QCOMPARE(board.Cpu().regs.sp, std::uint16_t(0x0180));
@@ -223,7 +223,7 @@ private slots:
         // A run that reaches the return point replies as a step and listens again.
         board.Send(WriteFrame(0x2000, {0x86, 0x31, 0x7E, 0x00, 0x0D}));   // LDAA #$31, JMP $000D
         board.Send(ExecuteFrame(Regs(), 0x2000));
-        QCOMPARE(board.RunUntilOutput(monitor::StepReplySize), StepReply(Regs(0x31)));
+        QCOMPARE(board.RunFor(monitor::StepReplySize), StepReply(Regs(0x31)));
         QCOMPARE(board.Send(ReadFrame(0x2000, 1)), Reply({0x86}));
     }
 

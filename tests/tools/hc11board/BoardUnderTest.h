@@ -58,27 +58,8 @@ public:
     Bytes Send(const Bytes& bytes, std::uint64_t nowMs = 0, std::size_t replySize = 0)
     {
         Feed(bytes, nowMs);
-        const bool execute = bytes[0] == 'X';
-        Bytes reply = RunFor(execute ? 1 : replySize);
-        if (execute && reply.size() > 1) {   // the program's first output, for RunUntilOutput
-            pending_.assign(reply.begin() + 1, reply.end());
-            reply.resize(1);
-        }
-        return reply;
+        return RunFor(bytes[0] == 'X' ? 1 : replySize);
     }
-
-    // A free-running program's output, until count bytes came (or a generous limit passed).
-    Bytes RunUntilOutput(std::size_t count)
-    {
-        Bytes out = std::exchange(pending_, {});
-        for (int slice = 0; slice < 400 && out.size() < count; ++slice) {
-            program_->Run(Slice);
-            const Bytes more = program_->TakeOutput();
-            out.insert(out.end(), more.begin(), more.end());
-        }
-        return out;
-    }
-
     // The reset button, and what the monitor sends then.
     Bytes Reset()
     {
@@ -86,30 +67,29 @@ public:
         return RunFor(0);
     }
 
-private:
-    static constexpr std::uint64_t Slice = 2000;             // 1 ms of the 2 MHz E clock
-    static constexpr std::uint64_t QuietCycles = 40'000;     // 20 ms without a byte: the answer is complete
-    static constexpr std::uint64_t NoAnswerCycles = 3'000'000;   // 1.5 s without any: none (an erase takes 1 s)
-
+    // Runs the board in slices of 1 ms of its 2 MHz E clock until count
+    // bytes came; with count 0 until 20 ms passed without one, or 1.5 s
+    // without any (an erase takes 1 s). Bytes behind the count wait for the
+    // next call, as a free run's first ones behind the ACK of "X".
     Bytes RunFor(std::size_t count)
     {
-        Bytes out = program_->TakeOutput();
-        if (!rom_)
-            return out;
-        const std::uint64_t start = program_->Cycles();
-        std::uint64_t lastByte = start;
-        while (count == 0 || out.size() < count) {
-            program_->Run(Slice);
+        Bytes out = std::exchange(pending_, {});
+        for (int slice = 0, quiet = 0;; ++slice) {
             const Bytes more = program_->TakeOutput();
             out.insert(out.end(), more.begin(), more.end());
-            const std::uint64_t now = program_->Cycles();
-            lastByte = more.empty() ? lastByte : now;
-            if (now - (out.empty() ? start : lastByte) >= (out.empty() ? NoAnswerCycles : QuietCycles))
+            quiet = more.empty() ? quiet + 1 : 0;
+            if ((count > 0 ? out.size() >= count : quiet > (out.empty() ? 1500 : 20)) || slice == 4000)
                 break;
+            program_->Run(2000);
+        }
+        if (count > 0 && out.size() > count) {
+            pending_.assign(out.begin() + std::ptrdiff_t(count), out.end());
+            out.resize(count);
         }
         return out;
     }
 
+private:
     std::unique_ptr<hc11board::Monitor> monitor_;
     std::unique_ptr<hc11board::RomRunner> rom_;
     hc11board::BoardProgram* program_ = nullptr;
