@@ -4,8 +4,7 @@
 * CPU fetches its vectors from $BFC0-$BFFF, out of this EPROM. A 9.8304 MHz
 * crystal gives E = 2.4576 MHz; BAUD = $20 (prescaler 4, rate divider 1)
 * runs the SCI at 2457600 / 16 / 4 = 38400 bit/s, 8 data bits, 1 stop bit
-* (the reference manual's Tables 9-1 and 9-2). On the emulated board, whose
-* E clock is 2 MHz, the same value gives 31250 bit/s.
+* (the reference manual's Tables 9-1 and 9-2).
 *
 * Memory of the monitor, which no user program may use:
 *   $0000-$0008  save area: A, B, IX, IY, SP, CCR

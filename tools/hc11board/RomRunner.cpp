@@ -20,6 +20,11 @@ RomRunner::RomRunner(const hc11::as11::S19Image& image, const FlashTiming& timin
     board_.Reset();   // the reset vector now comes from the image
 }
 
+std::uint64_t RomRunner::EClockHertz() const
+{
+    return board_.Hc11().Setup().mode == hc11::chip::OperatingMode::SpecialTest ? 2'457'600 : BoardProgram::EClockHertz();
+}
+
 void RomRunner::Receive(const std::uint8_t* bytes, std::size_t count, std::uint64_t)
 {
     for (std::size_t i = 0; i < count; ++i)

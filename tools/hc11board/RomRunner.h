@@ -22,6 +22,9 @@ public:
     bool FreeRunning() const override { return true; }
     std::uint64_t Run(std::uint64_t cycles) override;
     std::uint64_t Cycles() const override { return board_.Hc11().Cycles(); }
+    // A board strapped for its monitor firmware has the firmware's 9.8304 MHz
+    // crystal: E = 2.4576 MHz, and the SCI's BAUD $20 gives 38400 bit/s.
+    std::uint64_t EClockHertz() const override;
     void Reset() override { board_.Reset(); }
     std::vector<std::uint8_t> TakeOutput() override;
 

@@ -39,8 +39,8 @@ private:
 class EClock {
 public:
     static constexpr std::uint64_t Hertz = 2'000'000;
-    // The most a run may catch up at once, after the process was held up.
-    static constexpr std::uint64_t MaxLag = Hertz / 20;
+
+    explicit EClock(std::uint64_t hertz = Hertz) : hertz_(hertz) {}
 
     void Restart(SteadyClock::time_point now, std::uint64_t cycles)
     {
@@ -52,17 +52,19 @@ public:
     std::uint64_t CyclesOwed(SteadyClock::time_point now, std::uint64_t cycles)
     {
         const auto elapsed = std::chrono::duration_cast<std::chrono::nanoseconds>(now - start_).count();
-        const std::uint64_t target = startCycles_ + std::uint64_t(elapsed) * Hertz / 1'000'000'000ULL;
+        const std::uint64_t target = startCycles_ + std::uint64_t(elapsed) * hertz_ / 1'000'000'000ULL;
         if (target <= cycles)
             return 0;
-        if (target - cycles > MaxLag) {
+        const std::uint64_t maxLag = hertz_ / 20;   // the most a run catches up after the process was held up
+        if (target - cycles > maxLag) {
             Restart(now, cycles);
-            return MaxLag;
+            return maxLag;
         }
         return target - cycles;
     }
 
 private:
+    std::uint64_t hertz_;
     SteadyClock::time_point start_{};
     std::uint64_t startCycles_ = 0;
 };
