@@ -2,6 +2,20 @@
 
 namespace hc11board {
 
+namespace {
+
+constexpr std::uint64_t MonitorCrystalEClock = 2'457'600;   // 9.8304 MHz / 4
+
+// The flash's times are the part's own: in E cycles they grow with the clock.
+FlashTiming AtEClock(FlashTiming timing, std::uint64_t hertz)
+{
+    for (std::uint64_t* cycles : {&timing.programCycles, &timing.sectorEraseCycles, &timing.chipEraseCycles})
+        *cycles = *cycles * hertz / EClockHertzOfBoard;
+    return timing;
+}
+
+} // namespace
+
 hc11::chip::OperatingMode RomRunner::ModeFor(const hc11::as11::S19Image& image)
 {
     constexpr std::uint16_t SpecialResetVector = 0xBFFE;
@@ -12,17 +26,13 @@ hc11::chip::OperatingMode RomRunner::ModeFor(const hc11::as11::S19Image& image)
 }
 
 RomRunner::RomRunner(const hc11::as11::S19Image& image, const FlashTiming& timing)
-    : board_(timing, ModeFor(image))
+    : hertz_(ModeFor(image) == hc11::chip::OperatingMode::SpecialTest ? MonitorCrystalEClock : EClockHertzOfBoard),
+      board_(AtEClock(timing, hertz_), ModeFor(image))
 {
     for (const hc11::as11::S19Block& block : image.blocks)
         for (std::size_t i = 0; i < block.bytes.size(); ++i)
             board_.Load(std::uint16_t(block.address + i), block.bytes[i]);
     board_.Reset();   // the reset vector now comes from the image
-}
-
-std::uint64_t RomRunner::EClockHertz() const
-{
-    return board_.Hc11().Setup().mode == hc11::chip::OperatingMode::SpecialTest ? 2'457'600 : BoardProgram::EClockHertz();
 }
 
 void RomRunner::Receive(const std::uint8_t* bytes, std::size_t count, std::uint64_t)

@@ -24,7 +24,7 @@ public:
     std::uint64_t Cycles() const override { return board_.Hc11().Cycles(); }
     // A board strapped for its monitor firmware has the firmware's 9.8304 MHz
     // crystal: E = 2.4576 MHz, and the SCI's BAUD $20 gives 38400 bit/s.
-    std::uint64_t EClockHertz() const override;
+    std::uint64_t EClockHertz() const override { return hertz_; }
     void Reset() override { board_.Reset(); }
     std::vector<std::uint8_t> TakeOutput() override;
 
@@ -33,6 +33,7 @@ public:
 private:
     static hc11::chip::OperatingMode ModeFor(const hc11::as11::S19Image& image);
 
+    std::uint64_t hertz_;
     Board board_;
 };
 

@@ -1,7 +1,9 @@
 // The two clocks of the program: the wire, which lets a byte reach the other side
 // only when its ten bits at 38400 bit/s have gone by, and the E clock, which
-// holds a free run to the 2 MHz of a real board.
+// holds a free run to the board's own (2 MHz, or the monitor firmware's 2.4576 MHz).
 #pragma once
+
+#include "hc11board/BoardProgram.h"
 
 #include <algorithm>
 #include <chrono>
@@ -38,9 +40,9 @@ private:
 
 class EClock {
 public:
-    static constexpr std::uint64_t Hertz = 2'000'000;
+    static constexpr std::uint64_t Hertz = EClockHertzOfBoard;
 
-    explicit EClock(std::uint64_t hertz = Hertz) : hertz_(hertz) {}
+    explicit EClock(std::uint64_t hertz) : hertz_(hertz) {}
 
     void Restart(SteadyClock::time_point now, std::uint64_t cycles)
     {

@@ -67,10 +67,10 @@ public:
         return RunFor(0);
     }
 
-    // Runs the board in slices of 1 ms of its 2 MHz E clock until count
-    // bytes came; with count 0 until 20 ms passed without one, or 1.5 s
-    // without any (an erase takes 1 s). Bytes behind the count wait for the
-    // next call, as a free run's first ones behind the ACK of "X".
+    // Runs the board in slices of 2000 E cycles until count bytes came;
+    // with count 0 until 20 slices passed without one, or 1500 without any
+    // (an erase takes about 1000). Bytes behind the count wait for the next
+    // call, as a free run's first ones behind the ACK of "X".
     Bytes RunFor(std::size_t count)
     {
         Bytes out = std::exchange(pending_, {});
