@@ -1,5 +1,5 @@
-// The debugger on its own: a target link on a scripted serial line or the
-// simulator, fresh target records, the serial control's
+// The debugger on its own: a target link on a scripted serial line, on a
+// real port, or the simulator, fresh target records, the serial control's
 // events going to the debugger, and a view that records what the debugger
 // asked of the windows. No main window is built.
 #pragma once
@@ -50,6 +50,8 @@ struct RecordedView : DebuggerView {
 struct DebuggerFixture {
     // simulator: TargetMode, else the board on the scripted line, port open.
     explicit DebuggerFixture(bool simulator);
+    // The board on the port at path (a pseudo-terminal of hc11board).
+    explicit DebuggerFixture(const QString& path);
     ~DebuggerFixture();
 
     FakeSerialLine line;
@@ -57,4 +59,7 @@ struct DebuggerFixture {
     RecordedView view;
     TargetLink link{reports};
     Debugger debugger{link, view};
+
+private:
+    DebuggerFixture(bool simulator, const SerialDeviceFactory& device);
 };
