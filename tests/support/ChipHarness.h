@@ -9,6 +9,10 @@
 #include <cstdint>
 #include <string>
 
+// Assembles the source into memory; the assembler's errors, empty when there
+// were none.
+QString AssembleInto(std::array<std::uint8_t, 65536>& memory, const std::string& source);
+
 struct ChipHarness {
     // A program that waits in WAI with nothing enabled: the chip idles, and
     // runs end on the exact E cycle asked for.

@@ -45,6 +45,7 @@ void Debugger::LetEventsRun()
     if (clockPanelStale_)
         view_.ShowClockCount();
     clockPanelStale_ = false;
+    PassChipOutput();
     view_.LetEventsRun();
 }
 
@@ -74,7 +75,8 @@ void Debugger::PlayUntil(std::optional<std::int32_t> temporary)
             LetEventsRun();
             continue;
         }
-        if (stepping::OutsideProgramBuffer(CpuRegisters.PC)) {
+        // The host decodes from ProgramBuffer; the simulated chip needs no copy.
+        if (!ChipSimulated() && stepping::OutsideProgramBuffer(CpuRegisters.PC)) {
             ProgramBase = CpuRegisters.PC;
             link_.InProgram();
         }
@@ -94,6 +96,7 @@ void Debugger::PlayUntil(std::optional<std::int32_t> temporary)
     view_.RedrawAtPC();
     view_.ThawDisplay();
     PlayActive = false;
+    PassChipOutput();
     EndRun();
 }
 
@@ -132,6 +135,9 @@ void Debugger::Animate()
 void Debugger::Pause()
 {
     RunStopped = true;
+    // The chip's run is between two slices, so at an instruction boundary.
+    if (chipRun_.Active())
+        EndChipRun();
     // The board's Step Over and Step Out wait too: the board keeps the routine.
     if (stepWaitRunning_)
         stepWaitAbandoned_ = true;

@@ -35,7 +35,10 @@ void RefreshCycle::RefreshRun()
 void RefreshCycle::ReadRegisterBlock()
 {
     if (TargetMode == SimulatorMode) {
-        std::copy_n(TargetMemory.begin() + RegisterBlockAddress, RegisterBlockSize, RegisterBlock.begin());
+        if (SimulatePeripherals)
+            link_.ChipSim.Read(RegisterBlockAddress, RegisterBlock);
+        else
+            std::copy_n(TargetMemory.begin() + RegisterBlockAddress, RegisterBlockSize, RegisterBlock.begin());
         SeenBytes.Seen(RegisterBlockAddress, RegisterBlock);
         return;
     }

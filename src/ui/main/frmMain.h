@@ -113,6 +113,8 @@ public:
 
     // ---- Run, step, Play and Animate: forwards to Debug() ---------------------
     void mnuRunRun_Click() { debugger_.RunFree(); }
+    // The simulated chip's free run: in real time, or as fast as it goes.
+    void mnuRunFullSpeed_Click();
     void mnuRunStepInto_Click() { debugger_.StepInto(); }
     void mnuRunStepOver_Click() { debugger_.StepOver(); }
     void mnuRunStepOut_Click() { debugger_.StepOut(); }
