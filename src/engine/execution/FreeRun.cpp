@@ -95,9 +95,10 @@ void Debugger::RunChip()
     RunStopped = false;
     StatusSuffix = "";
     view_.FreezeDisplay();
-    view_.SetPauseEnabled(true);
     link_.BoardStatus();
+    // The disassembly window's rules shut the steps; Pause is this run's own.
     view_.RunCommandsChanged();
+    view_.SetPauseEnabled(true);
     clockShown_.start();
     chipRun_.Start(FullSpeed);
 }

@@ -50,5 +50,8 @@ protected:
     void Write(int row, std::int32_t value) override;
 
 private:
+    // The row's value: the host's copy, or an input level of the chip model.
+    std::int32_t RowValue(int row) const;
+
     const RegisterWindowKind& kind_;
 };

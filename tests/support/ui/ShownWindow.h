@@ -7,6 +7,7 @@
 #include "platform/SettingsStore.h"
 #include "support/ui/MainFormFixture.h"
 
+#include <QDir>
 #include <QSize>
 #include <QTest>
 
@@ -26,4 +27,12 @@ inline frmMain& StartInSimulator(MainFormFixture& f, bool onChip = false)
     form.showNormal();
     form.resize(size);
     return QTest::qWaitForWindowExposed(&form);
+}
+
+// With ORVANE_SCREENSHOT naming a folder, the window's picture is saved there as file.
+inline void SaveScreenshot(QWidget* window, const char* file)
+{
+    const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
+    if (!folder.isEmpty())
+        QVERIFY(window->grab().save(QDir(folder).filePath(QString::fromLatin1(file))));
 }

@@ -50,13 +50,6 @@ QString Leds(frmIOBOard* unit)
     return lit;
 }
 
-void SaveScreenshot(QWidget* window, const char* file)
-{
-    const QString folder = qEnvironmentVariable("ORVANE_SCREENSHOT");
-    if (!folder.isEmpty())
-        QVERIFY(window->grab().save(QDir(folder).filePath(file)));
-}
-
 }  // namespace
 
 class DeviceWindowsTest : public QObject {

@@ -29,7 +29,7 @@ struct WindowCase {
 const WindowCase Windows[] = {
     {"mnuViewRegPorts", "frmRegPorts", "Port Registers", 9},  {"mnuViewRegTimer", "frmRegTimer", "Timer Registers", 18},
     {"mnuViewRegPulseAcc", "frmRegPA", "Pulse Acc Reg", 2},   {"mnuViewRegSCI", "frmRegSCI", "SCI Registers", 5},
-    {"mnuViewRegSPI", "frmRegSPI", "SPI Registers", 3},       {"mnuViewRegAD", "frmRegAD", "A/D Registers", 5},
+    {"mnuViewRegSPI", "frmRegSPI", "SPI Registers", 3},       {"mnuViewRegAD", "frmRegAD", "A/D Registers", 13},
     {"mnuViewRegOther", "frmRegOther", "Other Registers", 5}, {"mnuViewRegPIA", "frmRegPIA", "PIA Registers", 6},
 };
 

@@ -1,0 +1,104 @@
+// The main window on the simulated chip: the example echo program answers
+// in the serial terminal during Run, Pause gives the windows back where it
+// stopped, the IO unit's IRQ and XIRQ buttons hold the pins, and the A/D
+// window sets the input levels. With ORVANE_SCREENSHOT set to a folder,
+// simulator-run.png (the terminal and the timer window during a run) is
+// saved there.
+#include <QtTest>
+
+#include "engine/state/TargetState.h"
+#include "platform/SettingsStore.h"
+#include "support/ChipHarness.h"
+#include "support/ui/MainFormFixture.h"
+#include "support/ui/ModalPlayer.h"
+#include "support/ui/ShownWindow.h"
+#include "ui/devices/frmIOBOard.h"
+#include "ui/devices/frmSerial.h"
+#include "ui/views/RegisterWindow.h"
+
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTreeWidget>
+
+namespace {
+bool LoadExample(const char* name)
+{
+    QFile file(QFINDTESTDATA(QStringLiteral("../../../examples/") + QLatin1String(name)));
+    return file.open(QIODevice::ReadOnly) && AssembleInto(TargetMemory, file.readAll().toStdString()).isEmpty();
+}
+} // namespace
+
+class SimulatedChipTest : public QObject {
+    Q_OBJECT
+private slots:
+    void echoRunsInTheTerminalAndPauseStopsIt()
+    {
+        MainFormFixture f;
+        frmMain& form = StartInSimulator(f, true);
+        QVERIFY(SimulatePeripherals && form.Menu("mnuRunRun")->isEnabled() == false);
+        QVERIFY(ShowAt(form, {1000, 640}));
+        QVERIFY(LoadExample("echo.asm"));
+        CpuRegisters.PC = 0xE000;
+        form.Menu("mnuViewDisassembler")->trigger();
+        form.Menu("mnuViewRegTimer")->trigger();
+        QVERIFY(form.Menu("mnuRunRun")->isEnabled());
+        form.Menu("mnuViewSerialTerminal")->trigger();
+        auto* terminal = qobject_cast<frmSerial*>(form.Window("frmSerial"));
+        QVERIFY(terminal);
+        form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(terminal->parentWidget()));
+
+        form.Menu("mnuRunRun")->trigger();
+        QVERIFY(BoardRunning && form.Menu("mnuRunPause")->isEnabled());
+        QCOMPARE(form.PanelText(1), QString("Simulator: Running ..."));
+        QTRY_COMPARE(terminal->RichText->toPlainText(), QString("Echo ready\n"));
+        QTest::keyClicks(terminal->RichText, "hi");
+        QTest::keyClick(terminal->RichText, Qt::Key_Return);
+        // Return sends CR and LF: the CR comes back with a line feed, the LF as itself.
+        QTRY_COMPARE(terminal->RichText->toPlainText(), QString("Echo ready\nhi\n\n"));
+        SaveScreenshot(&form, "simulator-run.png");
+
+        form.Menu("mnuRunPause")->trigger();
+        QVERIFY(!BoardRunning && RunStopped);
+        QCOMPARE(form.PanelText(1), QString("Simulator mode"));
+        QVERIFY(form.Menu("mnuRunRun")->isEnabled() && form.Menu("mnuRunStepInto")->isEnabled());
+        QVERIFY(!form.Menu("mnuRunPause")->isEnabled());
+        // The echo loop waits for a character: PC stands in it.
+        QVERIFY2(CpuRegisters.PC > 0xE000 && CpuRegisters.PC < 0xE040, qPrintable(QString::number(CpuRegisters.PC, 16)));
+
+        // The choices are kept.
+        form.Menu("mnuRunFullSpeed")->trigger();
+        form.MDIForm_Unload();
+        QCOMPARE(GetSetting("Settings", "SimPeripherals"), QString("True"));
+        QCOMPARE(GetSetting("Settings", "FullSpeed"), QString("True"));
+    }
+
+    void interruptPinsAndAnalogLevelsReachTheChip()
+    {
+        MainFormFixture f;
+        frmMain& form = StartInSimulator(f, true);
+        form.Menu("mnuViewIOunit")->trigger();
+        auto* unit = qobject_cast<frmIOBOard*>(form.Window("frmIOBOard"));
+        QVERIFY(unit && unit->CommandIrq->isEnabled());
+        const hc11::chip::Chip& chip = form.Link().ChipSim.Chip();
+        unit->CommandIrq->click();
+        unit->CommandXirq->click();
+        QVERIFY(chip.Inputs().irqAsserted && chip.Inputs().xirqAsserted);
+        unit->CommandIrq->click();
+        QVERIFY(!chip.Inputs().irqAsserted && chip.Inputs().xirqAsserted);
+
+        form.Menu("mnuViewRegAD")->trigger();
+        auto* ad = qobject_cast<RegisterWindow*>(form.Window("frmRegAD"));
+        QVERIFY(ad);
+        constexpr int Pe3Level = 8;
+        ModalPlayer player([](QDialog& dialog) { TypeAndPressOK(dialog, "Text", "$A5"); });
+        ad->SelectRow(Pe3Level);
+        QTest::keyClick(ad->ListView, Qt::Key_Return);
+        QCOMPARE(chip.Inputs().analog[3], std::uint8_t(0xA5));
+        QCOMPARE(ad->Cell(Pe3Level), QString("$A5"));
+    }
+};
+
+QTEST_MAIN(SimulatedChipTest)
+#include "SimulatedChip_test.moc"
