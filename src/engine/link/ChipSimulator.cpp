@@ -58,6 +58,10 @@ int ChipSimulator::Step(CpuRegisterRecord& r)
 
 bool ChipSimulator::RunUntil(std::uint64_t until, const BreakpointMap& breakpoints, bool leaveBreakpoint)
 {
+    if (breakpoints.none()) {
+        chip_.RunUntil(until);
+        return false;
+    }
     const hc11::Cpu& core = chip_.Core();
     bool test = !leaveBreakpoint;
     while (chip_.Cycles() < until) {
