@@ -110,6 +110,7 @@ void Debugger::ChipSliceDone(std::uint64_t cycles)
     if (clockShown_.elapsed() >= ClockPanelMs) {
         clockShown_.start();
         view_.ShowClockCount();
+        view_.FollowPeripherals();
     }
 }
 

@@ -51,6 +51,14 @@ void RefreshCycle::ReadRegisterBlock()
     }
 }
 
+void RefreshCycle::FollowPeripherals()
+{
+    if (!ChipSimulated() || !views_.ViewShown(TargetView::RegisterBlock))
+        return;
+    link_.ChipSim.Read(RegisterBlockAddress, RegisterBlock);
+    views_.RefreshView(TargetView::RegisterBlock);
+}
+
 bool RefreshCycle::AutoRefreshDue()
 {
     return !BoardRunning && !AnimateActive && !PlayActive;

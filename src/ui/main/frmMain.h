@@ -104,6 +104,7 @@ public:
     void Refresh() override { refresh_.Refresh(); }
     // Registers, stack, watches and peripheral windows that are open.
     void RefreshRun() override { refresh_.RefreshRun(); }
+    void FollowPeripherals() override { refresh_.FollowPeripherals(); }
     // Fills RegisterBlock from the target's 64 bytes at $1000.
     void ReadRegisterBlock() { refresh_.ReadRegisterBlock(); }
     // Shut the debugger's windows and commands for a run, and reopen them.

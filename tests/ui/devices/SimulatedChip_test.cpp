@@ -57,6 +57,14 @@ private slots:
         QTest::keyClick(terminal->RichText, Qt::Key_Return);
         // Return sends CR and LF: the CR comes back with a line feed, the LF as itself.
         QTRY_COMPARE(terminal->RichText->toPlainText(), QString("Echo ready\nhi\n\n"));
+        // The clock panel and the timer window follow the run.
+        QTRY_VERIFY(form.PanelText(4) != QString("Clock= 00000000"));
+        auto* timer = qobject_cast<RegisterWindow*>(form.Window("frmRegTimer"));
+        QTRY_VERIFY(timer->Cell(0) != QString("$0000"));
+        timer->parentWidget()->move(0, 0);
+        const QRect beside = timer->parentWidget()->geometry();
+        terminal->parentWidget()->setGeometry(beside.right() + 1, 0, 560, beside.height());
+        QCoreApplication::processEvents();
         SaveScreenshot(&form, "simulator-run.png");
 
         form.Menu("mnuRunPause")->trigger();
