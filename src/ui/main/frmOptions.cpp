@@ -190,6 +190,9 @@ void frmOptions::cmdOK_Click()
 {
     ScreenFont = ScreenFontCopy;
     PrintFont = PrintFontCopy;
+    // A run on the simulated chip ends before the simulator changes under it.
+    if (ChipSimulated() && BoardRunning)
+        main_.mnuRunPause_Click();
     TargetMode = chSimEnabled->isChecked() ? SimulatorMode : BoardMode;
     SimulatePeripherals = chSimPeripherals->isChecked();
     for (frmEditor* editor : LoadedEditors())
