@@ -3,6 +3,9 @@
 #include "hc11/asm/Assembler.h"
 #include "support/S19Image.h"
 
+#include <QFile>
+#include <QTest>
+
 QString AssembleInto(std::array<std::uint8_t, 65536>& memory, const std::string& source)
 {
     const auto result = hc11::as11::AssembleSource(source);
@@ -12,6 +15,12 @@ QString AssembleInto(std::array<std::uint8_t, 65536>& memory, const std::string&
     for (const auto& [address, byte] : image.bytes)
         memory[address] = byte;
     return {};
+}
+
+bool AssembleExampleInto(std::array<std::uint8_t, 65536>& memory, const char* name)
+{
+    QFile file(QFINDTESTDATA(QStringLiteral("../../examples/") + QLatin1String(name)));
+    return file.open(QIODevice::ReadOnly) && AssembleInto(memory, file.readAll().toStdString()).isEmpty();
 }
 
 QString ChipHarness::Load(const std::string& source)

@@ -147,6 +147,10 @@ void frmMain::mnuDebugResetCounter_Click()
 
 void frmMain::mnuDebugGetResVec_Click()
 {
+    // The simulated chip starts over as at its RESET pin: the time-protected
+    // writes of the program's first cycles take again.
+    if (ChipSimulated())
+        link_.ChipSim.Reset();
     link_.InResetVector(CpuRegisters.PC);
     CallWindow(LoadWindow(QStringLiteral("frmDisAsm")), "mnuGoToPCAddress");
 }
