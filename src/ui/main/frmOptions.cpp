@@ -210,6 +210,7 @@ void frmMain::mnuViewOptions_Click()
 {
     frmOptions form(*this);
     RunModal(form);
-    // Whichever way it closed, the register entries follow the mode.
+    // Whichever way it closed, the register entries and the run commands follow the mode.
     TargetModeMenus();
+    RunCommandsChanged();
 }
