@@ -107,6 +107,8 @@ private:
     bool followCpuWindow_ = false;     // the CPU window was open as Play began
     bool stepWaitAbandoned_ = false;   // Pause during the board's Step Over or Step Out wait
     bool stepWaitRunning_ = false;
+    // Step Out on the simulated chip: Play ends once a return has taken SP above this.
+    std::optional<std::int32_t> outAboveSP_;
 };
 
 // ClockCount with cycles added, wrapping as a 32-bit counter.

@@ -80,9 +80,12 @@ void Debugger::PlayUntil(std::optional<std::int32_t> temporary)
             ProgramBase = CpuRegisters.PC;
             link_.InProgram();
         }
+        const bool returning = outAboveSP_ && stepping::ReturnAt(CpuRegisters.PC);
         if (BoardConnected)
             StepOne();
         PlayFirstStep = false;
+        if (returning && CpuRegisters.SP > *outAboveSP_)
+            RunStopped = true;
         // A lost board has shown its message once; the loop would show it at every step.
         if (!BoardConnected)
             RunStopped = true;

@@ -173,6 +173,11 @@ void Debugger::StepOver()
         Flow flow;
         if (!FlowAtPC(flow, link_.Reader()))
             return;
+        // The chip runs returns and RTI itself: only a call needs a run to its end.
+        if (ChipSimulated() && !flow.call) {
+            StepOne();
+            return;
+        }
         const std::int32_t end = flow.ret ? stepping::TargetWord(CpuRegisters.SP + 1) : flow.next;
         PlayToTemporaryBreakpoint(end);
     }
@@ -196,6 +201,13 @@ void Debugger::StepOut()
         StepOutActive = StepExecute = true;
         StepPlain = StepOverActive = false;
         StepOnBoardFrozen();
+    } else if (ChipSimulated()) {
+        // A subroutine and an interrupt routine both end where a return
+        // takes SP above the level it has now.
+        outAboveSP_ = CpuRegisters.SP;
+        PlayUntil(std::nullopt);
+        outAboveSP_.reset();
+        view_.Refresh();
     } else if (TargetMode == SimulatorMode) {
         if (BreakpointCount < MaxBreakpoints)
             PlayToTemporaryBreakpoint(stepping::TargetWord(CpuRegisters.SP + 1));

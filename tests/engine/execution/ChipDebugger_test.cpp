@@ -87,8 +87,14 @@ private slots:
         QVERIFY(CpuRegisters.FlagI);
         f.link.ChipSim.SetIrq(false);
         f.debugger.StepInto();
-        f.debugger.StepInto();
+        f.debugger.StepOver();   // RTI: the chip returns, no run to a stop behind it
         QVERIFY(CpuRegisters.PC == 0x2001 && CpuRegisters.SP == 0x01FF && !CpuRegisters.FlagI);
+        // Step Out of an interrupt routine stops where it returns to.
+        f.link.ChipSim.SetIrq(true);
+        f.debugger.StepInto();
+        f.link.ChipSim.SetIrq(false);
+        f.debugger.StepOut();
+        QVERIFY(CpuRegisters.PC == 0x2001 && CpuRegisters.SP == 0x01FF && RunStopped);
         // The save area follows every step, for the CPU window's reads.
         QCOMPARE(TargetMemory[SaveAreaAddress + 6] * 256 + TargetMemory[SaveAreaAddress + 7], 0x01FF);
     }
