@@ -33,6 +33,14 @@ RegisterWindow::RegisterWindow(frmMain& main, const RegisterWindowKind& kind)
         ListView->addTopLevelItem(item);
         RowFormat.push_back(row.format);
     }
+    ShowInputLevels();
+}
+
+void RegisterWindow::ShowInputLevels()
+{
+    for (int i = 0; i < RowCount(); ++i)
+        if (kind_.rows[i].write == RowWrite::AnalogLevel)
+            ListView->topLevelItem(i)->setHidden(!ChipSimulated());
 }
 
 int RegisterWindow::RowCount() const
@@ -73,6 +81,7 @@ QString RegisterWindow::EntryStart(int row) const
 
 bool RegisterWindow::Read()
 {
+    ShowInputLevels();
     kind_.read(main_);
     return BoardConnected;
 }
