@@ -28,10 +28,11 @@ struct RecordedReports : LinkReports {
 // switch, a count of each redraw, and what the terminal was given.
 struct RecordedView : DebuggerView {
     bool frozen = false, pauseOn = false, timersOn = true, cpuWindowShown = false;
-    int refreshes = 0, refreshRuns = 0, followSteps = 0, clockShown = 0;
+    int refreshes = 0, refreshRuns = 0, followSteps = 0, clockShown = 0, peripheralsFollowed = 0;
     QByteArray terminal;
     void Refresh() override { ++refreshes; }
     void RefreshRun() override { ++refreshRuns; }
+    void FollowPeripherals() override { ++peripheralsFollowed; }
     void PassToTerminal(const QByteArray& bytes) override { terminal += bytes; }
     void FreezeDisplay() override { frozen = pauseOn = true; }
     void ThawDisplay() override { frozen = false, pauseOn = !RunStopped; }

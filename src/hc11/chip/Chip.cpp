@@ -16,7 +16,19 @@ constexpr std::uint64_t StopRecoveryCycles = 4064;
 
 } // namespace
 
-Chip::Chip(const ChipSetup& setup) : setup_(setup)
+Chip::Chip(const ChipSetup& setup)
+    : setup_(setup), ownRam_(std::make_unique<std::array<std::uint8_t, 65536>>()), ram_(*ownRam_)
+{
+    ram_.fill(0);
+    Start();
+}
+
+Chip::Chip(const ChipSetup& setup, std::array<std::uint8_t, 65536>& memory) : setup_(setup), ram_(memory)
+{
+    Start();
+}
+
+void Chip::Start()
 {
     cpu_.SetOnChip(true);
     cpu_.SetDirectPages(&directPages_);
