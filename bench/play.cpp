@@ -1,4 +1,5 @@
-// Play as the simulator's run mode: simulated E-cycles per wall second, as a
+// Play as the simulator's run mode, on the simulated chip with its
+// peripherals: simulated E-cycles per wall second, as a
 // multiple of the board's 2 MHz E clock, on a loop that never ends by itself
 // (straight-line code, a taken branch, a call and a return each round), with
 // Pause from a timer after two seconds. Once with no tool window open, once
@@ -56,6 +57,7 @@ int main(int argc, char* argv[])
 {
     HeadlessApp app(argc, argv);
     SaveSetting("Settings", "SimEnabled", "True");
+    SaveSetting("Settings", "SimPeripherals", "True");
     frmMain window;
     window.MDIForm_Load();
     window.show();

@@ -41,7 +41,7 @@ const Cpu::Decoded& Cpu::Decode(std::uint8_t first, std::uint8_t second)
 void Cpu::Reset()
 {
     regs.ccr = ccr::S | ccr::X | ccr::I;
-    regs.pc = Read16(ResetVector);
+    regs.pc = Read16(VectorAt(ResetVector));
     state_ = RunState::Running;
 }
 
@@ -95,7 +95,7 @@ int Cpu::ServeInterrupt(std::uint16_t vector, bool xirq)
     if (state_ != RunState::Waiting)
         PushFrame();
     regs.ccr |= ccr::I | (xirq ? ccr::X : 0);
-    regs.pc = Read16(vector);
+    regs.pc = Read16(VectorAt(vector));
     state_ = RunState::Running;
     cycles += spent;
     return spent;
@@ -106,7 +106,7 @@ int Cpu::TrapIllegalOpcode(std::uint16_t at)
     regs.pc = at;
     PushFrame();
     regs.ccr |= ccr::I;
-    regs.pc = Read16(IllegalOpcodeVector);
+    regs.pc = Read16(VectorAt(IllegalOpcodeVector));
     cycles += InterruptEntryCycles;
     return InterruptEntryCycles;
 }
@@ -337,7 +337,7 @@ int Cpu::Run(const Decoded& op, const std::uint8_t* operand)
     case M::SWI:
         PushFrame();
         cc |= ccr::I;
-        r.pc = Read16(SwiVector);
+        r.pc = Read16(VectorAt(SwiVector));
         break;
     case M::RTI:
         cc = alu::RestoreCcr(cc, Pull8());

@@ -98,6 +98,11 @@ public:
     // stacks and 2 for the vector fetch when an interrupt ends the wait.
     void SetOnChip(bool onChip) { onChip_ = onChip; }
 
+    // The page the vectors are fetched from: $FF normally, $BF in the
+    // special modes, where $BFC0-$BFFF replace $FFC0-$FFFF.
+    void SetVectorPage(std::uint8_t page) { vectorPage_ = page; }
+    std::uint16_t VectorAt(std::uint16_t vector) const { return std::uint16_t(vectorPage_ << 8 | (vector & 0xFF)); }
+
     // Pages of 256 bytes the core reads and writes in place, without the
     // bus: plain memory, for speed. A null entry, or no table, sends the
     // page's accesses through the bus. The owner keeps the table current.
@@ -166,6 +171,7 @@ private:
     bool xirq_ = false;
     std::uint16_t maskableVector_ = 0;
     bool onChip_ = false;
+    std::uint8_t vectorPage_ = 0xFF;
     static const PageTable NoDirectPages;
     const PageTable* pages_ = &NoDirectPages;
 };

@@ -3,7 +3,7 @@
 // only then, set at any time), the COP watchdog's
 // rates and clearing sequence (the technical data's COP time-out table: E/2^15
 // divided by 1, 4, 16, 64), the parallel ports with their direction
-// registers, and the host's devices on the bus.
+// registers, the host's devices on the bus, and special test mode's vectors.
 #include <QtTest>
 
 #include "support/ChipHarness.h"
@@ -152,6 +152,23 @@ private slots:
         for (const unsigned offset : {reg::PORTCL, reg::PIOC, reg::PORTCL})
             h.CpuRead(offset);
         QCOMPARE(h.Reg(reg::PIOC) & 0x80, 0);
+    }
+
+    void specialTestModeFetchesVectorsBelowC000()
+    {
+        // Reference Manual, resets and interrupts: in special test mode the
+        // vectors are at $BFC0-$BFFF, and the time protection is lifted.
+        ChipHarness h({.mode = OperatingMode::SpecialTest});
+        QVERIFY(h.Load(" ORG $B000\nR LDAA #$42\n SWI\nS STAA $40\nW BRA W\n"
+                       " ORG $BFF6\n FDB S\n ORG $BFFE\n FDB R\n ORG $FFFE\n FDB $E000\n").isEmpty());
+        QCOMPARE(int(h.chip.Core().regs.pc), 0xB000);
+        h.Run(40);
+        QCOMPARE(int(h.chip.Ram()[0x40]), 0x42);   // through the SWI vector at $BFF6
+        h.chip.RunUntil(h.chip.Cycles() + 100);
+        h.SetReg(reg::INIT, 0x01);
+        h.SetReg(reg::INIT, 0x02);                 // late and twice: still taken
+        QCOMPARE(int(h.chip.RegisterBase()), 0x2000);
+        QCOMPARE(int(h.Reg(reg::HPRIO)) & 0x40, 0x40);   // SMOD
     }
 
     void hostDevicesAnswerBehindTheRegisterBlock()

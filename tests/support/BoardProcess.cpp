@@ -2,6 +2,7 @@
 
 #include "engine/link/MonitorExchange.h"
 
+#include <QTest>
 #include <csignal>
 
 namespace {
@@ -36,3 +37,8 @@ BoardProcess::~BoardProcess()
 }
 
 void BoardProcess::Reset() { ::kill(static_cast<pid_t>(process_.processId()), SIGUSR1); }
+
+QStringList BoardProcess::Firmware()
+{
+    return {QStringLiteral("--rom"), qEnvironmentVariable("ORVANE_PROGRAM_DIR") + QStringLiteral("/monitor.s19")};
+}

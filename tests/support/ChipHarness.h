@@ -9,6 +9,12 @@
 #include <cstdint>
 #include <string>
 
+// Assembles the source into memory; the assembler's errors, empty when there
+// were none.
+QString AssembleInto(std::array<std::uint8_t, 65536>& memory, const std::string& source);
+// The same for a program of the examples folder; false when it would not.
+bool AssembleExampleInto(std::array<std::uint8_t, 65536>& memory, const char* name);
+
 struct ChipHarness {
     // A program that waits in WAI with nothing enabled: the chip idles, and
     // runs end on the exact E cycle asked for.

@@ -1,5 +1,5 @@
-// The debugger on its own: a target link on a scripted serial line or the
-// simulator, fresh target records, the serial control's
+// The debugger on its own: a target link on a scripted serial line, on a
+// real port, or the simulator, fresh target records, the serial control's
 // events going to the debugger, and a view that records what the debugger
 // asked of the windows. No main window is built.
 #pragma once
@@ -28,10 +28,11 @@ struct RecordedReports : LinkReports {
 // switch, a count of each redraw, and what the terminal was given.
 struct RecordedView : DebuggerView {
     bool frozen = false, pauseOn = false, timersOn = true, cpuWindowShown = false;
-    int refreshes = 0, refreshRuns = 0, followSteps = 0, clockShown = 0;
+    int refreshes = 0, refreshRuns = 0, followSteps = 0, clockShown = 0, peripheralsFollowed = 0;
     QByteArray terminal;
     void Refresh() override { ++refreshes; }
     void RefreshRun() override { ++refreshRuns; }
+    void FollowPeripherals() override { ++peripheralsFollowed; }
     void PassToTerminal(const QByteArray& bytes) override { terminal += bytes; }
     void FreezeDisplay() override { frozen = pauseOn = true; }
     void ThawDisplay() override { frozen = false, pauseOn = !RunStopped; }
@@ -50,6 +51,8 @@ struct RecordedView : DebuggerView {
 struct DebuggerFixture {
     // simulator: TargetMode, else the board on the scripted line, port open.
     explicit DebuggerFixture(bool simulator);
+    // The board on the port at path (a pseudo-terminal of hc11board).
+    explicit DebuggerFixture(const QString& path);
     ~DebuggerFixture();
 
     FakeSerialLine line;
@@ -57,4 +60,7 @@ struct DebuggerFixture {
     RecordedView view;
     TargetLink link{reports};
     Debugger debugger{link, view};
+
+private:
+    DebuggerFixture(bool simulator, const SerialDeviceFactory& device);
 };

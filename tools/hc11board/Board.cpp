@@ -4,10 +4,14 @@
 
 namespace hc11board {
 
-Board::Board(const FlashTiming& timing) : flash_([this] { return chip_.Cycles(); }, timing)
+Board::Board(const FlashTiming& timing, hc11::chip::OperatingMode mode)
+    : chip_(hc11::chip::ChipSetup{.mode = mode}), flash_([this] { return chip_.Cycles(); }, timing),
+      hasBootRom_(mode == hc11::chip::OperatingMode::SpecialTest)
 {
     chip_.MapDevice(Pia::Start, Pia::Last, pia_);
     chip_.MapDevice(FlashPart::WindowStart, FlashPart::WindowLast, flash_);
+    if (hasBootRom_)
+        chip_.MapDevice(BootRom::Start, BootRom::Last, bootRom_);
     Reset();
 }
 
@@ -38,6 +42,8 @@ void Board::Load(std::uint16_t address, std::uint8_t value)
 {
     if (FlashPart::Holds(address))
         flash_.Load(address, value);
+    else if (hasBootRom_ && BootRom::Holds(address))
+        bootRom_.Load(address, value);
     else
         chip_.Ram()[address] = value;
 }

@@ -1,5 +1,7 @@
 // The board: an MC68HC11E in expanded mode with its PIA at $1800 and its
-// flash at $E000-$FFFF on the outside bus, RAM everywhere else.
+// flash at $E000-$FFFF on the outside bus, RAM everywhere else. Strapped for
+// special test mode it also has its boot EPROM at $BC00-$BFFF (BootRom.h),
+// from which the chip then takes its vectors.
 //
 // Besides the CPU's bus cycles (the chip's), the host has the monitor's ways
 // in: Peek and Poke as the "R" and "W" frames see memory (a poke leaves the
@@ -8,6 +10,7 @@
 #pragma once
 
 #include "hc11/chip/Chip.h"
+#include "hc11board/BootRom.h"
 #include "hc11board/FlashPart.h"
 #include "hc11board/Pia.h"
 
@@ -18,7 +21,8 @@ namespace hc11board {
 
 class Board {
 public:
-    explicit Board(const FlashTiming& timing = {});
+    explicit Board(const FlashTiming& timing = {},
+                   hc11::chip::OperatingMode mode = hc11::chip::OperatingMode::Expanded);
 
     hc11::chip::Chip& Hc11() { return chip_; }
     const hc11::chip::Chip& Hc11() const { return chip_; }
@@ -33,7 +37,8 @@ public:
     // Flash bits only go from 1 to 0; elsewhere a plain poke.
     void Program(std::uint16_t address, std::uint8_t value);
     void EraseFlash() { flash_.Erase(); }
-    // An image's byte before the board starts: into the flash array or RAM.
+    // An image's byte before the board starts: into the flash array, the
+    // boot EPROM (in special test mode) or RAM.
     void Load(std::uint16_t address, std::uint8_t value);
 
     // What the SCI has sent since the last call, as bytes on the line; a
@@ -41,9 +46,11 @@ public:
     void TakeSciBytes(std::vector<std::uint8_t>& out);
 
 private:
-    hc11::chip::Chip chip_{hc11::chip::ChipSetup{.mode = hc11::chip::OperatingMode::Expanded}};
+    hc11::chip::Chip chip_;
     Pia pia_;
     FlashPart flash_;
+    BootRom bootRom_;
+    bool hasBootRom_;
 };
 
 } // namespace hc11board

@@ -37,7 +37,7 @@ bool HangUp(short revents) { return revents & (POLLHUP | POLLERR | POLLNVAL); }
 } // namespace
 
 BoardLoop::BoardLoop(const Options& options, SerialLine& line, BoardProgram& program)
-    : options_(options), line_(line), program_(program)
+    : options_(options), line_(line), program_(program), eclock_(program.EClockHertz())
 {
     const sigset_t set = HandledSignals();
     if (sigprocmask(SIG_BLOCK, &set, nullptr) == 0)

@@ -10,6 +10,9 @@
 
 namespace hc11board {
 
+// The board's E clock: 2 MHz from its 8 MHz crystal.
+constexpr std::uint64_t EClockHertzOfBoard = 2'000'000;
+
 class BoardProgram {
 public:
     virtual ~BoardProgram() = default;
@@ -26,6 +29,8 @@ public:
     // Runs about this many E cycles; returns those spent (0 when not running).
     virtual std::uint64_t Run(std::uint64_t cycles) = 0;
     virtual std::uint64_t Cycles() const = 0;
+    // The E clock the loop paces the chip to.
+    virtual std::uint64_t EClockHertz() const { return EClockHertzOfBoard; }
 
     // The reset button; RAM keeps its contents.
     virtual void Reset() = 0;

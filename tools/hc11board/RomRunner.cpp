@@ -2,7 +2,32 @@
 
 namespace hc11board {
 
-RomRunner::RomRunner(const hc11::as11::S19Image& image, const FlashTiming& timing) : board_(timing)
+namespace {
+
+constexpr std::uint64_t MonitorCrystalEClock = 2'457'600;   // 9.8304 MHz / 4
+
+// The flash's times are the part's own: in E cycles they grow with the clock.
+FlashTiming AtEClock(FlashTiming timing, std::uint64_t hertz)
+{
+    for (std::uint64_t* cycles : {&timing.programCycles, &timing.sectorEraseCycles, &timing.chipEraseCycles})
+        *cycles = *cycles * hertz / EClockHertzOfBoard;
+    return timing;
+}
+
+} // namespace
+
+hc11::chip::OperatingMode RomRunner::ModeFor(const hc11::as11::S19Image& image)
+{
+    constexpr std::uint16_t SpecialResetVector = 0xBFFE;
+    for (const hc11::as11::S19Block& block : image.blocks)
+        if (block.address <= SpecialResetVector && SpecialResetVector + 2 <= block.address + block.bytes.size())
+            return hc11::chip::OperatingMode::SpecialTest;
+    return hc11::chip::OperatingMode::Expanded;
+}
+
+RomRunner::RomRunner(const hc11::as11::S19Image& image, const FlashTiming& timing)
+    : hertz_(ModeFor(image) == hc11::chip::OperatingMode::SpecialTest ? MonitorCrystalEClock : EClockHertzOfBoard),
+      board_(AtEClock(timing, hertz_), ModeFor(image))
 {
     for (const hc11::as11::S19Block& block : image.blocks)
         for (std::size_t i = 0; i < block.bytes.size(); ++i)

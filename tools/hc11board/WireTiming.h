@@ -1,7 +1,9 @@
 // The two clocks of the program: the wire, which lets a byte reach the other side
 // only when its ten bits at 38400 bit/s have gone by, and the E clock, which
-// holds a free run to the 2 MHz of a real board.
+// holds a free run to the board's own (2 MHz, or the monitor firmware's 2.4576 MHz).
 #pragma once
+
+#include "hc11board/BoardProgram.h"
 
 #include <algorithm>
 #include <chrono>
@@ -38,9 +40,9 @@ private:
 
 class EClock {
 public:
-    static constexpr std::uint64_t Hertz = 2'000'000;
-    // The most a run may catch up at once, after the process was held up.
-    static constexpr std::uint64_t MaxLag = Hertz / 20;
+    static constexpr std::uint64_t Hertz = EClockHertzOfBoard;
+
+    explicit EClock(std::uint64_t hertz) : hertz_(hertz) {}
 
     void Restart(SteadyClock::time_point now, std::uint64_t cycles)
     {
@@ -52,17 +54,19 @@ public:
     std::uint64_t CyclesOwed(SteadyClock::time_point now, std::uint64_t cycles)
     {
         const auto elapsed = std::chrono::duration_cast<std::chrono::nanoseconds>(now - start_).count();
-        const std::uint64_t target = startCycles_ + std::uint64_t(elapsed) * Hertz / 1'000'000'000ULL;
+        const std::uint64_t target = startCycles_ + std::uint64_t(elapsed) * hertz_ / 1'000'000'000ULL;
         if (target <= cycles)
             return 0;
-        if (target - cycles > MaxLag) {
+        const std::uint64_t maxLag = hertz_ / 20;   // the most a run catches up after the process was held up
+        if (target - cycles > maxLag) {
             Restart(now, cycles);
-            return MaxLag;
+            return maxLag;
         }
         return target - cycles;
     }
 
 private:
+    std::uint64_t hertz_;
     SteadyClock::time_point start_{};
     std::uint64_t startCycles_ = 0;
 };

@@ -50,3 +50,11 @@ bool TakeLastBreakpoint(std::int32_t& address)
     address = BreakpointTable[--BreakpointCount];
     return true;
 }
+
+std::bitset<65536> BreakpointMap()
+{
+    std::bitset<65536> map;
+    for (int i = 0; i < BreakpointCount; ++i)
+        map.set(static_cast<std::size_t>(BreakpointTable[i] & 0xFFFF));
+    return map;
+}

@@ -4,6 +4,7 @@
 // in step and leave the menus and the window's colours to their callers.
 #pragma once
 
+#include <bitset>
 #include <cstdint>
 
 // The index of the first entry with that address, or -1.
@@ -21,3 +22,6 @@ BreakpointToggle ToggleBreakpoint(std::int32_t address);
 
 // Takes the last entry off the table into address; false when it is empty.
 bool TakeLastBreakpoint(std::int32_t& address);
+
+// The table as a map of every address, for a run that tests each instruction.
+std::bitset<65536> BreakpointMap();

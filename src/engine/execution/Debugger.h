@@ -7,15 +7,18 @@
 // DebuggerView; the state lives in engine/state/TargetState as everywhere else.
 #pragma once
 
+#include "engine/execution/ChipFreeRun.h"
 #include "engine/execution/DebuggerView.h"
 #include "engine/link/TargetLink.h"
+
+#include <QElapsedTimer>
 
 #include <cstdint>
 #include <optional>
 
 class Debugger {
 public:
-    Debugger(TargetLink& link, DebuggerView& view) : link_(link), view_(view) {}
+    Debugger(TargetLink& link, DebuggerView& view);
     Debugger(const Debugger&) = delete;
     Debugger& operator=(const Debugger&) = delete;
 
@@ -31,8 +34,12 @@ public:
     void Play();
     void Animate();
     void Pause();
-    // The board takes the CPU until its reset report.
+    // The board takes the CPU until its reset report; the simulated chip
+    // runs until Pause or a breakpoint, in real time or at FullSpeed.
     void RunFree();
+    bool FullSpeed = false;
+    // The simulated chip runs freely.
+    bool ChipRunning() const { return chipRun_.Active(); }
     // The board has taken the CPU: display frozen, Pause off, panel "Running ...".
     void EnterFreeRun();
     // Runs the instruction at PC on the target as the step flags say.
@@ -76,6 +83,17 @@ private:
     // MakeStep's two back-ends; false when the step failed.
     bool StepOnBoard(std::int32_t target, std::int16_t length);
     void StepOnSimulator(std::int16_t length);
+    // Step Into on the simulated chip, with the windows as after any step.
+    void StepOnChip();
+    // What the windows show after a step, by mode and run.
+    void ShowStep();
+    // CpuRegisters into the save area, and the flags derived.
+    void StoreSimulatedRegisters();
+    // The characters the simulated chip has sent, to the terminal.
+    void PassChipOutput();
+    void RunChip();
+    void ChipSliceDone(std::uint64_t cycles);
+    void EndChipRun();
     void BeginRun(bool play);
     void EndRun();
     // Play's event pass, with the clock panel brought up to date first.
@@ -83,8 +101,15 @@ private:
 
     TargetLink& link_;
     DebuggerView& view_;
+    ChipFreeRun chipRun_;
+    QElapsedTimer clockShown_;   // the panel during a run on the chip
     bool clockPanelStale_ = false;
     bool followCpuWindow_ = false;     // the CPU window was open as Play began
     bool stepWaitAbandoned_ = false;   // Pause during the board's Step Over or Step Out wait
     bool stepWaitRunning_ = false;
+    // Step Out on the simulated chip: Play ends once a return has taken SP above this.
+    std::optional<std::int32_t> outAboveSP_;
 };
+
+// ClockCount with cycles added, wrapping as a 32-bit counter.
+std::int32_t AddClockCycles(std::int32_t count, std::uint64_t cycles);

@@ -14,6 +14,9 @@ public:
     virtual void Refresh() = 0;
     // The same without the disassembly page.
     virtual void RefreshRun() = 0;
+    // During a run on the simulated chip: the peripheral windows redraw from
+    // the chip as it runs, their marks still those of the last stop.
+    virtual void FollowPeripherals() = 0;
     // Shut the debugger's windows and commands for a run, with Pause on;
     // open them again once the run has stopped.
     virtual void FreezeDisplay() = 0;

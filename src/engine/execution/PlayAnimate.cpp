@@ -45,6 +45,7 @@ void Debugger::LetEventsRun()
     if (clockPanelStale_)
         view_.ShowClockCount();
     clockPanelStale_ = false;
+    PassChipOutput();
     view_.LetEventsRun();
 }
 
@@ -74,13 +75,17 @@ void Debugger::PlayUntil(std::optional<std::int32_t> temporary)
             LetEventsRun();
             continue;
         }
-        if (stepping::OutsideProgramBuffer(CpuRegisters.PC)) {
+        // The host decodes from ProgramBuffer; the simulated chip needs no copy.
+        if (!ChipSimulated() && stepping::OutsideProgramBuffer(CpuRegisters.PC)) {
             ProgramBase = CpuRegisters.PC;
             link_.InProgram();
         }
+        const bool returning = outAboveSP_ && stepping::ReturnAt(CpuRegisters.PC);
         if (BoardConnected)
             StepOne();
         PlayFirstStep = false;
+        if (returning && CpuRegisters.SP > *outAboveSP_)
+            RunStopped = true;
         // A lost board has shown its message once; the loop would show it at every step.
         if (!BoardConnected)
             RunStopped = true;
@@ -94,6 +99,7 @@ void Debugger::PlayUntil(std::optional<std::int32_t> temporary)
     view_.RedrawAtPC();
     view_.ThawDisplay();
     PlayActive = false;
+    PassChipOutput();
     EndRun();
 }
 
@@ -132,6 +138,9 @@ void Debugger::Animate()
 void Debugger::Pause()
 {
     RunStopped = true;
+    // The chip's run is between two slices, so at an instruction boundary.
+    if (chipRun_.Active())
+        EndChipRun();
     // The board's Step Over and Step Out wait too: the board keeps the routine.
     if (stepWaitRunning_)
         stepWaitAbandoned_ = true;

@@ -35,7 +35,10 @@ void RefreshCycle::RefreshRun()
 void RefreshCycle::ReadRegisterBlock()
 {
     if (TargetMode == SimulatorMode) {
-        std::copy_n(TargetMemory.begin() + RegisterBlockAddress, RegisterBlockSize, RegisterBlock.begin());
+        if (SimulatePeripherals)
+            link_.ChipSim.Read(RegisterBlockAddress, RegisterBlock);
+        else
+            std::copy_n(TargetMemory.begin() + RegisterBlockAddress, RegisterBlockSize, RegisterBlock.begin());
         SeenBytes.Seen(RegisterBlockAddress, RegisterBlock);
         return;
     }
@@ -46,6 +49,14 @@ void RefreshCycle::ReadRegisterBlock()
         std::copy(block.begin(), block.end(), RegisterBlock.begin());
         SeenBytes.Seen(RegisterBlockAddress, RegisterBlock);
     }
+}
+
+void RefreshCycle::FollowPeripherals()
+{
+    if (!ChipSimulated() || !views_.ViewShown(TargetView::RegisterBlock))
+        return;
+    link_.ChipSim.Read(RegisterBlockAddress, RegisterBlock);
+    views_.RefreshView(TargetView::RegisterBlock);
 }
 
 bool RefreshCycle::AutoRefreshDue()

@@ -40,6 +40,9 @@ public:
     // Fills RegisterBlock from the target's 64 bytes at $1000; a failed read
     // leaves it as it was.
     void ReadRegisterBlock();
+    // The register block windows from the simulated chip, without moving
+    // the marks' reference: they show what changed since the last stop.
+    void FollowPeripherals();
     // The auto-refresh tick has nothing to do while the target is running.
     static bool AutoRefreshDue();
 

@@ -2,6 +2,7 @@
 
 #include "platform/TickCount.h"
 #include "engine/link/MonitorFrames.h"
+#include "hc11/InstructionSet.h"
 
 #include <algorithm>
 
@@ -68,6 +69,12 @@ std::array<std::uint8_t, 5> SimulatorStepBytes(std::int32_t pc, int length)
 std::int32_t TargetWord(std::int32_t address)
 {
     return TargetMemory[address & 0xFFFF] * 256 + TargetMemory[(address + 1) & 0xFFFF];
+}
+
+bool ReturnAt(std::int32_t pc)
+{
+    const hc11::Instruction* row = hc11::DecodeOpcode(TargetMemory[pc & 0xFFFF], TargetMemory[(pc + 1) & 0xFFFF]);
+    return row && (row->mnemonic == hc11::Mnemonic::RTS || row->mnemonic == hc11::Mnemonic::RTI);
 }
 
 bool OutsideProgramBuffer(std::int32_t pc)

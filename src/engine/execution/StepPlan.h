@@ -41,6 +41,9 @@ std::array<std::uint8_t, 5> SimulatorStepBytes(std::int32_t pc, int length);
 // The word at address in TargetMemory, high byte first, wrapping at 65,536.
 std::int32_t TargetWord(std::int32_t address);
 
+// The instruction at pc in TargetMemory is RTS or RTI.
+bool ReturnAt(std::int32_t pc);
+
 // PC has left the 252 bytes of ProgramBuffer that hold a whole instruction.
 bool OutsideProgramBuffer(std::int32_t pc);
 

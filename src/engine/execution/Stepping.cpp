@@ -102,6 +102,11 @@ void Debugger::StepInto()
 
 void Debugger::StepOne()
 {
+    // The chip runs every instruction itself, jumps, calls and interrupts too.
+    if (ChipSimulated()) {
+        StepOnChip();
+        return;
+    }
     if (!ProgramBufferAtPC())
         return;
     // Every instruction counts, whether the target or the host runs it.
@@ -168,6 +173,11 @@ void Debugger::StepOver()
         Flow flow;
         if (!FlowAtPC(flow, link_.Reader()))
             return;
+        // The chip runs returns and RTI itself: only a call needs a run to its end.
+        if (ChipSimulated() && !flow.call) {
+            StepOne();
+            return;
+        }
         const std::int32_t end = flow.ret ? stepping::TargetWord(CpuRegisters.SP + 1) : flow.next;
         PlayToTemporaryBreakpoint(end);
     }
@@ -191,6 +201,13 @@ void Debugger::StepOut()
         StepOutActive = StepExecute = true;
         StepPlain = StepOverActive = false;
         StepOnBoardFrozen();
+    } else if (ChipSimulated()) {
+        // A subroutine and an interrupt routine both end where a return
+        // takes SP above the level it has now.
+        outAboveSP_ = CpuRegisters.SP;
+        PlayUntil(std::nullopt);
+        outAboveSP_.reset();
+        view_.Refresh();
     } else if (TargetMode == SimulatorMode) {
         if (BreakpointCount < MaxBreakpoints)
             PlayToTemporaryBreakpoint(stepping::TargetWord(CpuRegisters.SP + 1));
@@ -246,32 +263,52 @@ void Debugger::MakeStep()
         else if (stepped && TargetMode == SimulatorMode)
             StepOnSimulator(length);
     }
-    if (stepped) {
-        if (TargetMode == BoardMode) {
-            if (RunStopped || AnimateActive) {
-                view_.Refresh();
-            } else if (PlayActive) {
-                // During Play only the CPU window follows each step.
-                if (stepping::OutsideProgramBuffer(CpuRegisters.PC)) {
-                    ProgramBase = CpuRegisters.PC;
-                    link_.InProgram();
-                }
-                if (followCpuWindow_)
-                    view_.FollowStep(false);
-            }
-        } else if (PlayActive) {
-            if (followCpuWindow_)
-                view_.FollowStep(true);
-        } else {
-            view_.Refresh();
-        }
-    }
+    if (stepped)
+        ShowStep();
     // Play's event pass brings the panel up to date: nothing is painted in between.
     if (PlayActive)
         clockPanelStale_ = true;
     else
         view_.ShowClockCount();
     link_.MSComm.SetRThreshold(TargetLink::ReceiveThreshold);
+}
+
+void Debugger::ShowStep()
+{
+    if (TargetMode == BoardMode) {
+        if (RunStopped || AnimateActive) {
+            view_.Refresh();
+        } else if (PlayActive) {
+            // During Play only the CPU window follows each step.
+            if (stepping::OutsideProgramBuffer(CpuRegisters.PC)) {
+                ProgramBase = CpuRegisters.PC;
+                link_.InProgram();
+            }
+            if (followCpuWindow_)
+                view_.FollowStep(false);
+        }
+    } else if (PlayActive) {
+        if (followCpuWindow_)
+            view_.FollowStep(true);
+    } else {
+        view_.Refresh();
+    }
+}
+
+void Debugger::StepOnChip()
+{
+    ClockCount = AddClockCycles(ClockCount, link_.ChipSim.Step(CpuRegisters));
+    StoreSimulatedRegisters();
+    StepExecute = false;
+    StepPlain = true;
+    StepOverActive = StepOutActive = false;
+    ShowStep();
+    if (PlayActive) {
+        clockPanelStale_ = true;
+    } else {
+        view_.ShowClockCount();
+        PassChipOutput();
+    }
 }
 
 bool Debugger::StepOnBoard(std::int32_t target, std::int16_t length)
@@ -324,9 +361,29 @@ void Debugger::StepOnSimulator(std::int16_t length)
     r.IX = ix & 0xFFFF;
     r.IY = iy & 0xFFFF;
     r.SP = sp & 0xFFFF;
+    StoreSimulatedRegisters();
+    r.PC = (r.PC + length) % 65536;
+}
+
+void Debugger::StoreSimulatedRegisters()
+{
     // The save area is where InCPU takes the registers back from, as on the board.
-    const monitor::SaveAreaBytes saved = monitor::SaveAreaOf(r);
+    const monitor::SaveAreaBytes saved = monitor::SaveAreaOf(CpuRegisters);
     std::copy(saved.begin(), saved.end(), TargetMemory.begin() + SaveAreaAddress);
     SplitCCR();
-    r.PC = (r.PC + length) % 65536;
+}
+
+void Debugger::PassChipOutput()
+{
+    if (!ChipSimulated())
+        return;
+    const QByteArray bytes = link_.ChipSim.TakeOutput();
+    if (!bytes.isEmpty())
+        view_.PassToTerminal(bytes);
+}
+
+std::int32_t AddClockCycles(std::int32_t count, std::uint64_t cycles)
+{
+    // The panel's count wraps as a 32-bit counter would.
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(count) + static_cast<std::uint32_t>(cycles));
 }

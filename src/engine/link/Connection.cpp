@@ -28,7 +28,7 @@ TargetLink::TargetLink(LinkReports& reports) : reports_(reports)
 void TargetLink::BoardStatus()
 {
     if (TargetMode == SimulatorMode)
-        reports_.LinkStateChanged(LinkState::Simulator);
+        reports_.LinkStateChanged(BoardRunning ? LinkState::SimulatorRunning : LinkState::Simulator);
     else if (!MSComm.CTSHolding())
         reports_.LinkStateChanged(LinkState::NotConnected);
     else if (BoardRunning)

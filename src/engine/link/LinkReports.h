@@ -20,7 +20,8 @@ enum class LinkFailure {
 
 // The state the status panel shows (BoardStatus).
 enum class LinkState {
-    Simulator,       // the free run is off in this mode
+    Simulator,       // the free run is off in this mode unless the chip is simulated
+    SimulatorRunning,   // a free run on the simulated chip
     NotConnected,    // no CTS
     Running,         // a free run on the board
     Ready,           // with StatusSuffix behind it

@@ -1,5 +1,6 @@
-// The memory events of the simulator component: TargetMemory is the simulated
-// target's memory. While the input-output unit's window is open, the
+// The memory events of the simulator component, and the simulated chip's
+// accesses to the input-output unit: TargetMemory is the simulated target's
+// memory. While the input-output unit's window is open, the
 // program's read of the unit's in data clears the in flag, and its write of
 // the out data sets the out flag.
 #include "engine/state/TargetState.h"
@@ -34,4 +35,16 @@ void TargetLink::SimulatorWrite(std::int32_t Address, std::int16_t Data)
             IoUnitWindow->setOutFresh(1);
         }
     }
+}
+
+std::uint8_t TargetLink::IoUnitDevice::Read(std::uint16_t address)
+{
+    std::int16_t data = 0;
+    link_.SimulatorRead(address, data);
+    return static_cast<std::uint8_t>(data);
+}
+
+void TargetLink::IoUnitDevice::Write(std::uint16_t address, std::uint8_t value)
+{
+    link_.SimulatorWrite(address, value);
 }

@@ -1,7 +1,8 @@
 // The link to the target: the serial control to the board's monitor, the
-// simulator component, and the operations on both. Every operation serves
-// the back-end of TargetMode: a framed exchange with the monitor, or
-// TargetMemory in simulator mode. It knows no window; failures and the
+// simulator component, the simulated chip, and the operations on all of
+// them. Every operation serves the back-end of TargetMode: a framed exchange
+// with the monitor, or in simulator mode TargetMemory, through the chip's
+// register block when SimulatePeripherals is set. It knows no window; failures and the
 // panel's state go to the LinkReports that the GUI implements.
 //
 // How a window gets at it: frmMain owns the one link and hands it out by
@@ -11,6 +12,7 @@
 #pragma once
 
 #include "engine/code/Asm.h"
+#include "engine/link/ChipSimulator.h"
 #include "platform/MSComm.h"
 #include "platform/Velmar.h"
 #include "engine/link/IoUnitHooks.h"
@@ -24,6 +26,21 @@
 #include <vector>
 
 class TargetLink {
+    // The input-output unit on the chip's bus: its cells are TargetMemory's,
+    // and the program's accesses move its flags as the simulator's do.
+    class IoUnitDevice final : public hc11::chip::OutsideDevice {
+    public:
+        explicit IoUnitDevice(TargetLink& link) : link_(link) {}
+        std::uint8_t Read(std::uint16_t address) override;
+        void Write(std::uint16_t address, std::uint8_t value) override;
+        std::uint8_t Peek(std::uint16_t address) override { return TargetMemory[address]; }
+        void Poke(std::uint16_t address, std::uint8_t value) override { TargetMemory[address] = value; }
+
+    private:
+        TargetLink& link_;
+    };
+    IoUnitDevice ioUnitDevice_{*this};
+
 public:
     // RThreshold between exchanges: the monitor's reset report is 6 bytes.
     static constexpr int ReceiveThreshold = 6;
@@ -34,6 +51,7 @@ public:
 
     ::MSComm MSComm;   // the serial port to the board's monitor
     Velmar Velmar1;    // the simulator component, called in simulator mode only
+    ChipSimulator ChipSim{ioUnitDevice_};   // the simulated chip, with SimulatePeripherals
     // The input-output unit's window while it is loaded, else nullptr. Host
     // writes to $6000-$6003 and the simulator's accesses are told to it.
     IoUnitHooks* IoUnitWindow = nullptr;
@@ -82,6 +100,10 @@ public:
     // to restore.
     bool Exchange(const QByteArray& frame, const ExchangeRules& rules, QByteArray& reply,
                   const std::function<bool()>& abandoned = {});
+
+    // The keys typed in the serial terminal: to the board's line, or to the
+    // simulated chip's SCI.
+    void TerminalInput(const QByteArray& bytes);
 
     // Target bytes for the flow analysis, read by InBytes.
     const TargetBytesReader& Reader() const { return reader_; }

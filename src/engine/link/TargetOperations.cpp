@@ -46,7 +46,10 @@ bool TargetLink::Exchange(const QByteArray& frame, const ExchangeRules& rules, Q
 bool TargetLink::ReadTarget(std::int32_t address, int count, std::uint32_t timeoutMs, std::span<std::uint8_t> out)
 {
     if (TargetMode == SimulatorMode) {
-        ReadTargetMemory(address, out.first(static_cast<std::size_t>(count)));
+        if (SimulatePeripherals)
+            ChipSim.Read(address, out.first(static_cast<std::size_t>(count)));
+        else
+            ReadTargetMemory(address, out.first(static_cast<std::size_t>(count)));
         return true;
     }
     if (TargetMode != BoardMode)
@@ -63,7 +66,10 @@ bool TargetLink::ReadTarget(std::int32_t address, int count, std::uint32_t timeo
 void TargetLink::WriteTarget(char letter, std::int32_t address, std::span<const std::uint8_t> data, bool pumpEvents)
 {
     if (TargetMode == SimulatorMode) {
-        WriteTargetMemory(address, data);
+        if (SimulatePeripherals)
+            ChipSim.Write(address, data);
+        else
+            WriteTargetMemory(address, data);
         return;
     }
     if (TargetMode != BoardMode)
@@ -233,4 +239,12 @@ void TargetLink::TellIoUnit(std::int32_t address, std::uint8_t data)
     case IoUnitAddress + 3: IoUnitWindow->setOutDataRegister(data); break;
     default: break;
     }
+}
+
+void TargetLink::TerminalInput(const QByteArray& bytes)
+{
+    if (ChipSimulated())
+        ChipSim.Receive(bytes);
+    else
+        MSComm.Output(bytes);
 }

@@ -7,6 +7,7 @@ std::uint8_t TargetMode = BoardMode;
 bool BoardConnected = false;
 bool BoardRunning = false;
 const char* StatusSuffix = "";
+bool SimulatePeripherals = false;
 
 CpuRegisterRecord CpuRegisters;
 
@@ -41,6 +42,7 @@ void ResetTargetState()
     TargetMode = BoardMode;
     BoardConnected = BoardRunning = false;
     StatusSuffix = "";
+    SimulatePeripherals = false;
     CpuRegisters = CpuRegisterRecord{};
     RegisterBlock.fill(0);
     PiaBlock.fill(0);

@@ -30,6 +30,18 @@ extern std::uint8_t TargetMode;    // 0 Board, 1 Simulator; nothing else is ever
 extern bool BoardConnected;        // the last exchange succeeded
 extern bool BoardRunning;          // the board runs user code freely
 extern const char* StatusSuffix;   // "" or " (Reset)" behind "HC11 Board: Ready"
+// Simulator mode runs the program on the whole chip (register block, timer,
+// SCI, interrupts, a free run) rather than on flat memory.
+extern bool SimulatePeripherals;
+inline bool ChipSimulated()
+{
+    return TargetMode == SimulatorMode && SimulatePeripherals;
+}
+// The target can run the program freely: the board, or the simulated chip.
+inline bool FreeRunAvailable()
+{
+    return TargetMode == BoardMode || ChipSimulated();
+}
 
 // ---- CPU registers: the host's copy ----------------------------------------
 struct CpuRegisterRecord {

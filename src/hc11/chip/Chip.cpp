@@ -16,12 +16,27 @@ constexpr std::uint64_t StopRecoveryCycles = 4064;
 
 } // namespace
 
-Chip::Chip(const ChipSetup& setup) : setup_(setup)
+Chip::Chip(const ChipSetup& setup)
+    : setup_(setup), ownRam_(std::make_unique<std::array<std::uint8_t, 65536>>()), ram_(*ownRam_)
+{
+    ram_.fill(0);
+    Start();
+}
+
+Chip::Chip(const ChipSetup& setup, std::array<std::uint8_t, 65536>& memory) : setup_(setup), ram_(memory)
+{
+    Start();
+}
+
+void Chip::Start()
 {
     cpu_.SetOnChip(true);
     cpu_.SetDirectPages(&directPages_);
-    const auto all = std::initializer_list<Peripheral*>{&timer_, &sci_, &ports_, &cop_, &adc_, &spi_, &eeprom_};
-    for (Peripheral* peripheral : all)
+    if (setup_.mode == OperatingMode::SpecialTest) {
+        cpu_.SetVectorPage(0xBF);
+        protection_.specialMode = true;
+    }
+    for (Peripheral* peripheral : std::initializer_list<Peripheral*>{&timer_, &sci_, &ports_, &cop_, &adc_, &spi_, &eeprom_})
         AddPeripheral(*peripheral);
     ResetFrom(ResetCause::Pin);
 }
@@ -194,7 +209,9 @@ void Chip::ResetFrom(ResetCause cause)
     const std::uint64_t now = Now();
     protection_.resetAt = now;
     option_ = option::DLY;
-    hprio_ = setup_.mode == OperatingMode::Expanded ? 0x25 : 0x05;   // PSEL at the reserved code: IRQ on top
+    // PSEL at the reserved code: IRQ on top; MDA in the expanded modes, SMOD
+    // and IRV as well in special test.
+    hprio_ = setup_.mode == OperatingMode::Expanded ? 0x25 : setup_.mode == OperatingMode::SpecialTest ? 0x75 : 0x05;
     init_ = 0x01;
     registerBase_ = 0x1000;
     config_ = eeprom_.ConfigCell();
@@ -210,8 +227,9 @@ void Chip::ResetFrom(ResetCause cause)
     const std::uint16_t vector = cause == ResetCause::CopFailure ? CopFailVector
                                  : cause == ResetCause::ClockMonitor ? ClockMonitorVector
                                                                      : ResetVector;
-    const unsigned high = Read(vector);
-    cpu_.regs.pc = std::uint16_t(high << 8 | Read(std::uint16_t(vector + 1)));
+    const std::uint16_t at = cpu_.VectorAt(vector);
+    const unsigned high = Read(at);
+    cpu_.regs.pc = std::uint16_t(high << 8 | Read(std::uint16_t(at + 1)));
     lastReset_ = cause;
     settleAt_ = 0;
     stale_ = AllStale;

@@ -61,6 +61,10 @@ enum class ResetCause : std::uint8_t { Pin, CopFailure, ClockMonitor };
 class Chip {
 public:
     explicit Chip(const ChipSetup& setup = {});
+    // The chip on a host's 64 KB, which then is its RAM: a host that keeps
+    // its own record of the target's memory reads what the program wrote
+    // there, with no copy. memory outlives the chip.
+    Chip(const ChipSetup& setup, std::array<std::uint8_t, 65536>& memory);
     ~Chip();
     Chip(const Chip&) = delete;
     Chip& operator=(const Chip&) = delete;
@@ -185,6 +189,7 @@ private:
     void WriteSystemRegister(unsigned offset, std::uint8_t value);
 
     void AddPeripheral(Peripheral& peripheral);
+    void Start();
     void ResetFrom(ResetCause cause);
     // Runs the peripherals whose events are due, then recomputes the next
     // event and the interrupt request the core sees.
@@ -199,7 +204,8 @@ private:
 
     ChipSetup setup_;
     InputPins inputs_;
-    std::array<std::uint8_t, 65536> ram_{};
+    std::unique_ptr<std::array<std::uint8_t, 65536>> ownRam_;   // none on a host's memory
+    std::array<std::uint8_t, 65536>& ram_;
     ChipBus bus_{*this};
     Cpu cpu_{bus_};
 

@@ -13,6 +13,10 @@ namespace hc11::chip {
 enum class OperatingMode : std::uint8_t {
     SingleChip,   // ports B and C are ports
     Expanded,     // the bus runs outside: the host's devices answer where it maps them
+    // Expanded, with the vectors at $BFC0-$BFFF and the time-protected bits
+    // open (the reference manual's resets and interrupts section): a board
+    // starts a monitor from an EPROM below $C000 this way.
+    SpecialTest,
 };
 
 // Fixed for the chip's life: set before the first reset.

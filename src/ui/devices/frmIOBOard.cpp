@@ -134,7 +134,18 @@ frmIOBOard::frmIOBOard(frmMain& main) : ToolWindow(main, QStringLiteral("Input-O
 
     CommandClose = new QPushButton(QStringLiteral("Close"), this);
     CommandClose->setObjectName(QStringLiteral("CommandClose"));
+    // The simulated chip's interrupt pins, held low while a button is down.
+    CommandIrq = new QPushButton(QStringLiteral("IRQ"), this);
+    CommandIrq->setObjectName(QStringLiteral("CommandIrq"));
+    CommandXirq = new QPushButton(QStringLiteral("XIRQ"), this);
+    CommandXirq->setObjectName(QStringLiteral("CommandXirq"));
+    for (QPushButton* pin : {CommandIrq, CommandXirq}) {
+        pin->setCheckable(true);
+        pin->setToolTip(QStringLiteral("Holds the simulated chip's %1 pin low while down").arg(pin->text()));
+    }
     auto* closeRow = new QHBoxLayout;
+    closeRow->addWidget(CommandIrq);
+    closeRow->addWidget(CommandXirq);
     closeRow->addStretch();
     closeRow->addWidget(CommandClose);
     auto* layout = new QVBoxLayout(this);
@@ -160,6 +171,8 @@ frmIOBOard::frmIOBOard(frmMain& main) : ToolWindow(main, QStringLiteral("Input-O
         Show();
     });
     connect(CommandClose, &QPushButton::clicked, this, [this] { parentWidget() ? parentWidget()->close() : close(); });
+    connect(CommandIrq, &QPushButton::toggled, this, [this](bool down) { link_.ChipSim.SetIrq(down); });
+    connect(CommandXirq, &QPushButton::toggled, this, [this](bool down) { link_.ChipSim.SetXirq(down); });
     Show();
 }
 
@@ -184,6 +197,8 @@ void frmIOBOard::Show()
     TextOutBinary->setText(unit_.TextOutBinary);
     Light(ShapeInFresh, unit_.InFresh);
     Light(ShapeOutFresh, unit_.OutFresh);
+    CommandIrq->setEnabled(ChipSimulated());
+    CommandXirq->setEnabled(ChipSimulated());
     for (int i = 0; i < 8; ++i)
         Light(ShapeLed[i], unit_.LedLit(i));
 }

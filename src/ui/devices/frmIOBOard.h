@@ -40,6 +40,8 @@ public:
     std::array<QLabel*, 8> ShapeLed{};
     QCheckBox* CheckLEDPower = nullptr;
     QPushButton* CommandClose = nullptr;
+    QPushButton* CommandIrq = nullptr;    // on the simulated chip only
+    QPushButton* CommandXirq = nullptr;
 
     void CommandInput_Click();
     void CommandRead_Click();

@@ -63,7 +63,8 @@ void frmSerial::resizeEvent(QResizeEvent*)
 
 void frmSerial::Display(const QByteArray& InData)
 {
-    screen_.Display(InData, TargetMode == SimulatorMode);
+    // The flat simulator passes one byte at a time; the chip's SCI a whole stream.
+    screen_.Display(InData, TargetMode == SimulatorMode && !SimulatePeripherals);
     if (redraw_.isActive())
         return;
     const qint64 wait = sinceDrawn_.isValid() ? RedrawMs - sinceDrawn_.elapsed() : 0;
@@ -132,10 +133,12 @@ bool frmSerial::eventFilter(QObject* watched, QEvent* event)
     case QEvent::KeyPress: {
         // Nothing typed reaches the text: the board echoes what it wants seen.
         const auto* key = static_cast<QKeyEvent*>(event);
+        // The simulated chip's SCI listens whether it runs or steps.
+        const bool line = TargetMode == BoardMode || ChipSimulated();
         const QByteArray bytes = TerminalKeyBytes(key->key(), key->modifiers().testFlag(Qt::ControlModifier),
-                                                  key->text(), TargetMode == BoardMode, BoardRunning);
+                                                  key->text(), line, BoardRunning || ChipSimulated());
         if (!bytes.isEmpty())
-            link_.MSComm.Output(bytes);
+            link_.TerminalInput(bytes);
         return true;
     }
     case QEvent::KeyRelease:

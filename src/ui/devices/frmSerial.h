@@ -1,6 +1,7 @@
 // "Serial Terminal": the user program's own traffic on the board's serial
-// line during a free run. It shows what TerminalScreen makes of the bytes the
-// target link passes to Display, and sends what is typed through MSComm.
+// line during a free run, or on the simulated chip's SCI. It shows what
+// TerminalScreen makes of the bytes the target link passes to Display, and
+// sends what is typed through the link (TargetLink::TerminalInput).
 // The writing position is the control's caret, which no click may move.
 // A flood of bytes is drawn at most once per RedrawMs: laying out the text
 // control for every block that arrives would leave the program no time for

@@ -48,14 +48,17 @@ void frmMain::LinkStateChanged(LinkState state)
     switch (state) {
     case LinkState::Simulator:
         SetPanelText(1, QStringLiteral("Simulator mode"));
-        // A free run exists only on the board. Every simulated target
-        // operation ends here, Play's emulated calls and returns among them:
-        // the entry is looked up once.
+        // Flat memory has no free run. Every simulated target operation ends
+        // here, Play's emulated calls and returns among them: the entry is
+        // looked up once.
+        if (SimulatePeripherals)
+            break;
         if (!runEntry_)
             runEntry_ = Menu(QStringLiteral("mnuRunRun"));
         runEntry_->setEnabled(false);
         Button(23)->setEnabled(false);
         break;
+    case LinkState::SimulatorRunning: SetPanelText(1, QStringLiteral("Simulator: Running ...")); break;
     case LinkState::NotConnected: SetPanelText(1, QStringLiteral("HC11 Board: Not Connected !")); break;
     case LinkState::Running: SetPanelText(1, QStringLiteral("HC11 Board: Running ...")); break;
     case LinkState::Ready:

@@ -84,6 +84,7 @@ const MenuRow Menus[] = {
     {1, "mnuDebugRefresh", "&Refresh Window", "", Hidden, 55, nullptr},
     {0, "mnuRun", "&Run", "", None, 56, nullptr},
     {1, "mnuRunRun", "&Run", "", Off, 57, &frmMain::mnuRunRun_Click},
+    {1, "mnuRunFullSpeed", "&Full Speed", "", Check, 57, &frmMain::mnuRunFullSpeed_Click},
     {1, "mnuRunPlay", "&Play", "F5", Off, 0, &frmMain::mnuRunPlay_Click},
     {1, "mnuRunAnimate", "&Animate", "Shift+F5", Off, 0, &frmMain::mnuRunAnimate_Click},
     {1, nullptr, nullptr, "", None, 0, nullptr},

@@ -36,6 +36,13 @@ void frmMain::RedrawAtPC()
         RefreshView(TargetView::Code);
 }
 
+void frmMain::mnuRunFullSpeed_Click()
+{
+    QAction* entry = Menu("mnuRunFullSpeed");
+    entry->setChecked(!entry->isChecked());
+    debugger_.FullSpeed = entry->isChecked();
+}
+
 void frmMain::mnuRunRunTo_Click()
 {
     const auto* disAsm = qobject_cast<const frmDisAsm*>(Window(DisAsm));

@@ -117,8 +117,8 @@ void frmMain::ThawDisplay()
     // The run commands come back only with a disassembly window to host them.
     QWidget* disAsm = Window(QStringLiteral("frmDisAsm"));
     if (IsOpen(QStringLiteral("frmDisAsm")) && RunStopped) {
-        Menu("mnuRunRun")->setEnabled(TargetMode == BoardMode);
-        Button(RunButton)->setEnabled(TargetMode == BoardMode);
+        Menu("mnuRunRun")->setEnabled(FreeRunAvailable());
+        Button(RunButton)->setEnabled(FreeRunAvailable());
         for (const char* name : {"mnuRunPlay", "mnuRunAnimate"})
             Menu(QString::fromLatin1(name))->setEnabled(true);
         Button(PlayButton)->setEnabled(true);
@@ -147,6 +147,10 @@ void frmMain::mnuDebugResetCounter_Click()
 
 void frmMain::mnuDebugGetResVec_Click()
 {
+    // The simulated chip starts over as at its RESET pin: the time-protected
+    // writes of the program's first cycles take again.
+    if (ChipSimulated())
+        link_.ChipSim.Reset();
     link_.InResetVector(CpuRegisters.PC);
     CallWindow(LoadWindow(QStringLiteral("frmDisAsm")), "mnuGoToPCAddress");
 }

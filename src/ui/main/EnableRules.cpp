@@ -110,8 +110,9 @@ void frmMain::SetFindNextButton(bool findHistory)
 void frmMain::TargetModeMenus()
 {
     const bool board = TargetMode == BoardMode;
+    // The simulated chip has a register block; flat memory has none.
     for (const char* name : RegisterBlockEntries)
-        Menu(QString::fromLatin1(name))->setEnabled(board);
+        Menu(QString::fromLatin1(name))->setEnabled(board || ChipSimulated());
     Menu("mnuViewIOunit")->setEnabled(!board);
 }
 
@@ -124,8 +125,7 @@ void frmMain::DisAsmMenus()
 {
     const bool ready = BoardConnected && !BoardRunning;
     const bool steps = ready && RunStopped;
-    // A free run exists only on the board.
-    const bool run = steps && TargetMode != SimulatorMode;
+    const bool run = steps && FreeRunAvailable();
     Menu("mnuRunRun")->setEnabled(run);
     Button(RunButton)->setEnabled(run);
     for (const char* name : {"mnuRunPlay", "mnuRunAnimate", "mnuRunStepInto", "mnuRunStepOver", "mnuRunRunTo",

@@ -43,6 +43,9 @@ void frmMain::MDIForm_Load()
 
     LoadPortAndFonts();
     TargetMode = GetFlagSetting(QStringLiteral("SimEnabled"), false) ? SimulatorMode : BoardMode;
+    SimulatePeripherals = GetFlagSetting(QStringLiteral("SimPeripherals"), true);
+    Menu("mnuRunFullSpeed")->setChecked(GetFlagSetting(QStringLiteral("FullSpeed"), false));
+    debugger_.FullSpeed = Menu("mnuRunFullSpeed")->isChecked();
 
     // The current folder stays the user's, where the IDE was started: file
     // dialogs begin there and bare names land there. Only a start from inside
@@ -77,6 +80,8 @@ void frmMain::MDIForm_Unload()
     SaveFlagSetting(QStringLiteral("HexTerminal"), Menu("mnuPopupSerialHex")->isChecked());
     SavePortAndFonts();
     SaveFlagSetting(QStringLiteral("SimEnabled"), TargetMode != 0);
+    SaveFlagSetting(QStringLiteral("SimPeripherals"), SimulatePeripherals);
+    SaveFlagSetting(QStringLiteral("FullSpeed"), Menu("mnuRunFullSpeed")->isChecked());
 
     // The device paths behind the port numbers, so that the user finds them in the file.
     for (int port = 1; port <= 4; ++port)

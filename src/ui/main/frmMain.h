@@ -104,6 +104,7 @@ public:
     void Refresh() override { refresh_.Refresh(); }
     // Registers, stack, watches and peripheral windows that are open.
     void RefreshRun() override { refresh_.RefreshRun(); }
+    void FollowPeripherals() override { refresh_.FollowPeripherals(); }
     // Fills RegisterBlock from the target's 64 bytes at $1000.
     void ReadRegisterBlock() { refresh_.ReadRegisterBlock(); }
     // Shut the debugger's windows and commands for a run, and reopen them.
@@ -113,6 +114,8 @@ public:
 
     // ---- Run, step, Play and Animate: forwards to Debug() ---------------------
     void mnuRunRun_Click() { debugger_.RunFree(); }
+    // The simulated chip's free run: in real time, or as fast as it goes.
+    void mnuRunFullSpeed_Click();
     void mnuRunStepInto_Click() { debugger_.StepInto(); }
     void mnuRunStepOver_Click() { debugger_.StepOver(); }
     void mnuRunStepOut_Click() { debugger_.StepOut(); }

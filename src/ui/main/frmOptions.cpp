@@ -62,6 +62,8 @@ frmOptions::frmOptions(frmMain& main) : QDialog(&main), main_(main)
     port->setObjectName(QStringLiteral("ComPort"));
     chSimEnabled = new QCheckBox(QStringLiteral("Simulator"), port);
     chSimEnabled->setObjectName(QStringLiteral("chSimEnabled"));
+    chSimPeripherals = new QCheckBox(QStringLiteral("Simulate on-chip peripherals"), port);
+    chSimPeripherals->setObjectName(QStringLiteral("chSimPeripherals"));
     auto* lbComPort = new QLabel(QStringLiteral("&Communication Port:"), port);
     lbComPort->setObjectName(QStringLiteral("lbComPort"));
     cbComPort = new QComboBox(port);
@@ -75,10 +77,11 @@ frmOptions::frmOptions(frmMain& main) : QDialog(&main), main_(main)
     cmdDevice->setObjectName(QStringLiteral("cmdDevice"));
     auto* portGrid = new QGridLayout(port);
     portGrid->addWidget(chSimEnabled, 0, 0, 1, 3);
-    portGrid->addWidget(lbComPort, 1, 0);
-    portGrid->addWidget(cbComPort, 1, 1);
-    portGrid->addWidget(cmdDevice, 1, 2);
-    portGrid->addWidget(lbDevice, 2, 1, 1, 2);
+    portGrid->addWidget(chSimPeripherals, 1, 0, 1, 3);
+    portGrid->addWidget(lbComPort, 2, 0);
+    portGrid->addWidget(cbComPort, 2, 1);
+    portGrid->addWidget(cmdDevice, 2, 2);
+    portGrid->addWidget(lbDevice, 3, 1, 1, 2);
     page->addWidget(port);
 
     TabStrip = new QTabWidget(this);
@@ -132,6 +135,7 @@ void frmOptions::Form_Load()
     cbComPort->setCurrentIndex(std::clamp<int>(COMPort, 1, PortCount) - 1);
     ShowDevice();
     chSimEnabled->setChecked(TargetMode == SimulatorMode);
+    chSimPeripherals->setChecked(SimulatePeripherals);
 }
 
 void frmOptions::UpdateSLabels() { WriteLabels(ScreenFontCopy, lbEName, lbEStyle, lbESize); }
@@ -186,7 +190,11 @@ void frmOptions::cmdOK_Click()
 {
     ScreenFont = ScreenFontCopy;
     PrintFont = PrintFontCopy;
+    // A run on the simulated chip ends before the simulator changes under it.
+    if (ChipSimulated() && BoardRunning)
+        main_.mnuRunPause_Click();
     TargetMode = chSimEnabled->isChecked() ? SimulatorMode : BoardMode;
+    SimulatePeripherals = chSimPeripherals->isChecked();
     for (frmEditor* editor : LoadedEditors())
         editor->ApplyScreenFont();
     COMPort = static_cast<std::int16_t>(cbComPort->currentIndex() + 1);
@@ -202,6 +210,7 @@ void frmMain::mnuViewOptions_Click()
 {
     frmOptions form(*this);
     RunModal(form);
-    // Whichever way it closed, the register entries follow the mode.
+    // Whichever way it closed, the register entries and the run commands follow the mode.
     TargetModeMenus();
+    RunCommandsChanged();
 }

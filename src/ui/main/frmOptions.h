@@ -1,5 +1,5 @@
-// The Options dialog: editor and printer fonts, the simulator switch and the
-// serial port. It edits copies; OK applies all of them at once, with no
+// The Options dialog: editor and printer fonts, the simulator switches and
+// the serial port. It edits copies; OK applies all of them at once, with no
 // restart, and Cancel drops them. The store gets the values at exit.
 #pragma once
 
@@ -48,6 +48,7 @@ public:
     QLabel* lbPSize = nullptr;
     QPushButton* cmdPSet = nullptr;
     QCheckBox* chSimEnabled = nullptr;
+    QCheckBox* chSimPeripherals = nullptr;   // the simulator runs on the whole chip
     QComboBox* cbComPort = nullptr;
     QLabel* lbDevice = nullptr;      // the device of the selected port number
     QPushButton* cmdDevice = nullptr;

@@ -93,6 +93,15 @@ const RegisterRow AdRows[] = {
     {.name = "ADR2", .address = 0x1032, .format = Hex, .readOnly = true, .title = "A/D Result 2"},
     {.name = "ADR3", .address = 0x1033, .format = Hex, .readOnly = true, .title = "A/D Result 3"},
     {.name = "ADR4", .address = 0x1034, .format = Hex, .readOnly = true, .title = "A/D Result 4"},
+    // What the simulated chip's port E pins carry: $00 at VRL to $FF at VRH.
+    {.name = "PE0 level", .address = 0, .format = Hex, .write = RowWrite::AnalogLevel, .title = "Simulated input PE0"},
+    {.name = "PE1 level", .address = 1, .format = Hex, .write = RowWrite::AnalogLevel, .title = "Simulated input PE1"},
+    {.name = "PE2 level", .address = 2, .format = Hex, .write = RowWrite::AnalogLevel, .title = "Simulated input PE2"},
+    {.name = "PE3 level", .address = 3, .format = Hex, .write = RowWrite::AnalogLevel, .title = "Simulated input PE3"},
+    {.name = "PE4 level", .address = 4, .format = Hex, .write = RowWrite::AnalogLevel, .title = "Simulated input PE4"},
+    {.name = "PE5 level", .address = 5, .format = Hex, .write = RowWrite::AnalogLevel, .title = "Simulated input PE5"},
+    {.name = "PE6 level", .address = 6, .format = Hex, .write = RowWrite::AnalogLevel, .title = "Simulated input PE6"},
+    {.name = "PE7 level", .address = 7, .format = Hex, .write = RowWrite::AnalogLevel, .title = "Simulated input PE7"},
 };
 
 const RegisterRow OtherRows[] = {

@@ -33,6 +33,14 @@ RegisterWindow::RegisterWindow(frmMain& main, const RegisterWindowKind& kind)
         ListView->addTopLevelItem(item);
         RowFormat.push_back(row.format);
     }
+    ShowInputLevels();
+}
+
+void RegisterWindow::ShowInputLevels()
+{
+    for (int i = 0; i < RowCount(); ++i)
+        if (kind_.rows[i].write == RowWrite::AnalogLevel)
+            ListView->topLevelItem(i)->setHidden(!ChipSimulated());
 }
 
 int RegisterWindow::RowCount() const
@@ -45,24 +53,35 @@ QString RegisterWindow::RowLabel(int row, bool) const
     return QString::fromLatin1(kind_.rows[row].name);
 }
 
+std::int32_t RegisterWindow::RowValue(int row) const
+{
+    const RegisterRow& r = kind_.rows[row];
+    // The input levels are the chip model's own: no copy of them is kept.
+    if (r.write == RowWrite::AnalogLevel)
+        return main_.Link().ChipSim.Chip().Inputs().analog.at(static_cast<std::size_t>(r.address));
+    return kind_.value(r, row);
+}
+
 QString RegisterWindow::ValueText(int row) const
 {
-    return CellText(kind_.rows[row], kind_.value(kind_.rows[row], row), RowFormat[row]);
+    return CellText(kind_.rows[row], RowValue(row), RowFormat[row]);
 }
 
 std::uint32_t RegisterWindow::ChangedBits(int row) const
 {
     const RegisterRow& r = kind_.rows[row];
-    return kind_.tracked ? SeenBytes.ChangedBits(r.address, r.isWord ? 2 : 1) : 0;
+    const bool targetBytes = kind_.tracked && r.write != RowWrite::AnalogLevel;
+    return targetBytes ? SeenBytes.ChangedBits(r.address, r.isWord ? 2 : 1) : 0;
 }
 
 QString RegisterWindow::EntryStart(int row) const
 {
-    return EntryTextOf(kind_.rows[row], kind_.value(kind_.rows[row], row), Cell(row));
+    return EntryTextOf(kind_.rows[row], RowValue(row), Cell(row));
 }
 
 bool RegisterWindow::Read()
 {
+    ShowInputLevels();
     kind_.read(main_);
     return BoardConnected;
 }
@@ -74,4 +93,6 @@ void RegisterWindow::Write(int row, std::int32_t value)
         CpuRegisters.PC = value;
     else if (r.write == RowWrite::Target)
         WriteBytes(r.address, WriteBytesOf(r, value));
+    else if (r.write == RowWrite::AnalogLevel)
+        main_.Link().ChipSim.SetAnalog(r.address, static_cast<std::uint8_t>(value));
 }

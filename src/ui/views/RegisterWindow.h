@@ -50,5 +50,10 @@ protected:
     void Write(int row, std::int32_t value) override;
 
 private:
+    // The row's value: the host's copy, or an input level of the chip model.
+    std::int32_t RowValue(int row) const;
+    // The input level rows are there on the simulated chip only.
+    void ShowInputLevels();
+
     const RegisterWindowKind& kind_;
 };

@@ -1,5 +1,7 @@
 #include "support/ui/MainFormFixture.h"
 
+#include "platform/SettingsStore.h"
+
 #include "engine/state/TargetState.h"
 #include "platform/QtSerialDevice.h"
 
@@ -19,6 +21,7 @@ frmMain& MainFormFixture::Start()
     form = std::make_unique<frmMain>();
     form->MSComm.SetDeviceFactory(line.Factory());
     form->MDIForm_Load();
+    KeepFlatSimulator();
     return *form;
 }
 
@@ -29,5 +32,13 @@ frmMain& MainFormFixture::StartOn(const QString& devicePath)
         return std::make_unique<QtSerialDevice>(devicePath);
     });
     form->MDIForm_Load();
+    KeepFlatSimulator();
     return *form;
+}
+
+void MainFormFixture::KeepFlatSimulator()
+{
+    // Nothing is written: a test of the store finds it as the program left it.
+    if (GetSetting(QStringLiteral("Settings"), QStringLiteral("SimPeripherals")).isEmpty())
+        SimulatePeripherals = false;
 }

@@ -19,6 +19,10 @@ struct MainFormFixture {
     // Builds frmMain on a device path (a pseudo-terminal) and runs MDIForm_Load.
     frmMain& StartOn(const QString& devicePath);
 
+    // A test's simulator is flat memory, the one the older tests were written
+    // for, unless its settings choose the chip ("SimPeripherals").
+    void KeepFlatSimulator();
+
     TestSettings settings;
     FakeSerialLine line;
     MsgBoxRecorder boxes;

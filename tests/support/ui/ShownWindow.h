@@ -11,10 +11,13 @@
 #include <QSize>
 #include <QTest>
 
-// Starts the fixture's main window with the simulator chosen in its settings.
-inline frmMain& StartInSimulator(MainFormFixture& f)
+// Starts the fixture's main window with the simulator chosen in its settings,
+// on flat memory or on the whole chip.
+inline frmMain& StartInSimulator(MainFormFixture& f, bool onChip = false)
 {
     SaveSetting(QStringLiteral("Settings"), QStringLiteral("SimEnabled"), QStringLiteral("True"));
+    if (onChip)
+        SaveSetting(QStringLiteral("Settings"), QStringLiteral("SimPeripherals"), QStringLiteral("True"));
     return f.Start();
 }
 

@@ -1,8 +1,10 @@
 // The monitor in-process: frames in, exact reply bytes out, flash, the byte
-// stream's faults, the code buffer stepped, the free run and the SCI.
+// stream's faults, the code buffer stepped, the free run and the SCI. The
+// tests with both rows hold for the built-in monitor and for the monitor
+// firmware alike.
 #include <QtTest>
 
-#include "BoardFrames.h"
+#include "BoardUnderTest.h"
 #include "hc11/chip/Interrupts.h"
 #include "hc11/chip/RegisterMap.h"
 #include "hc11board/Monitor.h"
@@ -29,65 +31,67 @@ Bytes Send(Monitor& monitor, const Bytes& bytes, std::uint64_t nowMs = 0)
     return monitor.TakeOutput();
 }
 
-// Runs until the program has sent count bytes (or a generous limit passes).
-Bytes RunUntilOutput(Monitor& monitor, std::size_t count)
-{
-    Bytes out;
-    for (int slice = 0; slice < 200 && out.size() < count; ++slice) {
-        monitor.Run(10000);
-        const Bytes more = monitor.TakeOutput();
-        out.insert(out.end(), more.begin(), more.end());
-    }
-    return out;
-}
-
 } // namespace
 
 class BoardMonitorTest : public QObject {
     Q_OBJECT
 private slots:
+    void readsReplyWithDataAndChecksumAndWrapAtTheTop_data() { BothMonitors(); }
     void readsReplyWithDataAndChecksumAndWrapAtTheTop()
     {
-        Monitor monitor;
-        monitor.Memory().Poke(0x2000, 0x12);
-        monitor.Memory().Poke(0x2001, 0xF0);
-        QCOMPARE(Send(monitor, ReadFrame(0x2000, 2)), (Bytes{6, 0x12, 0xF0, 0xFE}));
-        monitor.Memory().Poke(0x0000, 0xAB);
-        const Bytes page = Send(monitor, ReadFrame(0xFF80, 256));   // count 0
+        QFETCH(bool, firmware);
+        BoardUnderTest board(firmware);
+        board.Hardware().Poke(0x2000, 0x12);
+        board.Hardware().Poke(0x2001, 0xF0);
+        QCOMPARE(board.Send(ReadFrame(0x2000, 2)), (Bytes{6, 0x12, 0xF0, 0xFE}));
+        board.Hardware().Poke(0x0000, 0xAB);
+        const Bytes page = board.Send(ReadFrame(0xFF80, 256));   // count 0
         QCOMPARE(page.size(), std::size_t(258));
         QCOMPARE(page[1], std::uint8_t(0xFF));            // erased flash at $FF80
         QCOMPARE(page[1 + 0x80], std::uint8_t(0xAB));     // $0000
         QCOMPARE(page.back(), Reply(Bytes(page.begin() + 1, page.end() - 1)).back());
     }
 
+    void programOnlyClearsFlashBitsAndEraseSetsThemAgain_data() { BothMonitors(); }
     void programOnlyClearsFlashBitsAndEraseSetsThemAgain()
     {
-        Monitor monitor;
-        Board& memory = monitor.Memory();
-        QCOMPARE(Send(monitor, ProgramFrame(0xFFFE, {0xE0, 0x00})), AckOnly);
-        QCOMPARE(Send(monitor, ProgramFrame(0xFFFE, {0x0F})), AckOnly);
-        QCOMPARE(memory.Peek(0xFFFE), std::uint8_t(0x00));   // $E0 AND $0F
+        QFETCH(bool, firmware);
+        BoardUnderTest board(firmware);
+        Board& memory = board.Hardware();
+        QCOMPARE(board.Send(ProgramFrame(0xFFFE, {0xE0, 0x00})), AckOnly);
+        QCOMPARE(board.Send(ProgramFrame(0xFFFE, {0x60})), AckOnly);
+        QCOMPARE(memory.Peek(0xFFFE), std::uint8_t(0x60));   // bit 7 cleared
         memory.Poke(0x3000, 0x0F);
-        QCOMPARE(Send(monitor, ProgramFrame(0x3000, {0xF0})), AckOnly);   // outside: a plain write
+        QCOMPARE(board.Send(ProgramFrame(0x3000, {0xF0})), AckOnly);   // outside: a plain write
         QCOMPARE(memory.Peek(0x3000), std::uint8_t(0xF0));
         // A store of the CPU reaches the flash and changes nothing.
-        Send(monitor, StepFrame(Regs(0xFF), {0xB7, 0xFF, 0xFE}));   // STAA $FFFE
+        board.Send(StepFrame(Regs(0xFF), {0xB7, 0xFF, 0xFE}));   // STAA $FFFE
+        QCOMPARE(memory.Peek(0xFFFE), std::uint8_t(0x60));
+        // Bits back to 1 are beyond programming: the built-in monitor keeps
+        // the AND of both, the firmware hears the part give up and says NAK.
+        QCOMPARE(board.Send(ProgramFrame(0xFFFE, {0x0F})), (Bytes{firmware ? Nak : Ack}));
         QCOMPARE(memory.Peek(0xFFFE), std::uint8_t(0x00));
 
-        QCOMPARE(Send(monitor, WriteFrame(0xDFFF, {0x42, 0x22})), AckOnly);   // RAM, then flash: left alone
+        QCOMPARE(board.Send(WriteFrame(0xDFFF, {0x42, 0x22})), AckOnly);   // RAM, then flash: left alone
         QCOMPARE(memory.Peek(0xE000), std::uint8_t(0xFF));
-        QCOMPARE(Send(monitor, ToBytes(monitor::EraseFrame())), AckOnly);
+        QCOMPARE(board.Send(ToBytes(monitor::EraseFrame())), AckOnly);
         QVERIFY(memory.Peek(0xE000) == 0xFF && memory.Peek(0xFFFE) == 0xFF && memory.Peek(0xFFFF) == 0xFF);
         QVERIFY(memory.Peek(0xDFFF) == 0x42 && memory.Peek(0x3000) == 0xF0);
     }
 
-    void eraseThatFailsAnswersNakAndOneThatTakesLongAnswersWhenDone()
+    void eraseThatFailsAnswersNak_data() { BothMonitors(); }
+    void eraseThatFailsAnswersNak()
     {
-        Monitor failing(MonitorSettings{.eraseFails = true});
-        Send(failing, ProgramFrame(0xE100, {0x12}));
-        QCOMPARE(Send(failing, ToBytes(monitor::EraseFrame())), (Bytes{Nak}));
-        QCOMPARE(failing.Memory().Peek(0xE100), std::uint8_t(0x12));
+        QFETCH(bool, firmware);
+        BoardUnderTest failing(firmware, MonitorSettings{.eraseFails = true});
+        failing.Send(ProgramFrame(0xE100, {0x12}));
+        QCOMPARE(failing.Send(ToBytes(monitor::EraseFrame())), (Bytes{Nak}));
+        QCOMPARE(failing.Hardware().Peek(0xE100), std::uint8_t(0x12));
+        QCOMPARE(failing.Send(ReadFrame(0xE100, 1)), (Bytes{6, 0x12, 0xEE}));   // the part reads again
+    }
 
+    void eraseThatTakesLongAnswersWhenDone()
+    {
         Monitor slow(MonitorSettings{.eraseMs = 2900});
         QVERIFY(Send(slow, ToBytes(monitor::EraseFrame()), 1000).empty());
         QCOMPARE(slow.NextDeadlineMs().value_or(0), std::uint64_t(3900));
@@ -100,27 +104,54 @@ private slots:
         QCOMPARE(Send(slow, ReadFrame(0xE000, 1), 4000), (Bytes{6, 0xFF, 0x01}));
     }
 
+    void malformedAndIncompleteFramesGetNoReply_data() { BothMonitors(); }
     void malformedAndIncompleteFramesGetNoReply()
     {
-        Monitor monitor;
+        QFETCH(bool, firmware);
+        BoardUnderTest board(firmware);
         const Bytes good = ReadFrame(0x4000, 1);
         const Bytes goodReply{6, 0, 0};
         Bytes badSum = good;
         badSum.back() ^= 0x01;
-        QVERIFY(Send(monitor, badSum).empty());
-        QCOMPARE(Send(monitor, good), goodReply);
-        QVERIFY(Send(monitor, {0x00, 0xFF, 'r', 0x0D, 0x0A}).empty());   // noise: no command letters
-        QCOMPARE(Send(monitor, good), goodReply);
-        QVERIFY(Send(monitor, {'E', 'E', 'D', 0x77}).empty());   // right sum, but not "EEE"
-        QVERIFY(monitor.Parser().Rejected() >= 2);
+        QVERIFY(board.Send(badSum).empty());
+        QCOMPARE(board.Send(good), goodReply);
+        QVERIFY(board.Send({0x00, 0xFF, 'r', 0x0D, 0x0A}).empty());   // noise: no command letters
+        QCOMPARE(board.Send(good), goodReply);
+        QVERIFY(board.Send({'E', 'E', 'D', 0x77}).empty());   // right sum, but not "EEE"
+        QCOMPARE(board.Send(good), goodReply);
 
-        // Half a write, then a pause: the next bytes start afresh.
-        QVERIFY(Send(monitor, {'W', 0x40, 0x00, 0x05, 0xAA}, 100).empty());
-        QCOMPARE(Send(monitor, good, 100 + FrameParser::SilenceMs + 1), goodReply);
+        // Half a write, then a pause (the firmware's Send waits longer than
+        // that for an answer): the next bytes start afresh.
+        QVERIFY(board.Send({'W', 0x40, 0x00, 0x05, 0xAA}, 100).empty());
+        QCOMPARE(board.Send(good, 100 + FrameParser::SilenceMs + 1), goodReply);
         // Without the pause the same bytes are data of the frame.
-        QVERIFY(Send(monitor, {'W', 0x40, 0x00, 0x05}, 500).empty());
-        QVERIFY(Send(monitor, good, 500 + FrameParser::SilenceMs).empty());
-        QVERIFY(monitor.Parser().InFrame());
+        board.Feed({'W', 0x40, 0x00, 0x05}, 500);
+        QVERIFY(board.Send(good, 500 + FrameParser::SilenceMs).empty());
+        if (!firmware)
+            QVERIFY(board.BuiltIn().Parser().InFrame() && board.BuiltIn().Parser().Rejected() >= 2);
+    }
+
+    void stepRunsTheCodeBufferAndRepliesWithTheRegisters_data() { BothMonitors(); }
+    void stepRunsTheCodeBufferAndRepliesWithTheRegisters()
+    {
+        QFETCH(bool, firmware);
+        BoardUnderTest board(firmware);
+        board.Send(StepFrame(Regs(0x9C, 0, 0, 0x4000), {0x18, 0xA7, 0x05}));   // STAA 5,Y
+        QCOMPARE(board.Hardware().Peek(0x4005), std::uint8_t(0x9C));
+        // JSR to LDAB #7, INCB, RTS returns through the NOP at the buffer's end.
+        board.Send(WriteFrame(0x3000, {0xC6, 0x07, 0x5C, 0x39}));
+        QCOMPARE(board.Send(StepFrame(Regs(), {0xBD, 0x30, 0x00})), StepReply(Regs(0, 0x08)));
+        if (!firmware)   // the firmware's way back lies over it
+            QCOMPARE(board.Hardware().Peek(0x01FF), std::uint8_t(0x0C));   // pushed: $000C
+        // Output of a step goes out before its reply.
+        Bytes expected{'k'};
+        const Bytes reply = StepReply(Regs('k'));
+        expected.insert(expected.end(), reply.begin(), reply.end());
+        QCOMPARE(board.Send(StepFrame(Regs('k'), {0xB7, 0x10, 0x2F})), expected);   // STAA SCDR
+        // Every register comes back as it went, each flag and the stack pointer too.
+        const CpuRegisterRecord all = Regs(0x80, 0x7F, 0xFFFF, 0x0001, 0x0345, 0xEF);
+        QCOMPARE(board.Send(StepFrame(all, {})), StepReply(all));
+        QCOMPARE(board.Send(StepFrame(all, {0x41})), StepReply(all));   // an illegal opcode, passed over
     }
 
     void randomByteStreamsNeverBreakTheMonitor()
@@ -145,22 +176,6 @@ private slots:
         }
     }
 
-    void stepRunsTheCodeBufferAndRepliesWithTheRegisters()
-    {
-        Monitor monitor;
-        Send(monitor, StepFrame(Regs(0x9C, 0, 0, 0x4000), {0x18, 0xA7, 0x05}));   // STAA 5,Y
-        QCOMPARE(monitor.Memory().Peek(0x4005), std::uint8_t(0x9C));
-        // JSR to LDAB #7, INCB, RTS returns through the NOP at the buffer's end.
-        Send(monitor, WriteFrame(0x3000, {0xC6, 0x07, 0x5C, 0x39}));
-        QCOMPARE(Send(monitor, StepFrame(Regs(), {0xBD, 0x30, 0x00})), StepReply(Regs(0, 0x08)));
-        QCOMPARE(monitor.Memory().Peek(0x01FF), std::uint8_t(0x0C));   // pushed: $000C
-        // Output of a step goes out before its reply.
-        Bytes expected{'k'};
-        const Bytes reply = StepReply(Regs('k'));
-        expected.insert(expected.end(), reply.begin(), reply.end());
-        QCOMPARE(Send(monitor, StepFrame(Regs('k'), {0xB7, 0x10, 0x2F})), expected);   // STAA SCDR
-    }
-
     void runawayStepIsGivenUpAndTheMonitorListensAgain()
     {
         Monitor monitor(MonitorSettings{.stepBudget = 100000});
@@ -179,53 +194,56 @@ private slots:
         QCOMPARE(Send(monitor, ReadFrame(0x5000, 1)), (Bytes{6, 0x41, 0xBF}));
     }
 
+    void executeRunsAtTheSpeedOfTheWireUntilAReset_data() { BothMonitors(); }
     void executeRunsAtTheSpeedOfTheWireUntilAReset()
     {
-        Monitor monitor;
+        QFETCH(bool, firmware);
+        BoardUnderTest board(firmware);
         const std::string text = "0123456789";
         Bytes zeroTerminated(text.begin(), text.end());
         zeroTerminated.push_back(0);
-        Send(monitor, WriteFrame(0x2000, PrintProgram));
-        Send(monitor, WriteFrame(0x2020, zeroTerminated));
+        board.Send(WriteFrame(0x2000, PrintProgram));
+        board.Send(WriteFrame(0x2020, zeroTerminated));
         // Only the ACK comes back with the frame: the program has not run yet.
-        QCOMPARE(Send(monitor, ExecuteFrame(Regs(0x55, 0x66, 0x1234, 0x5678, 0x0180, 0xC0), 0x2000)), AckOnly);
-        QCOMPARE(monitor.CurrentMode(), Monitor::Mode::Running);
-        const std::uint64_t start = monitor.Cpu().cycles;
-        QCOMPARE(RunUntilOutput(monitor, text.size()), Bytes(text.begin(), text.end()));
+        QCOMPARE(board.Send(ExecuteFrame(Regs(0x55, 0x66, 0x1234, 0x5678, 0x0180, 0xC0), 0x2000)), AckOnly);
+        QVERIFY(board.Program().FreeRunning());
+        const std::uint64_t start = board.Cpu().cycles;
+        QCOMPARE(board.RunFor(text.size()), Bytes(text.begin(), text.end()));
         // Each byte waits for the one before to leave the shifter.
-        QVERIFY(monitor.Cpu().cycles - start >= (text.size() - 1) * CyclesPerCharacter);
-        QCOMPARE(monitor.Cpu().regs.sp, std::uint16_t(0x0180));
+        QVERIFY(board.Cpu().cycles - start >= (text.size() - 1) * CyclesPerCharacter);
+        QCOMPARE(board.Cpu().regs.sp, std::uint16_t(0x0180));
 
-        monitor.Reset();
-        QCOMPARE(monitor.TakeOutput(), Bytes(ResetReport.begin(), ResetReport.end()));
-        QCOMPARE(monitor.Run(1000), std::uint64_t(0));
+        QCOMPARE(board.Reset(), Bytes(ResetReport.begin(), ResetReport.end()));
+        if (!firmware)
+            QCOMPARE(board.Program().Run(1000), std::uint64_t(0));
         // RAM survives a reset; the monitor starts its save area afresh.
-        QCOMPARE(Send(monitor, ReadFrame(0x2000, 1)), Reply({PrintProgram[0]}));
-        QCOMPARE(Send(monitor, ReadFrame(0x0000, 9)), StepReply(Regs(0, 0, 0, 0, ResetStackPointer)));
+        QCOMPARE(board.Send(ReadFrame(0x2000, 1)), Reply({PrintProgram[0]}));
+        QCOMPARE(board.Send(ReadFrame(0x0000, 9)), StepReply(Regs(0, 0, 0, 0, ResetStackPointer)));
 
         // A run that reaches the return point replies as a step and listens again.
-        Send(monitor, WriteFrame(0x2000, {0x86, 0x31, 0x7E, 0x00, 0x0D}));   // LDAA #$31, JMP $000D
-        Send(monitor, ExecuteFrame(Regs(), 0x2000));
-        monitor.Run(1000);
-        QCOMPARE(monitor.TakeOutput(), StepReply(Regs(0x31)));
-        QCOMPARE(monitor.CurrentMode(), Monitor::Mode::Listening);
+        board.Send(WriteFrame(0x2000, {0x86, 0x31, 0x7E, 0x00, 0x0D}));   // LDAA #$31, JMP $000D
+        board.Send(ExecuteFrame(Regs(), 0x2000));
+        QCOMPARE(board.RunFor(monitor::StepReplySize), StepReply(Regs(0x31)));
+        QCOMPARE(board.Send(ReadFrame(0x2000, 1)), Reply({0x86}));
     }
 
+    void receiveInterruptRunsTheHandlerThroughTheSciVector_data() { BothMonitors(); }
     void receiveInterruptRunsTheHandlerThroughTheSciVector()
     {
-        Monitor monitor;
+        QFETCH(bool, firmware);
+        BoardUnderTest board(firmware);
         // Handler at $2200: LDAA SCSR, LDAA SCDR, STAA $50, RTI. Main at $2300: CLI, BRA *.
-        Send(monitor, WriteFrame(0x2200, {0xB6, 0x10, 0x2E, 0xB6, 0x10, 0x2F, 0x97, 0x50, 0x3B}));
-        Send(monitor, WriteFrame(0x2300, {0x0E, 0x20, 0xFE}));
-        Send(monitor, ProgramFrame(SciVector, {0x22, 0x00}));
-        Send(monitor, WriteFrame(Sccr2Address, {0x2C}));   // RIE, TE, RE
-        Send(monitor, ExecuteFrame(Regs(), 0x2300));
-        monitor.Run(1000);
-        QCOMPARE(monitor.Memory().Peek(0x0050), std::uint8_t(0));
-        monitor.Receive(Bytes{'z'}, 0);
-        monitor.Run(1000);
-        QCOMPARE(monitor.Memory().Peek(0x0050), std::uint8_t('z'));
-        QCOMPARE(monitor.Memory().Peek(ScsrAddress) & scsr::RDRF, 0);   // the handler cleared it
+        board.Send(WriteFrame(0x2200, {0xB6, 0x10, 0x2E, 0xB6, 0x10, 0x2F, 0x97, 0x50, 0x3B}));
+        board.Send(WriteFrame(0x2300, {0x0E, 0x20, 0xFE}));
+        board.Send(ProgramFrame(SciVector, {0x22, 0x00}));
+        board.Send(WriteFrame(Sccr2Address, {0x2C}));   // RIE, TE, RE
+        board.Send(ExecuteFrame(Regs(), 0x2300));
+        board.Program().Run(2000);
+        QCOMPARE(board.Hardware().Peek(0x0050), std::uint8_t(0));
+        board.Feed(Bytes{'z'});
+        board.Program().Run(2000);
+        QCOMPARE(board.Hardware().Peek(0x0050), std::uint8_t('z'));
+        QCOMPARE(board.Hardware().Peek(ScsrAddress) & scsr::RDRF, 0);   // the handler cleared it
     }
 
     void monitorAccessHasNoSciSideEffects()

@@ -1,5 +1,6 @@
-// The debugger on the real windows, in the simulator and on the board emulator:
-// both back-ends must leave the same registers and stack at every stop.
+// The debugger on the real windows, in the simulator and on the board emulator
+// with its built-in monitor and with the monitor firmware: every back-end
+// must leave the same registers and stack at every stop.
 
 #include "ui/code/frmDisAsm.h"
 #include "engine/state/TargetState.h"
@@ -78,15 +79,19 @@ private slots:
             if (QTest::currentTestFailed())
                 return;
         }
-        {
-            BoardProcess emulator;
+        for (const bool firmware : {false, true}) {
+            board.clear();
+            BoardProcess emulator(firmware ? BoardProcess::Firmware() : QStringList{});
             QVERIFY(!emulator.DevicePath().isEmpty());
             MainFormFixture f;
-            RunScenario(f.StartOn(emulator.DevicePath()), f, board);
+            frmMain& form = f.StartOn(emulator.DevicePath());
+            if (firmware)
+                BoardProcess::SettleAfterOpen();
+            RunScenario(form, f, board);
             if (QTest::currentTestFailed())
                 return;
+            QCOMPARE(board, simulator);
         }
-        QCOMPARE(board, simulator);
     }
 
 private:

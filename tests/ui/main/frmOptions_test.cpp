@@ -86,19 +86,26 @@ private slots:
         MainFormFixture f;
         frmMain& form = f.Start();
         const int opened = f.line.OpenCount();
-        for (const bool simulator : {true, false}) {
+        const struct {
+            bool simulator, chip;
+        } cases[] = {{true, true}, {true, false}, {false, true}};
+        for (const auto& [simulator, chip] : cases) {
             ModalPlayer player(OnOptions([&](frmOptions& o) {
                 o.chSimEnabled->setChecked(simulator);
-                if (simulator)
+                o.chSimPeripherals->setChecked(chip);
+                if (simulator && chip)
                     SaveScreenshot(&o, "options.png");
             }));
             form.Menu("mnuViewOptions")->trigger();
             QCOMPARE(form.PanelText(1), simulator ? QString("Simulator mode") : QString("HC11 Board: Ready"));
             QCOMPARE(TargetMode, simulator ? SimulatorMode : BoardMode);
             QCOMPARE(form.Menu("mnuViewIOunit")->isEnabled(), simulator);
+            // The peripheral windows are the board's and the simulated chip's.
+            QCOMPARE(SimulatePeripherals, chip);
+            QCOMPARE(form.Menu("mnuViewRegTimer")->isEnabled(), !simulator || chip);
             QVERIFY(f.line.IsOpen());
         }
-        QCOMPARE(f.line.OpenCount(), opened + 2);
+        QCOMPARE(f.line.OpenCount(), opened + 3);
         QVERIFY(f.boxes.boxes.isEmpty());
     }
 

@@ -1,0 +1,68 @@
+// The simulator on the whole chip: the MC68HC11E model runs on TargetMemory,
+// which is its RAM, so every window that reads TargetMemory sees what the
+// program wrote there without a copy. The register block is the chip's,
+// $6000-$6003 the input-output unit (a device the link supplies, whose cells
+// are TargetMemory's), everything else memory.
+//
+// The host's CpuRegisters stay the registers between steps, as on the board:
+// a step loads them into the core and takes them back, PC included.
+#pragma once
+
+#include "engine/state/TargetState.h"
+#include "hc11/chip/Chip.h"
+
+#include <QByteArray>
+
+#include <bitset>
+#include <cstdint>
+#include <span>
+
+class ChipSimulator {
+public:
+    // A WAI or STOP that nothing ends gives a step back after this many E
+    // cycles (one second at 2 MHz): the core still waits, PC behind the WAI.
+    static constexpr std::uint64_t MaxWaitCycles = 2'000'000;
+
+    explicit ChipSimulator(hc11::chip::OutsideDevice& ioUnit);
+    ChipSimulator(const ChipSimulator&) = delete;
+    ChipSimulator& operator=(const ChipSimulator&) = delete;
+
+    hc11::chip::Chip& Chip() { return chip_; }
+
+    // As a debugger looks and changes: register reads without side effects,
+    // addresses wrapping at 65,536.
+    void Read(std::int32_t address, std::span<std::uint8_t> out);
+    void Write(std::int32_t address, std::span<const std::uint8_t> data);
+
+    void LoadRegisters(const CpuRegisterRecord& r);
+    // A to CCR and PC from the core; the flags are the caller's (SplitCCR).
+    void StoreRegisters(CpuRegisterRecord& r) const;
+
+    // One instruction or one interrupt entry with r in and out; a WAI or a
+    // STOP goes on until the interrupt that ends it has been entered (at most
+    // MaxWaitCycles). Returns the E cycles it took.
+    int Step(CpuRegisterRecord& r);
+
+    // Runs the core (registers already loaded) until Cycles() reaches until
+    // or PC, between two instructions, stands on a breakpoint. The first
+    // instruction is not tested, so a run leaves the breakpoint it stands on
+    // when leaveBreakpoint is set. True when a breakpoint stopped it.
+    using BreakpointMap = std::bitset<65536>;
+    bool RunUntil(std::uint64_t until, const BreakpointMap& breakpoints, bool leaveBreakpoint);
+
+    // The SCI's line: what the terminal sends, and the characters the
+    // program has sent since the last call.
+    void Receive(const QByteArray& bytes);
+    QByteArray TakeOutput();
+
+    // The IRQ and XIRQ pins held low or let go; an analog input's level.
+    void SetIrq(bool asserted);
+    void SetXirq(bool asserted);
+    void SetAnalog(int channel, std::uint8_t level);
+
+    // Every register and peripheral to its reset state; memory stays.
+    void Reset() { chip_.Reset(); }
+
+private:
+    hc11::chip::Chip chip_;
+};

@@ -1,0 +1,138 @@
+// The target operations through the real serial control against hc11board on
+// a pseudo-terminal, with its built-in monitor and with the monitor firmware
+// run by --rom: memory across a page boundary and the reset vector in flash;
+// a download, steps, and a free run whose output reaches the terminal until
+// the reset report. Each frame's bytes are the exchange test's, the
+// monitor's answers its own test's.
+#include <QtTest>
+
+#include "engine/code/S19Download.h"
+#include "engine/state/TargetState.h"
+#include "hc11/asm/Assembler.h"
+#include "support/BoardProcess.h"
+#include "support/DebuggerFixture.h"
+#include "support/WorkFolder.h"
+
+namespace {
+
+// The board with one of its monitors, and the host on its line.
+struct Session {
+    explicit Session(bool firmware) : board(firmware ? BoardProcess::Firmware() : QStringList{}), f(board.DevicePath())
+    {
+        if (firmware)
+            BoardProcess::SettleAfterOpen();
+    }
+    BoardProcess board;
+    DebuggerFixture f;
+};
+
+// A download's window, with nothing to show and no Cancel.
+struct QuietDownload : DownloadView {
+    void ShowProgress(int) override {}
+    void ShowRecord(std::int32_t, int) override {}
+    void LetEventsRun() override {}
+    bool CancelRequested() const override { return false; }
+};
+
+const char* const GreetingProgram = R"(
+        ORG     $E000
+START   LDS     #$01FF
+        LDAA    #$41
+        INCA
+        LDX     #TEXT
+NEXT    LDAA    0,X
+        BEQ     DONE
+WAIT    LDAB    $102E
+        BPL     WAIT
+        STAA    $102F
+        INX
+        BRA     NEXT
+DONE    BRA     DONE
+TEXT    FCC     'Hello, board'
+        FCB     0
+        ORG     $FFFE
+        FDB     START
+)";
+
+} // namespace
+
+class BoardLinkTest : public QObject {
+    Q_OBJECT
+private slots:
+    void memoryAndFlashThroughTheMonitor_data() { BothMonitors(); }
+    void memoryAndFlashThroughTheMonitor()
+    {
+        QFETCH(bool, firmware);
+        Session session(firmware);
+        QVERIFY(!session.board.DevicePath().isEmpty());
+        DebuggerFixture& f = session.f;
+        TargetLink& link = f.link;
+        std::int32_t address = 0x20FE;
+        std::vector<std::uint8_t> bytes(200), back;
+        for (std::size_t i = 0; i < bytes.size(); ++i)
+            bytes[i] = std::uint8_t(i * 3 + 1);
+        link.OutBytes(address, bytes, 200);
+        link.InBytes(address, back, 200);
+        QCOMPARE(back, bytes);
+        MemoryPageAddress = 0x2000;
+        link.InMemory();
+        QCOMPARE(MemoryPage[0xFE + 199], std::uint8_t(200 * 3 - 2));
+
+        address = 0xFFFE;   // the flash starts erased
+        link.Programm(address, {0xE0, 0x40}, 2);
+        address = 0xFFFE;
+        std::uint8_t high = 0;
+        link.InByte(address, high);
+        QCOMPARE(high, std::uint8_t(0xE0));
+        QVERIFY(f.reports.failures.isEmpty());
+    }
+
+    void downloadStepsAndARunWithOutput_data() { BothMonitors(); }
+    void downloadStepsAndARunWithOutput()
+    {
+        QFETCH(bool, firmware);
+        const auto assembled = hc11::as11::AssembleSource(GreetingProgram, "HELLO");
+        QVERIFY(assembled.errors.empty());
+        WorkFolder folder;
+        QVERIFY(folder.Write("hello.s19", QByteArray::fromStdString(assembled.s19)));
+        Session session(firmware);
+        QVERIFY(!session.board.DevicePath().isEmpty());
+        DebuggerFixture& f = session.f;
+
+        QuietDownload view;
+        const DownloadResult result = DownloadMachineCode(f.link, folder.Path("hello.s19"), view);
+        QVERIFY(result.kind == DownloadResult::Kind::Ended && result.written);
+        QCOMPARE(CpuRegisters.PC, 0xE000);   // from the reset vector just programmed
+
+        CpuRegisters.CCR = 0xD0;
+        for (int i = 0; i < 3; ++i)
+            f.debugger.StepInto();   // LDS, LDAA, INCA
+        QCOMPARE(CpuRegisters.PC, 0xE006);
+        QCOMPARE(CpuRegisters.SP, 0x01FF);
+        QCOMPARE(int(CpuRegisters.A), 0x42);
+
+        f.view.terminal.clear();
+        f.debugger.RunFree();
+        QVERIFY(BoardRunning);
+        QVERIFY(QTest::qWaitFor([&] {
+            f.debugger.PassQuietOutput();
+            return f.view.terminal == "Hello, board";
+        }, 5000));
+        session.board.Reset();
+        QTRY_VERIFY_WITH_TIMEOUT(!BoardRunning, 5000);
+        QCOMPARE(CpuRegisters.PC, 0xE000);
+        QCOMPARE(f.view.terminal, QByteArray("Hello, board\r\n>"));   // the report's first bytes
+        QVERIFY(f.reports.failures.isEmpty());
+    }
+
+private:
+    static void BothMonitors()
+    {
+        QTest::addColumn<bool>("firmware");
+        QTest::newRow("built-in") << false;
+        QTest::newRow("firmware") << true;
+    }
+};
+
+QTEST_MAIN(BoardLinkTest)
+#include "BoardLink_test.moc"

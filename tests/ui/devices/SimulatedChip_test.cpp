@@ -1,0 +1,98 @@
+// The main window on the simulated chip: the example echo program answers
+// in the serial terminal during Run, Pause gives the windows back where it
+// stopped, the IO unit's IRQ and XIRQ buttons hold the pins, and the A/D
+// window sets the input levels. With ORVANE_SCREENSHOT set to a folder,
+// simulator-run.png (the terminal and the timer window during a run) is
+// saved there.
+#include <QtTest>
+
+#include "engine/state/TargetState.h"
+#include "support/ChipHarness.h"
+#include "support/ui/MainFormFixture.h"
+#include "support/ui/ModalPlayer.h"
+#include "support/ui/ShownWindow.h"
+#include "ui/devices/frmIOBOard.h"
+#include "ui/devices/frmSerial.h"
+#include "ui/views/RegisterWindow.h"
+
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTreeWidget>
+
+class SimulatedChipTest : public QObject {
+    Q_OBJECT
+private slots:
+    void echoRunsInTheTerminalAndPauseStopsIt()
+    {
+        MainFormFixture f;
+        frmMain& form = StartInSimulator(f, true);
+        QVERIFY(SimulatePeripherals && form.Menu("mnuRunRun")->isEnabled() == false);
+        QVERIFY(ShowAt(form, {1000, 640}));
+        QVERIFY(AssembleExampleInto(TargetMemory, "echo.asm"));
+        CpuRegisters.PC = 0xE000;
+        form.Menu("mnuViewDisassembler")->trigger();
+        form.Menu("mnuViewRegTimer")->trigger();
+        form.Menu("mnuViewSerialTerminal")->trigger();
+        auto* terminal = qobject_cast<frmSerial*>(form.Window("frmSerial"));
+        form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(terminal->parentWidget()));
+
+        form.Menu("mnuRunRun")->trigger();
+        QVERIFY(BoardRunning && form.Menu("mnuRunPause")->isEnabled());
+        QCOMPARE(form.PanelText(1), QString("Simulator: Running ..."));
+        QTRY_COMPARE(terminal->RichText->toPlainText(), QString("Echo ready\n"));
+        QTest::keyClicks(terminal->RichText, "hi");
+        QTest::keyClick(terminal->RichText, Qt::Key_Return);
+        // Return sends CR and LF: the CR comes back with a line feed, the LF as itself.
+        QTRY_COMPARE(terminal->RichText->toPlainText(), QString("Echo ready\nhi\n\n"));
+        // The clock panel and the timer window follow the run.
+        QTRY_VERIFY(form.PanelText(4) != QString("Clock= 00000000"));
+        auto* timer = qobject_cast<RegisterWindow*>(form.Window("frmRegTimer"));
+        QTRY_VERIFY(timer->Cell(0) != QString("$0000"));
+        timer->parentWidget()->move(0, 0);
+        const QRect beside = timer->parentWidget()->geometry();
+        terminal->parentWidget()->setGeometry(beside.right() + 1, 0, 560, beside.height());
+        QCoreApplication::processEvents();
+        SaveScreenshot(&form, "simulator-run.png");
+
+        form.Menu("mnuRunPause")->trigger();
+        QCOMPARE(form.PanelText(1), QString("Simulator mode"));
+        QVERIFY(form.Menu("mnuRunStepInto")->isEnabled() && !form.Menu("mnuRunPause")->isEnabled());
+
+        // Get Reset Vector resets the chip: the SCI the program set up is off again.
+        std::int32_t sccr2 = 0x102D;
+        std::uint8_t value = 0;
+        form.Link().InByte(sccr2, value);
+        QCOMPARE(value, std::uint8_t(0x0C));
+        form.Menu("mnuDebugGetResVec")->trigger();
+        form.Link().InByte(sccr2, value);
+        QCOMPARE(value, std::uint8_t(0));
+        QCOMPARE(CpuRegisters.PC, 0xE000);
+
+    }
+
+    void interruptPinsAndAnalogLevelsReachTheChip()
+    {
+        MainFormFixture f;
+        frmMain& form = StartInSimulator(f, true);
+        form.Menu("mnuViewIOunit")->trigger();
+        auto* unit = qobject_cast<frmIOBOard*>(form.Window("frmIOBOard"));
+        QVERIFY(unit && unit->CommandIrq->isEnabled());
+        const hc11::chip::Chip& chip = form.Link().ChipSim.Chip();
+        unit->CommandXirq->click();
+        QVERIFY(!chip.Inputs().irqAsserted && chip.Inputs().xirqAsserted);
+
+        form.Menu("mnuViewRegAD")->trigger();
+        auto* ad = qobject_cast<RegisterWindow*>(form.Window("frmRegAD"));
+        constexpr int Pe3Level = 8;
+        ModalPlayer player([](QDialog& dialog) { TypeAndPressOK(dialog, "Text", "$A5"); });
+        ad->SelectRow(Pe3Level);
+        QTest::keyClick(ad->ListView, Qt::Key_Return);
+        QCOMPARE(chip.Inputs().analog[3], std::uint8_t(0xA5));
+        QCOMPARE(ad->Cell(Pe3Level), QString("$A5"));
+    }
+};
+
+QTEST_MAIN(SimulatedChipTest)
+#include "SimulatedChip_test.moc"
