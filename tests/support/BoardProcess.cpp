@@ -42,3 +42,8 @@ QStringList BoardProcess::Firmware()
 {
     return {QStringLiteral("--rom"), qEnvironmentVariable("ORVANE_PROGRAM_DIR") + QStringLiteral("/monitor.s19")};
 }
+
+void BoardProcess::SettleAfterOpen()
+{
+    QTest::qWait(300);
+}
