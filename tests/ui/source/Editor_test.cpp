@@ -194,8 +194,7 @@ private slots:
         s.f.boxes.answer = MbResultYes;
         comeBack();
         QCOMPARE(s.Boxes(), QStringList{"prog.asm has been changed outside Orvane. Reload it?"});
-        QCOMPARE(editor->PlainText(), QString("theirs, longer\n"));
-        QVERIFY(!editor->TextChanged && !s.form.Menu("mnuFileSave")->isEnabled());
+        QVERIFY(editor->PlainText() == "theirs, longer\n" && !editor->TextChanged && !s.form.Menu("mnuFileSave")->isEnabled());
 
         QTest::keyClicks(editor->Text, "+");
         QVERIFY(s.folder.Write("prog.asm", "theirs again\n"));
@@ -226,8 +225,8 @@ private slots:
         s.f.boxes.answer = MbResultCancel;
         QVERIFY(!s.form.close() && s.f.boxes.boxes.size() == 1);
         QCOMPARE(s.f.boxes.boxes[0].caption, QString("Orvane - Warning"));
-        QVERIFY(s.f.boxes.boxes[0].style == int(MbYesNoCancel + MbQuestion) && LoadedEditors().size() == 2);
-        QVERIFY(!QFile::exists(s.f.settings.FilePath()));
+        QVERIFY(s.f.boxes.boxes[0].style == int(MbYesNoCancel + MbQuestion) && LoadedEditors().size() == 2 &&
+                !QFile::exists(s.f.settings.FilePath()));
 
         // Yes: each document is saved under its own title in the current folder.
         s.f.boxes.answer = MbResultYes;
@@ -243,8 +242,7 @@ private slots:
         for (int i = 0; i < 3; ++i)
             s.form.Menu("mnuFileNew")->trigger();
         frmEditor* editor = ActiveEditor();
-        QCOMPARE(editor->windowTitle(), QString("Untitled3.asm"));
-        QCOMPARE(AsmFile, QString());   // no file yet
+        QVERIFY(editor->windowTitle() == "Untitled3.asm" && AsmFile.isEmpty());   // no file yet
         QVERIFY(s.form.Panel(5)->isVisible() && s.form.Panel(7)->isVisible());
         QCOMPARE(s.form.PanelText(5) + "/" + s.form.PanelText(6), QString("Line 1/Col. 1"));
         for (Qt::Key key : {Qt::Key_A, Qt::Key_Return, Qt::Key_Tab, Qt::Key_B})
@@ -254,11 +252,11 @@ private slots:
         // Undo and Redo follow the history, step by step (the rules themselves are the enable rules test's).
         QVERIFY(s.form.Button(13)->isEnabled() && !s.form.Button(14)->isEnabled());
         s.UndoAll(editor);
-        QCOMPARE(editor->PlainText(), QString());
-        QVERIFY(editor->TextChanged && !s.form.Button(13)->isEnabled() && s.form.Button(14)->isEnabled());
+        QVERIFY(editor->PlainText().isEmpty() && editor->TextChanged);
+        QVERIFY(!s.form.Button(13)->isEnabled() && s.form.Button(14)->isEnabled());
         s.form.mnuEditRedo_Click();
-        QVERIFY(s.form.Button(13)->isEnabled());
-        QVERIFY(s.form.Menu("mnuEditRedo")->isEnabled() && !s.form.Menu("mnuEditCut")->isEnabled());
+        QVERIFY(s.form.Button(13)->isEnabled() && s.form.Menu("mnuEditRedo")->isEnabled() &&
+                !s.form.Menu("mnuEditCut")->isEnabled());
         s.form.mnuEditSelectAll_Click();
         QVERIFY(s.form.Button(9)->isEnabled() && s.form.Button(10)->isEnabled());
 
@@ -277,7 +275,7 @@ private slots:
         QTest::keyClicks(editor->Text, "x");
         // Save on a document without a file asks for a name; Cancel changes nothing.
         s.form.Menu("mnuFileSave")->trigger();
-        QVERIFY(s.chooser.asked.last().FileName == QString("Untitled1.asm") && s.chooser.asked.last().FilterIndex == 1);
+        QVERIFY(s.chooser.asked.last().FileName == "Untitled1.asm" && s.chooser.asked.last().FilterIndex == 1);
         QVERIFY(editor->EditorName.isEmpty() && editor->TextChanged);
 
         for (const auto& [name, filterIndex] : {std::pair{"a.lst", 2}, {"a.b.TXT", 3}, {"plain", 4}}) {
