@@ -81,8 +81,7 @@ private slots:
             garbage += char(random());
         garbage.replace('S', 'x');   // so that no line is a record
         for (const QByteArray& file : {"S00600004844521B\n\ns1040010EB00\nS2080100000102030400\n" +
-                                           S1(0x0100, {0x11}, 1) + "S9030000FC\n",
-                                       garbage}) {
+                                           S1(0x0100, {0x11}, 1) + "S9030000FC\n", garbage}) {
             EngineRun run(file);
             const DownloadResult result = run.Go();
             QVERIFY(result.kind == DownloadResult::Kind::Ended && !result.written);
