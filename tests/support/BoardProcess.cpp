@@ -2,7 +2,6 @@
 
 #include "engine/link/MonitorExchange.h"
 
-#include <QTest>
 #include <csignal>
 
 namespace {
@@ -44,9 +43,4 @@ void BoardProcess::Reset()
 QStringList BoardProcess::Firmware()
 {
     return {QStringLiteral("--rom"), qEnvironmentVariable("ORVANE_PROGRAM_DIR") + QStringLiteral("/monitor.s19")};
-}
-
-void BoardProcess::SettleAfterOpen()
-{
-    QTest::qWait(300);
 }
