@@ -9,7 +9,6 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
-#include <QThread>
 #include <cstdio>
 
 #include "BenchFigures.h"
@@ -46,8 +45,6 @@ struct BoardSession {
         link.MSComm.SetRThreshold(TargetLink::ReceiveThreshold);
         TargetMode = BoardMode;
         link.OpenPort(1);
-        if (arguments.contains(QStringLiteral("--rom")))
-            QThread::msleep(300);   // the firmware's reset report goes by; the first exchange drops it
         ProgramBase = 0xE000;
         link.InProgram();   // the first exchange also lets the board notice its host
         ready = BoardConnected;

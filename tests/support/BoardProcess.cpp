@@ -2,7 +2,6 @@
 
 #include "engine/link/MonitorExchange.h"
 
-#include <QTest>
 #include <csignal>
 
 namespace {
@@ -41,9 +40,4 @@ void BoardProcess::Reset() { ::kill(static_cast<pid_t>(process_.processId()), SI
 QStringList BoardProcess::Firmware()
 {
     return {QStringLiteral("--rom"), qEnvironmentVariable("ORVANE_PROGRAM_DIR") + QStringLiteral("/monitor.s19")};
-}
-
-void BoardProcess::SettleAfterOpen()
-{
-    QTest::qWait(300);
 }

@@ -11,12 +11,9 @@ class BoardProcess {
 public:
     explicit BoardProcess(const QStringList& arguments = {});
     // The arguments that run the monitor firmware (monitor.s19 in the
-    // program folder) in place of the built-in monitor: the board starts
-    // once its line is opened, and greets the host with the reset report,
-    // which the opening may or may not let through. SettleAfterOpen waits
-    // until it has gone by, so that it cannot fall into the first exchange.
+    // program folder) in place of the built-in monitor. Its power-on report
+    // has gone by before the line is named; a reset sends it again.
     static QStringList Firmware();
-    static void SettleAfterOpen();
     ~BoardProcess();
     BoardProcess(const BoardProcess&) = delete;
     BoardProcess& operator=(const BoardProcess&) = delete;

@@ -31,6 +31,12 @@ constexpr long long HostWatchNs = 10'000'000;
 constexpr long long RunSliceNs = 1'000'000;
 // A run with --fast runs this many cycles between looks at the line.
 constexpr std::uint64_t FastSliceCycles = 50'000;
+// A board is switched on before the host's program starts, so whatever it
+// says at power-on goes out on a line nobody listens to. Here the chip that
+// runs on its own has run this much of its time before the line is named
+// (at once, not at the E clock: no one can watch it yet), and a host that
+// opens the line finds it past its start, quiet until asked.
+constexpr std::uint64_t PowerOnMs = 100;
 
 bool HangUp(short revents) { return revents & (POLLHUP | POLLERR | POLLNVAL); }
 
@@ -43,7 +49,7 @@ BoardLoop::BoardLoop(const Options& options, SerialLine& line, BoardProgram& pro
     if (sigprocmask(SIG_BLOCK, &set, nullptr) == 0)
         signalFd_ = signalfd(-1, &set, SFD_NONBLOCK | SFD_CLOEXEC);
     std::signal(SIGPIPE, SIG_IGN);
-    hostPresent_ = hostSeen_ = !line_.IsPseudoTerminal();
+    hostPresent_ = !line_.IsPseudoTerminal();
 }
 
 BoardLoop::~BoardLoop()
@@ -57,6 +63,14 @@ std::uint64_t BoardLoop::Milliseconds(SteadyClock::time_point now) const
     return std::uint64_t(std::chrono::duration_cast<std::chrono::milliseconds>(now - started_).count());
 }
 
+void BoardLoop::PowerOn()
+{
+    if (!program_.FreeRunning())
+        return;
+    program_.Run(program_.EClockHertz() * PowerOnMs / 1000);
+    QueueOutput(SteadyClock::now());
+}
+
 int BoardLoop::Run()
 {
     while (!quit_) {
@@ -64,9 +78,11 @@ int BoardLoop::Run()
         program_.Service(Milliseconds(now));
         DeliverInput(now);
         RunProgram(now);
+        // Looked at after any reset the host asked for once it had the line
+        // open, so that what the reset brings reaches it.
+        const bool watchLine = HostPresent();
         QueueOutput(now);
         WriteOutput(now);
-        const bool watchLine = HostPresent();
         if (quit_)
             break;
 
@@ -114,7 +130,7 @@ long long BoardLoop::PollTimeoutNs(SteadyClock::time_point now) const
     };
     if (!hostPresent_)
         atMost(HostWatchNs);
-    if (program_.FreeRunning() && hostSeen_)
+    if (program_.FreeRunning())
         atMost(options_.fast ? 0 : RunSliceNs);
     if (options_.paced && !output_.empty() && dueBytes_ == 0)
         atMost(std::chrono::duration_cast<std::chrono::nanoseconds>(pacer_.NextDue() - now).count());
@@ -134,7 +150,7 @@ bool BoardLoop::HostPresent()
     // With no one on the slave side the master reports a hang-up.
     pollfd fd{line_.Fd(), POLLIN, 0};
     if (poll(&fd, 1, 0) >= 0 && !HangUp(fd.revents)) {
-        hostPresent_ = hostSeen_ = true;
+        hostPresent_ = true;
         std::fprintf(stderr, "hc11board: host opened %s\n", line_.Path().c_str());
     }
     return hostPresent_;
@@ -152,6 +168,7 @@ void BoardLoop::HostGone()
     output_.clear();
     input_.clear();
     dueBytes_ = 0;
+    line_.ClearSlave();
     program_.LineDropped();
 }
 
@@ -242,8 +259,7 @@ void BoardLoop::Reset()
 
 void BoardLoop::RunProgram(SteadyClock::time_point now)
 {
-    // A ROM waits for the first host, so that its greeting reaches someone.
-    if (!program_.FreeRunning() || !hostSeen_) {
+    if (!program_.FreeRunning()) {
         wasRunning_ = false;
         return;
     }

@@ -22,6 +22,8 @@ public:
     ~BoardLoop();
 
     bool Ready() const { return signalFd_ >= 0; }
+    // Switches the board on before its line is named: a ROM's first moments.
+    void PowerOn();
     // Serves until the end; returns the exit code.
     int Run();
 
@@ -56,7 +58,6 @@ private:
     std::string stdinText_;
     int signalFd_ = -1;
     bool stdinOpen_ = true;
-    bool hostSeen_ = false;
     bool hostPresent_ = false;
     bool wasRunning_ = false;
     bool quit_ = false;

@@ -80,7 +80,21 @@ SerialLine SerialLine::OpenPseudoTerminal(std::string& error)
     }
     line.path_ = slave;
     line.pseudoTerminal_ = true;
+    line.ClearSlave();
     return line;
+}
+
+void SerialLine::ClearSlave() const
+{
+    if (!pseudoTerminal_)
+        return;
+    // Only the slave's side can flush what waits there to be read; closing
+    // it marks the master's side hung up.
+    const int slave = open(path_.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    if (slave < 0)
+        return;
+    tcflush(slave, TCIFLUSH);
+    close(slave);
 }
 
 SerialLine SerialLine::OpenDevice(const std::string& path, std::string& error)

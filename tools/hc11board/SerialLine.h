@@ -24,6 +24,11 @@ public:
     // The path the host opens: the pseudo-terminal's slave, or the device.
     const std::string& Path() const { return path_; }
     bool IsPseudoTerminal() const { return pseudoTerminal_; }
+    // Readies a pseudo-terminal's slave for the next host: drops what the
+    // board wrote and no host read, which the slave would keep for whoever
+    // opens it next, and leaves the master reporting a hang-up until a host
+    // opens it (a new pair reports none before its slave was first opened).
+    void ClearSlave() const;
 
 private:
     int fd_ = -1;

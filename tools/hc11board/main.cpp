@@ -65,6 +65,7 @@ int main(int argc, char** argv)
         std::perror("hc11board: signals");
         return 1;
     }
+    loop.PowerOn();
     std::printf("%s\n", line.Path().c_str());
     std::fflush(stdout);
     return loop.Run();

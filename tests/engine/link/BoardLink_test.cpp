@@ -13,11 +13,7 @@ namespace {
 
 // The board with one of its monitors, and the host on its line.
 struct Session {
-    explicit Session(bool firmware) : board(firmware ? BoardProcess::Firmware() : QStringList{}), f(board.DevicePath())
-    {
-        if (firmware)
-            BoardProcess::SettleAfterOpen();
-    }
+    explicit Session(bool firmware) : board(firmware ? BoardProcess::Firmware() : QStringList{}), f(board.DevicePath()) {}
     BoardProcess board;
     DebuggerFixture f;
 };

@@ -84,10 +84,7 @@ private slots:
             BoardProcess emulator(firmware ? BoardProcess::Firmware() : QStringList{});
             QVERIFY(!emulator.DevicePath().isEmpty());
             MainFormFixture f;
-            frmMain& form = f.StartOn(emulator.DevicePath());
-            if (firmware)
-                BoardProcess::SettleAfterOpen();
-            RunScenario(form, f, board);
+            RunScenario(f.StartOn(emulator.DevicePath()), f, board);
             if (QTest::currentTestFailed())
                 return;
             QCOMPARE(board, simulator);
