@@ -45,7 +45,7 @@ private slots:
         ClockCount = 500;
         f.line.SetCTS(false);
         QTRY_COMPARE(f.reports.state, LinkState::NotConnected);
-        QCOMPARE(ClockCount, 0);
+        QCOMPARE(ClockCount, std::int64_t{0});
         QCOMPARE(f.view.clockShown, 0);   // shown again only at the next update
     }
 

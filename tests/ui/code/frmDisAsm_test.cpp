@@ -179,7 +179,7 @@ private slots:
         QCOMPARE(f->boxes.boxes.size(), 2);
         QCOMPARE(f->boxes.boxes[1].text, f->boxes.boxes[0].text);
         QCOMPARE(CpuRegisters.PC, pc);
-        QCOMPARE(ClockCount, 0);
+        QCOMPARE(ClockCount, std::int64_t{0});
     }
 };
 

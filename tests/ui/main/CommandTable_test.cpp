@@ -77,7 +77,7 @@ private slots:
         form.ClockCountUpdate();
         QCOMPARE(form.PanelText(4), QString("Clock= 123456789"));   // wider than its eight digits
         form.Menu("mnuDebugResetCounter")->trigger();
-        QCOMPARE(ClockCount, 0);
+        QCOMPARE(ClockCount, std::int64_t{0});
         QCOMPARE(form.PanelText(4), QString("Clock= 00000000"));
     }
 
