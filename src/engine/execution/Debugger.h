@@ -111,5 +111,3 @@ private:
     std::optional<std::int32_t> outAboveSP_;
 };
 
-// ClockCount with cycles added, wrapping as a 32-bit counter.
-std::int32_t AddClockCycles(std::int32_t count, std::uint64_t cycles);

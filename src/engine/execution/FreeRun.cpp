@@ -105,7 +105,7 @@ void Debugger::RunChip()
 
 void Debugger::ChipSliceDone(std::uint64_t cycles)
 {
-    ClockCount = AddClockCycles(ClockCount, cycles);
+    ClockCount += std::int64_t(cycles);
     PassChipOutput();
     if (clockShown_.elapsed() >= ClockPanelMs) {
         clockShown_.start();

@@ -297,7 +297,7 @@ void Debugger::ShowStep()
 
 void Debugger::StepOnChip()
 {
-    ClockCount = AddClockCycles(ClockCount, link_.ChipSim.Step(CpuRegisters));
+    ClockCount += std::int64_t(link_.ChipSim.Step(CpuRegisters));
     StoreSimulatedRegisters();
     StepExecute = false;
     StepPlain = true;
@@ -382,8 +382,3 @@ void Debugger::PassChipOutput()
         view_.PassToTerminal(bytes);
 }
 
-std::int32_t AddClockCycles(std::int32_t count, std::uint64_t cycles)
-{
-    // The panel's count wraps as a 32-bit counter would.
-    return static_cast<std::int32_t>(static_cast<std::uint32_t>(count) + static_cast<std::uint32_t>(cycles));
-}

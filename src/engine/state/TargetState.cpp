@@ -35,7 +35,7 @@ bool PlayActive = false;
 bool AnimateActive = false;
 bool RunStopped = false;
 std::int32_t RunToAddress = 0;
-std::int32_t ClockCount = 0;
+std::int64_t ClockCount = 0;
 
 void ResetTargetState()
 {

@@ -93,7 +93,8 @@ extern bool PlayActive;
 extern bool AnimateActive;
 extern bool RunStopped;       // no Play/Animate loop runs, or it has been told to end
 extern std::int32_t RunToAddress;
-extern std::int32_t ClockCount;
+// E cycles counted; 64 bits, since a free run at full speed passes 2^31 in seconds.
+extern std::int64_t ClockCount;
 
 // Puts every record back to its start value (zero or empty); used at start and by tests.
 void ResetTargetState();

@@ -42,7 +42,7 @@ private slots:
         // counted: LDS 3, JSR 6, INCA 2 x 3, RTS 5.
         QCOMPARE(BreakpointCount, std::int16_t(1));
         QCOMPARE(BreakpointTable[0], 0x2011);
-        QCOMPARE(ClockCount, 20);
+        QCOMPARE(ClockCount, std::int64_t{20});
         QVERIFY(RunStopped && !PlayActive);
 
         // With a full table Step Over and Step Out do nothing at all.
@@ -52,7 +52,7 @@ private slots:
         debug.StepOver();
         debug.StepOut();
         QCOMPARE(CpuRegisters.PC, 0x2003);
-        QCOMPARE(ClockCount, 20);
+        QCOMPARE(ClockCount, std::int64_t{20});
         QCOMPARE(BreakpointCount, std::int16_t(MaxBreakpoints));
     }
 
@@ -119,7 +119,7 @@ private slots:
         QCOMPARE(board.steps.last().mid(10, 4), QByteArray("\xBD\x30\x10\x01", 4));
         QCOMPARE(CpuRegisters.PC, 0x2004);
         QVERIFY(!f.view.frozen);
-        QCOMPARE(ClockCount, 0);   // what ran on the board is not counted
+        QCOMPARE(ClockCount, std::int64_t{0});   // what ran on the board is not counted
     }
 
     void pauseLeavesTheWaitAndTheBoardRunsUntilItsReset()
@@ -193,7 +193,7 @@ private slots:
         QVERIFY(frozen);
         QCOMPARE(CpuRegisters.PC, 0x2000);
         QCOMPARE(CpuRegisters.A, 1);
-        QCOMPARE(ClockCount, 5);
+        QCOMPARE(ClockCount, std::int64_t{5});
         QVERIFY(f.view.clockShown > 0);   // the panel is up to date when the run ends
         QCOMPARE(f.view.refreshes, 0);
         QCOMPARE(f.view.followSteps, 2);
