@@ -20,8 +20,7 @@ private slots:
             QProcess run;
             run.setProcessEnvironment(env);
             run.start(qEnvironmentVariable("ORVANE_PROGRAM_DIR") + "/orvane", {question});
-            QVERIFY(run.waitForFinished(10000));
-            QVERIFY(run.exitStatus() == QProcess::NormalExit && run.exitCode() == 0);
+            QVERIFY(run.waitForFinished(10000) && run.exitStatus() == QProcess::NormalExit && run.exitCode() == 0);
             const QString out = run.readAllStandardOutput();
             QVERIFY2(question == "--version" ? out == QString("orvane %1\n").arg(VersionText()) : out.contains("--help"),
                      qPrintable(out));

@@ -53,8 +53,7 @@ private slots:
         r.A = 300, r.B = -1, r.IX = -5, r.IY = 70000, r.SP = -1;
         r.CCR = 0x144;                                        // X and Z, bit 8 dropped
         r.Run({0x4C});                                        // INCA: 300 counts as $2C
-        QVERIFY(r.A == 0x2D && r.B == 0xFF && r.IX == 0xFFFB && r.IY == 70000 - 65536 && r.SP == 0xFFFF);
-        QCOMPARE(r.CCR, std::int16_t(0x40));
+        QVERIFY(r.A == 0x2D && r.B == 0xFF && r.IX == 0xFFFB && r.IY == 70000 - 65536 && r.SP == 0xFFFF && r.CCR == 0x40);
         r.Run({0x01 + 0x100});                                // opcode bytes are reduced too: NOP
         QCOMPARE(r.A, std::int16_t(0x2D));
         r.velmar.disconnect();
@@ -63,16 +62,15 @@ private slots:
         QCOMPARE(r.A, std::int16_t(0xF0));
     }
 
-    // The frame's contents are the core's (its flow test); here it travels as
-    // events, and a WAI's wait does not carry over to the next call.
+    // The frame's contents are the core's; here it travels as events, and a WAI's wait ends with the call.
     void swiRtiAndWaiMoveTheirFrameThroughEvents()
     {
         Rig r;
         r.A = 0x11, r.B = 0x22, r.IX = 0x3344, r.IY = 0x5566, r.CCR = 0xC1;
         r.memory[0xFFF6] = 0xE0;
         r.Run({0x3F});                                        // SWI: the return address is its length
-        QCOMPARE(int(r.log.size()), 11);
-        QVERIFY((r.log.front() == Access{true, 0x1FF, 0x01}) && (r.log.back() == Access{false, 0xFFF7, 0x00}));
+        QVERIFY(r.log.size() == 11 && r.log.front() == (Access{true, 0x1FF, 0x01}));
+        QVERIFY(r.log.back() == (Access{false, 0xFFF7, 0x00}));
         QVERIFY(r.SP == 0x01F6 && r.CCR == 0xD1);
         r.A = r.B = r.IX = r.IY = 0;
         r.Run({0x3B});                                        // RTI

@@ -72,9 +72,7 @@ inline TwinSource RepeatedProgram(int lines, unsigned origin)
         out.ours += org;
         out.gnu += "* block\n";
         ++out.lines;
-        std::string suffix = std::to_string(block);
-        suffix.insert(0, 1, '_');
-        AppendEveryInstruction(out, suffix);
+        AppendEveryInstruction(out, "_" + std::to_string(block));
     }
     return out;
 }

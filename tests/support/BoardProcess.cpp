@@ -35,10 +35,7 @@ BoardProcess::~BoardProcess()
     }
 }
 
-void BoardProcess::Reset()
-{
-    ::kill(static_cast<pid_t>(process_.processId()), SIGUSR1);
-}
+void BoardProcess::Reset() { ::kill(static_cast<pid_t>(process_.processId()), SIGUSR1); }
 
 QStringList BoardProcess::Firmware()
 {

@@ -4,10 +4,7 @@
 #include "platform/DoEvents.h"
 #include "platform/QtSerialDevice.h"
 
-void RecordedView::LetEventsRun()
-{
-    DoEvents();
-}
+void RecordedView::LetEventsRun() { DoEvents(); }
 
 DebuggerFixture::DebuggerFixture(bool simulator) : DebuggerFixture(simulator, SerialDeviceFactory())
 {
@@ -31,7 +28,4 @@ DebuggerFixture::DebuggerFixture(bool simulator, const SerialDeviceFactory& devi
     BoardConnected = link.MSComm.SetPortOpen(true);
 }
 
-DebuggerFixture::~DebuggerFixture()
-{
-    ResetTargetState();
-}
+DebuggerFixture::~DebuggerFixture() { ResetTargetState(); }

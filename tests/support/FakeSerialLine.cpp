@@ -127,10 +127,7 @@ void FakeSerialLine::SetResponder(std::function<QByteArray(const QByteArray&)> r
     state_->responder = std::move(responder);
 }
 
-QByteArray FakeSerialLine::TakeWritten()
-{
-    return std::exchange(state_->written, QByteArray());
-}
+QByteArray FakeSerialLine::TakeWritten() { return std::exchange(state_->written, QByteArray()); }
 
 void FakeSerialLine::Vanish()
 {

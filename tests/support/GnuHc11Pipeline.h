@@ -11,10 +11,7 @@
 
 namespace asmtest {
 
-inline bool GnuHc11Available()
-{
-    return std::system("m68hc11-as --version > /dev/null 2>&1") == 0;
-}
+inline bool GnuHc11Available() { return std::system("m68hc11-as --version > /dev/null 2>&1") == 0; }
 
 // Assembles `source` in the folder `dir` (which must exist) into S-record
 // text. False on any failure, with the tools' messages in `log`.

@@ -6,10 +6,7 @@
 #include <QStandardPaths>
 #include <QStringList>
 
-inline bool PdfTextAvailable()
-{
-    return !QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty();
-}
+inline bool PdfTextAvailable() { return !QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty(); }
 
 // One entry per page; each page's lines without their trailing blanks.
 inline QList<QStringList> PdfPages(const QString& pdfFile)

@@ -33,10 +33,7 @@ PseudoTerminal::PseudoTerminal()
     }
 }
 
-PseudoTerminal::~PseudoTerminal()
-{
-    Close();
-}
+PseudoTerminal::~PseudoTerminal() { Close(); }
 
 void PseudoTerminal::Write(const QByteArray& bytes)
 {

@@ -30,10 +30,7 @@ bool Register(const Entry& entry)
     return true;
 }
 
-static QString NameOf(const Entry& entry)
-{
-    return QFileInfo(QString::fromLocal8Bit(entry.file)).completeBaseName();
-}
+static QString NameOf(const Entry& entry) { return QFileInfo(QString::fromLocal8Bit(entry.file)).completeBaseName(); }
 
 }  // namespace testgroup
 
@@ -41,8 +38,7 @@ int main(int argc, char* argv[])
 {
     using namespace testgroup;
     std::vector<Entry> chosen = Entries();
-    std::sort(chosen.begin(), chosen.end(),
-              [](const Entry& a, const Entry& b) { return NameOf(a) < NameOf(b); });
+    std::sort(chosen.begin(), chosen.end(), [](const Entry& a, const Entry& b) { return NameOf(a) < NameOf(b); });
 
     if (argc > 1 && argv[1][0] != '-') {
         const QString wanted = QString::fromLocal8Bit(argv[1]);

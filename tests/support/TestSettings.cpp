@@ -2,10 +2,7 @@
 
 #include "platform/SettingsStore.h"
 
-TestSettings::TestSettings()
-{
-    SetSettingsFolder(dir_.path());
-}
+TestSettings::TestSettings() { SetSettingsFolder(dir_.path()); }
 
 TestSettings::~TestSettings()
 {
@@ -13,7 +10,4 @@ TestSettings::~TestSettings()
     SetSettingsFolder(dir_.path() + QStringLiteral("/gone"));
 }
 
-QString TestSettings::FilePath() const
-{
-    return SettingsFilePath();
-}
+QString TestSettings::FilePath() const { return SettingsFilePath(); }

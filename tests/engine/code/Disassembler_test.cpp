@@ -42,12 +42,7 @@ PageRowArray Page(std::int32_t top, bool codeOn = false, bool includeSym = false
 class DisassemblerTest : public QObject {
     Q_OBJECT
 private slots:
-    void init()
-    {
-        ResetTargetState();
-        SymbolTable.clear();
-        SymbolCount = 0;
-    }
+    void init() { ResetTargetState(), SymbolTable.clear(), SymbolCount = 0; }
 
     void illegalCodesAreOnlyTheirOpcodeBytes()
     {
@@ -81,9 +76,7 @@ private slots:
             {{0x1A, 0xAC, 0x05}, 3, "CPY   $05,X"},   {{0xCD, 0xAC, 0x05}, 3, "CPX   $05,Y"}};
         for (const auto& [bytes, length, text] : cases) {
             const Decoded d = Decode(bytes);
-            QCOMPARE(d.text, std::string(text));
-            QCOMPARE(int(d.length), length);
-            QCOMPARE(d.address, 0x1000);
+            QVERIFY2(d.text == text && d.length == length && d.address == 0x1000, d.text.c_str());
         }
     }
 
@@ -93,8 +86,7 @@ private slots:
         QCOMPARE(Decode({0x20, 0x10}, 0xFFFE, 0xFFFE).text, std::string("BRA   $0010"));
         // A page that wraps: the address below the base comes back with 65536 added.
         const Decoded d = Decode({0x20, 0x10}, 0x0010, 0xFFE0);
-        QCOMPARE(d.text, std::string("BRA   $0022"));
-        QCOMPARE(d.address, 0x0010 + 65536);
+        QVERIFY(d.text == "BRA   $0022" && d.address == 0x0010 + 65536);
         // A backward branch below $0000 wraps to the top.
         QCOMPARE(Decode({0x20, 0xF0}, 0x0000, 0x0000).text, std::string("BRA   $FFF2"));
         QCOMPARE(Decode({0x13, 0x00, 0x01, 0xF0}, 0x0002, 0x0000).text, std::string("BRCLR $00 $01 $FFF6"));
@@ -118,8 +110,7 @@ private slots:
         Buffer(0x1000, {0x18, 0x1E, 0x10, 0x80, 0xFB});
         CpuRegisters.PC = 0x4000;   // off the page: no row is bold, no mark
         const PageRowArray rows = Page(0x1000, true);
-        QCOMPARE(rows[0].RowText, QString(" $1000: 18 1E 10 80 FB   BRSET $10,Y $80 $1000"));
-        QCOMPARE(rows[1].RowAddress, 0x1005);
+        QVERIFY(rows[0].RowText == " $1000: 18 1E 10 80 FB   BRSET $10,Y $80 $1000" && rows[1].RowAddress == 0x1005);
         for (const PageRow& row : rows)
             QVERIFY(!row.AtPC && !row.Breakpoint);
     }
@@ -139,9 +130,7 @@ private slots:
             CpuRegisters.FlagZ = flagZ;
             CpuRegisters.PC = 0x11004;   // beyond 16 bits: the page draw takes it modulo 65536
             const PageRowArray rows = Page(0x1000);
-            QCOMPARE(CpuRegisters.PC, 0x1004);
-            QVERIFY(rows[4].AtPC);
-            QCOMPARE(rows[4].RowText.mid(8, 2), mark + ' ');
+            QVERIFY(CpuRegisters.PC == 0x1004 && rows[4].AtPC && rows[4].RowText.mid(8, 2) == (mark + ' '));
             for (int i : {0, 1, 2, 3, 5, 6})
                 QVERIFY(!rows[i].AtPC && rows[i].RowText.mid(8, 2) == "  ");
         }
@@ -168,17 +157,13 @@ private slots:
     {
         Buffer(0x2000, {});
         ProgramBuffer[255] = 0xB6;   // an extended load whose operand lies behind the buffer
-        AddBreakpoint(0x20F0);
-        AddBreakpoint(0x2102);
+        AddBreakpoint(0x20F0), AddBreakpoint(0x2102);
         CpuRegisters.PC = 0x2102;
         const PageRowArray rows = Page(0x20E0);
-        QVERIFY(!rows[15].Breakpoint && rows[16].Breakpoint);
-        QCOMPARE(rows[30].RowText, QString(" $20FE:   NOP"));
+        QVERIFY(!rows[15].Breakpoint && rows[16].Breakpoint && rows[30].RowText == QString(" $20FE:   NOP"));
         // $20FF needs two bytes never read: it and the rows behind stay empty and unmarked.
-        QCOMPARE(rows[31].RowAddress, 0x20FF);
-        QVERIFY(rows[31].RowText.isEmpty() && rows[32].RowText.isEmpty());
-        QCOMPARE(rows[32].RowAddress, 0x2102);
-        QVERIFY(!rows[32].Breakpoint && !rows[32].AtPC);
+        QVERIFY(rows[31].RowAddress == 0x20FF && rows[31].RowText.isEmpty() && rows[32].RowText.isEmpty());
+        QVERIFY(rows[32].RowAddress == 0x2102 && !rows[32].Breakpoint && !rows[32].AtPC);
     }
 
     void scrollUpTriesFiveBytesBackFirstAndFallsBackToOne()
@@ -202,15 +187,13 @@ private slots:
         QCOMPARE(PageUpTop(0x1000, 0x10FA, 10), 0x10F1);
         // Three-byte instructions: only the start one byte in lines up with the old top.
         ProgramBuffer.fill(0xB6);
-        QCOMPARE(PageUpTop(0x1000, 0x10FA, 5), 0x10EE);
-        QCOMPARE(Page(0x10EE)[4].RowAddress, 0x10FA);
+        QVERIFY(PageUpTop(0x1000, 0x10FA, 5) == 0x10EE && Page(0x10EE)[4].RowAddress == 0x10FA);
         // Fewer instructions above than rows: the old top ends higher up.
         Buffer(0x1000, {0xB6, 0x00, 0x00});
         QCOMPARE(PageUpTop(0x1000, 0x1005, 10), 0x1000);
         // No start lines up: start 4, with the count of start 3.
         Buffer(0x1000, {0xFC, 0xCE, 0x86, 0xCC, 0x86});
-        QCOMPARE(PageUpTop(0x1000, 0x1005, 2), 0x1004);
-        QCOMPARE(PageUpTop(0x1000, 0x1005, 1), 0x1006);
+        QVERIFY(PageUpTop(0x1000, 0x1005, 2) == 0x1004 && PageUpTop(0x1000, 0x1005, 1) == 0x1006);
     }
 };
 

@@ -9,8 +9,7 @@ struct Flow {
     bool jump, call, ret;
 };
 
-// The target is TargetMemory; a reader that fails stands for a board that
-// does not answer.
+// The target is TargetMemory; a reader that fails stands for a board that does not answer.
 bool ReadMemory(std::int32_t address, std::span<std::uint8_t> out)
 {
     ReadTargetMemory(address, out);
@@ -72,13 +71,10 @@ private slots:
 
     void callsJumpsAndReturns()
     {
-        CpuRegisters.IX = 0xFFFF;
-        CpuRegisters.IY = 0xFFFF;
-        StackBuffer[1] = 0x12;   // RTS takes its return address from the stack copy
-        StackBuffer[2] = 0x34;
+        CpuRegisters.IX = CpuRegisters.IY = 0xFFFF;
+        StackBuffer[1] = 0x12, StackBuffer[2] = 0x34;   // RTS takes its return address from the stack copy
         CpuRegisters.SP = 0x00F0;   // RTI: CCR, B, A, X, Y above SP, then PC at SP + 8
-        TargetMemory[0x00F8] = 0xE1;
-        TargetMemory[0x00F9] = 0x23;
+        TargetMemory[0x00F8] = 0xE1, TargetMemory[0x00F9] = 0x23;
         // PC, code, calls followed, next, then jump, call, return.
         using Row = std::tuple<std::int32_t, QList<int>, bool, std::int32_t, QList<bool>>;
         const Row rows[] = {{0x1000, {0x8D, 0x10}, false, 0x1002, {false, true, false}},         // BSR stepped over
@@ -92,9 +88,7 @@ private slots:
                             {0x1000, {0x18, 0x12}, false, 0x1002, {false, false, false}}};  // a bad pair: two bytes
         for (const auto& [pc, bytes, follow, next, jumpCallReturn] : rows) {
             const Flow f = At(pc, bytes, follow);
-            QVERIFY(f.ok);
-            QCOMPARE(f.next, next);
-            QCOMPARE((QList<bool>{f.jump, f.call, f.ret}), jumpCallReturn);
+            QVERIFY(f.ok && f.next == next && (QList<bool>{f.jump, f.call, f.ret}) == jumpCallReturn);
         }
     }
 
@@ -106,9 +100,7 @@ private slots:
             {0x12, 0x14, true}, {0x12, 0x34, false}, {0x13, 0x02, true}, {0x13, 0x14, false}, {0x13, 0x00, true}};
         for (const auto& [opcode, mask, taken] : cases) {
             const Flow f = At(0x1000, {opcode, 0x40, mask, 0x10});
-            QVERIFY(f.ok);
-            QCOMPARE(f.jump, taken);
-            QCOMPARE(f.next, taken ? 0x1014 : 0x1004);
+            QVERIFY(f.ok && f.jump == taken && f.next == (taken ? 0x1014 : 0x1004));
         }
         CpuRegisters.IY = 0x0030;
         Flow f = At(0x1000, {0x18, 0x1F, 0x10, 0xFF, 0xF0});   // BRCLR $10,Y $FF at $40

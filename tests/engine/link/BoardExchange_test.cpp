@@ -32,6 +32,8 @@ struct BoardFixture : DebuggerFixture {
     {
         return reports.failures.isEmpty() ? std::nullopt : std::optional(reports.failures.last().first);
     }
+    // The receive event is back on and nothing is left in the buffer.
+    bool Idle() { return link.MSComm.RThreshold() == 6 && link.MSComm.InBufferCount() == 0; }
 };
 } // namespace
 
@@ -50,10 +52,8 @@ private slots:
         });
         const std::uint8_t saved[9] = {0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0x01, 0xF0, 0xC4};
         std::copy(std::begin(saved), std::end(saved), board.memory.begin());
-        board.memory[0x1000] = 0x5A;
-        board.memory[0x01F1] = 0xE1;
-        board.memory[0xFF80] = 0x86;
-        board.memory[0x007F] = 0x39;
+        for (auto [at, byte] : {std::pair{0x1000, 0x5A}, {0x01F1, 0xE1}, {0xFF80, 0x86}, {0x007F, 0x39}})
+            board.memory[at] = std::uint8_t(byte);
 
         std::int32_t address = 0x1000;
         std::uint8_t byte = 0;
@@ -76,17 +76,12 @@ private slots:
                                                   Hex("52004000C0"), Hex("52014000BF"), Hex("57100401A546"),
                                                   Hex("570006 02 01E0 17"), Hex("50E000 03 7EE000 BF"),
                                                   Hex("45454576")}));
-        QCOMPARE(byte, std::uint8_t(0x5A));
-        QVERIFY(CpuRegisters.A == 0x11 && CpuRegisters.IX == 0x3344 && CpuRegisters.SP == 0x01F0);
+        QVERIFY(byte == 0x5A && CpuRegisters.A == 0x11 && CpuRegisters.IX == 0x3344 && CpuRegisters.SP == 0x01F0);
         QVERIFY(CpuRegisters.FlagZ && CpuRegisters.FlagS && !CpuRegisters.FlagC);
-        QCOMPARE(StackBuffer[1], std::uint8_t(0xE1));
-        QCOMPARE(ProgramBuffer[0], std::uint8_t(0x86));
-        QCOMPARE(ProgramBuffer[255], std::uint8_t(0x39));
-        QCOMPARE(MemoryPage[0x200 + 0x3F], std::uint8_t(0x39));   // $0040 starts the third page
-        QVERIFY(BoardConnected && f.reports.failures.isEmpty());
-        QCOMPARE(threshold, 0);                   // no receive event during an exchange
-        QCOMPARE(f.link.MSComm.RThreshold(), 6);
-        QCOMPARE(f.reports.state, LinkState::Ready);
+        // $0040 starts the memory page's third block.
+        QVERIFY(StackBuffer[1] == 0xE1 && ProgramBuffer[0] == 0x86 && ProgramBuffer[255] == 0x39 && MemoryPage[0x23F] == 0x39);
+        QVERIFY(BoardConnected && f.reports.failures.isEmpty() && f.reports.state == LinkState::Ready);
+        QVERIFY(threshold == 0 && f.link.MSComm.RThreshold() == 6);   // no receive event during an exchange
 
         // The frames that carry registers: "S" with its code, "X" with a jump to the host's PC.
         const CpuRegisterRecord r{.A = 0x12, .B = 0x34, .IX = 0x5678, .IY = 0x9ABC, .PC = 0xE123, .SP = 0x01F0, .CCR = 0xD5};
@@ -105,21 +100,15 @@ private slots:
         f.link.OutBytes(address, {1, 2}, 2);
         QVERIFY(f.line.TakeWritten().isEmpty());
         QCOMPARE(f.reports.failures.size(), 2);   // a warning every time
-        for (const auto& failure : f.reports.failures)
-            QCOMPARE(failure.first, LinkFailure::NotConnected);
-        QCOMPARE(CpuRegisters.A, std::uint8_t(0x42));
-        QVERIFY(!BoardConnected);
-        QCOMPARE(f.reports.state, LinkState::NotConnected);
+        QVERIFY(f.reports.failures[0].first == LinkFailure::NotConnected && f.LastFailure() == LinkFailure::NotConnected);
+        QVERIFY(CpuRegisters.A == 0x42 && !BoardConnected && f.reports.state == LinkState::NotConnected);
 
         f.link.FlashErase();                     // no FindBoard: the frame goes out regardless
-        QCOMPARE(f.line.TakeWritten(), Hex("45454576"));
-        QVERIFY(BoardConnected);
+        QVERIFY(f.line.TakeWritten() == Hex("45454576") && BoardConnected);
         f.link.MSComm.SetPortOpen(false);        // but not on a closed port
         f.link.FlashErase();
-        QVERIFY(!BoardConnected);
-        QVERIFY(f.line.TakeWritten().isEmpty());
-        QCOMPARE(f.reports.failures.size(), 3);
-        QVERIFY(f.LastFailure() == LinkFailure::PortNotOpen);
+        QVERIFY(!BoardConnected && f.line.TakeWritten().isEmpty());
+        QVERIFY(f.reports.failures.size() == 3 && f.LastFailure() == LinkFailure::PortNotOpen);
     }
 
     void badRepliesLeaveTheCopyAloneAndLockNothing()
@@ -136,46 +125,33 @@ private slots:
             {"OutByte", Hex("0606"), 0, F::NoResponse},                                // two ACKs
             {"Programm", Hex("07"), 0, F::InvalidData},                                // some other byte
         };
-        for (const auto& [operation, reply, delay, failure] : rows)
-            BadReply(operation, reply, delay, failure);
-    }
+        for (const auto& [operation, reply, delay, failure] : rows) {
+            BoardFixture f;
+            f.line.SetReplyDelay(std::uint32_t(delay));
+            f.line.SetResponder([&](const QByteArray&) { return reply; });
+            CpuRegisters.SP = 0x01F0;
+            StackBuffer.fill(0x33);
+            const std::uint32_t start = f.now;
+            std::int32_t address = 0x2000;
+            if (operation == QString("InStack"))
+                f.link.InStack();
+            else
+                operation == QString("OutByte") ? f.link.OutByte(address, 1) : f.link.Programm(address, {1, 2}, 2);
+            QVERIFY(failure != LinkFailure::NoResponse || f.now - start >= 100);   // the whole time-out was given
+            QVERIFY(StackBuffer[0] == 0x33 && StackBuffer[8] == 0x33 && !BoardConnected && f.Idle());
+            QVERIFY(f.reports.failures.size() == 1 && f.LastFailure() == failure);
+            QCOMPARE(f.reports.state, LinkState::NotResponding);
 
-private:
-    void BadReply(const QString& operation, const QByteArray& reply, int delay, LinkFailure failure)
-    {
-        BoardFixture f;
-        f.line.SetReplyDelay(std::uint32_t(delay));
-        f.line.SetResponder([&](const QByteArray&) { return reply; });
-        CpuRegisters.SP = 0x01F0;
-        StackBuffer.fill(0x33);
-        const std::uint32_t start = f.now;
-        std::int32_t address = 0x2000;
-        if (operation == "InStack")
+            // The next operation starts afresh, and empties away a reply that came too late.
+            f.now += 100;
+            f.line.SetReplyDelay(0);
+            ScriptedMonitor board(f.line);
+            board.memory[0x01F8] = 0xAA;
             f.link.InStack();
-        else
-            operation == "OutByte" ? f.link.OutByte(address, 1) : f.link.Programm(address, {1, 2}, 2);
-        if (failure == LinkFailure::NoResponse)
-            QVERIFY(f.now - start >= 100);        // the whole time-out was given
-        QVERIFY(StackBuffer[0] == 0x33 && StackBuffer[8] == 0x33);
-        QVERIFY(!BoardConnected);
-        QCOMPARE(f.reports.failures.size(), 1);
-        QVERIFY(f.LastFailure() == failure);
-        QCOMPARE(f.reports.state, LinkState::NotResponding);
-        QCOMPARE(f.link.MSComm.RThreshold(), 6);
-        QCOMPARE(f.link.MSComm.InBufferCount(), 0);
-
-        // The next operation starts afresh, and empties away a reply that came too late.
-        f.now += 100;
-        f.line.SetReplyDelay(0);
-        ScriptedMonitor board(f.line);
-        board.memory[0x01F8] = 0xAA;
-        f.link.InStack();
-        QVERIFY(BoardConnected);
-        QCOMPARE(StackBuffer[8], std::uint8_t(0xAA));
-        QCOMPARE(f.reports.state, LinkState::Ready);
+            QVERIFY(BoardConnected && StackBuffer[8] == 0xAA && f.reports.state == LinkState::Ready);
+        }
     }
 
-private slots:
     void failedBlockEndsTheMemoryReadKeepingTheBlocksBefore()
     {
         BoardFixture f;
@@ -189,10 +165,8 @@ private slots:
         MemoryPage.fill(0xEE);
         f.link.InMemory();
         QCOMPARE(block, 3);                       // the fourth is never asked
-        QCOMPARE(MemoryPage[511], std::uint8_t(2));
-        QCOMPARE(MemoryPage[512], std::uint8_t(0xEE));
-        QCOMPARE(f.reports.failures.size(), 1);
-        QVERIFY(f.LastFailure() == LinkFailure::InvalidData);
+        QVERIFY(MemoryPage[511] == 2 && MemoryPage[512] == 0xEE);
+        QVERIFY(f.reports.failures.size() == 1 && f.LastFailure() == LinkFailure::InvalidData);
     }
 
     void boardVanishingMidExchangeEndsInNoResponse()
@@ -205,8 +179,7 @@ private slots:
         });
         std::int32_t address = 0x2000;
         f.link.OutByte(address, 1);               // its poll lets the line's loss be handled
-        QVERIFY(!f.line.IsOpen() && !BoardConnected);
-        QVERIFY(f.LastFailure() == LinkFailure::NoResponse);
+        QVERIFY(!f.line.IsOpen() && !BoardConnected && f.LastFailure() == LinkFailure::NoResponse);
         QCOMPARE(f.reports.state, LinkState::NotConnected);
 
         // The next operation opens the port again.
@@ -214,9 +187,7 @@ private slots:
         board.memory[0x2000] = 0x77;
         std::uint8_t byte = 0;
         f.link.InByte(address, byte);
-        QCOMPARE(byte, std::uint8_t(0x77));
-        QVERIFY(BoardConnected);
-        QCOMPARE(f.line.OpenCount(), 2);
+        QVERIFY(byte == 0x77 && BoardConnected && f.line.OpenCount() == 2);
     }
 
     void eraseReplies()
@@ -228,26 +199,18 @@ private slots:
             {Hex("15"), 0, F::EraseFailed},
             {Hex("42"), 0, F::EraseInvalidData},
         };
-        for (const auto& [reply, delay, failure] : rows)
-            EraseReply(reply, delay, failure);
-    }
-
-private:
-    void EraseReply(const QByteArray& reply, int delay, std::optional<LinkFailure> failure)
-    {
-        BoardFixture f;
-        int passes = 0;
-        DoEventsAction events([&passes] { ++passes; });
-        f.line.SetReplyDelay(std::uint32_t(delay));
-        f.line.SetResponder([&](const QByteArray&) { return reply; });
-        BoardConnected = failure.has_value();
-        f.link.FlashErase();
-        QCOMPARE(BoardConnected, !failure);
-        QVERIFY(f.LastFailure() == failure);
-        QCOMPARE(f.reports.stateReports, 0);   // no BoardStatus on either path
-        QCOMPARE(f.link.MSComm.RThreshold(), 6);
-        QCOMPARE(f.link.MSComm.InBufferCount(), 0);
-        QVERIFY(delay == 0 || passes > 100);      // the window stays alive during a long erase
+        for (const auto& [reply, delay, failure] : rows) {
+            BoardFixture f;
+            int passes = 0;
+            DoEventsAction events([&passes] { ++passes; });
+            f.line.SetReplyDelay(std::uint32_t(delay));
+            f.line.SetResponder([&](const QByteArray&) { return reply; });
+            BoardConnected = failure.has_value();
+            f.link.FlashErase();
+            QVERIFY(BoardConnected == !failure && f.LastFailure() == failure && f.Idle());
+            QCOMPARE(f.reports.stateReports, 0);   // no BoardStatus on either path
+            QVERIFY(delay == 0 || passes > 100);      // the window stays alive during a long erase
+        }
     }
 };
 

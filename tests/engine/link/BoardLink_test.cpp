@@ -1,9 +1,5 @@
-// The target operations through the real serial control against hc11board on
-// a pseudo-terminal, with its built-in monitor and with the monitor firmware
-// run by --rom: memory across a page boundary and the reset vector in flash;
-// a download, steps, and a free run whose output reaches the terminal until
-// the reset report. Each frame's bytes are the exchange test's, the
-// monitor's answers its own test's.
+// The target operations through the real serial control against hc11board on a pseudo-terminal, with its
+// built-in monitor and with the monitor firmware run by --rom (frame bytes are the exchange test's).
 #include <QtTest>
 
 #include "engine/code/S19Download.h"
@@ -56,33 +52,32 @@ class BoardLinkTest : public QObject {
     Q_OBJECT
 private slots:
     void memoryAndFlashThroughTheMonitor_data() { BothMonitors(); }
-    void memoryAndFlashThroughTheMonitor()
+    void memoryAndFlashThroughTheMonitor()   // the reset vector in flash
     {
         QFETCH(bool, firmware);
         Session session(firmware);
         QVERIFY(!session.board.DevicePath().isEmpty());
         DebuggerFixture& f = session.f;
         TargetLink& link = f.link;
-        std::int32_t address = 0x20FE;
+        std::int32_t address = 0x20FE;   // across a page boundary
         std::vector<std::uint8_t> bytes(200), back;
         for (std::size_t i = 0; i < bytes.size(); ++i)
             bytes[i] = std::uint8_t(i * 3 + 1);
         link.OutBytes(address, bytes, 200);
         link.InBytes(address, back, 200);
-        QCOMPARE(back, bytes);
         MemoryPageAddress = 0x2000;
         link.InMemory();
-        QCOMPARE(MemoryPage[0xFE + 199], std::uint8_t(200 * 3 - 2));
+        QVERIFY(back == bytes && MemoryPage[0xFE + 199] == std::uint8_t(200 * 3 - 2));
 
         address = 0xFFFE;   // the flash starts erased
         link.Programm(address, {0xE0, 0x40}, 2);
         address = 0xFFFE;
         std::uint8_t high = 0;
         link.InByte(address, high);
-        QCOMPARE(high, std::uint8_t(0xE0));
-        QVERIFY(f.reports.failures.isEmpty());
+        QVERIFY(high == 0xE0 && f.reports.failures.isEmpty());
     }
 
+    // A free run's output reaches the terminal until the reset report.
     void downloadStepsAndARunWithOutput_data() { BothMonitors(); }
     void downloadStepsAndARunWithOutput()
     {
@@ -103,9 +98,7 @@ private slots:
         CpuRegisters.CCR = 0xD0;
         for (int i = 0; i < 3; ++i)
             f.debugger.StepInto();   // LDS, LDAA, INCA
-        QCOMPARE(CpuRegisters.PC, 0xE006);
-        QCOMPARE(CpuRegisters.SP, 0x01FF);
-        QCOMPARE(int(CpuRegisters.A), 0x42);
+        QVERIFY(CpuRegisters.PC == 0xE006 && CpuRegisters.SP == 0x01FF && CpuRegisters.A == 0x42);
 
         f.view.terminal.clear();
         f.debugger.RunFree();
@@ -116,9 +109,8 @@ private slots:
         }, 5000));
         session.board.Reset();
         QTRY_VERIFY_WITH_TIMEOUT(!BoardRunning, 5000);
-        QCOMPARE(CpuRegisters.PC, 0xE000);
+        QVERIFY(CpuRegisters.PC == 0xE000 && f.reports.failures.isEmpty());
         QCOMPARE(f.view.terminal, QByteArray("Hello, board\r\n>"));   // the report's first bytes
-        QVERIFY(f.reports.failures.isEmpty());
     }
 
 private:

@@ -15,22 +15,18 @@ private slots:
     void oneByteFileRefusesWhatItCannotStore()
     {
         const DecodedSource source = DecodeSource("\xe9\n");
-        QVERIFY(!source.encoding.utf8);
-        QCOMPARE(source.text, QString(QChar(0xE9)) + "\n");
+        QVERIFY(!source.encoding.utf8 && source.text == QString(QChar(0xE9)) + "\n");
         QByteArray bytes = "unchanged";
-        QVERIFY(!EncodeSource(QString(QChar(0x20AC)), source.encoding, bytes));
-        QCOMPARE(bytes, QByteArray("unchanged"));
+        QVERIFY(!EncodeSource(QString(QChar(0x20AC)), source.encoding, bytes) && bytes == "unchanged");
     }
 
-    // The system failing at each step: no folder for the temporary file, a
-    // full disk during the write, a folder in the way of the rename. The old
+    // No folder for the temporary file, a full disk, a folder in the way of the rename: the old
     // file stays whole, nothing else stays behind, the system's words come back.
     void safeWriteLeavesTheOldFileWholeOnEveryFailure()
     {
         WorkFolder folder;
         const QByteArray old = QByteArray("old text\n").repeated(40);
-        QVERIFY(folder.Write("prog.asm", old));
-        QVERIFY(QDir(folder.dir.path()).mkdir("taken.asm"));
+        QVERIFY(folder.Write("prog.asm", old) && QDir(folder.dir.path()).mkdir("taken.asm"));
         const std::pair<const char*, const char*> rows[] = {
             {"no/such/prog.asm", "No such file or directory"}, {"prog.asm", "File too large"},
             {"taken.asm", "Is a directory"}};
@@ -40,8 +36,7 @@ private slots:
                 FileSizeLimit full(1000);
                 QVERIFY(!WriteFileSafely(folder.Path(name), QByteArray("new text\n").repeated(400), error));
             }
-            QCOMPARE(error, QString(reason));
-            QCOMPARE(folder.Read("prog.asm"), old);
+            QVERIFY(error == reason && folder.Read("prog.asm") == old);
             QCOMPARE(QDir(folder.dir.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
                      (QStringList{"prog.asm", "taken.asm"}));
         }
@@ -51,8 +46,7 @@ private slots:
         QVERIFY(QFile::link(path, folder.Path("link.asm")));
         QString error;
         QVERIFY(WriteFileSafely(folder.Path("link.asm"), "new text\n", error));
-        QCOMPARE(folder.Read("prog.asm"), QByteArray("new text\n"));
-        QVERIFY(QFileInfo(folder.Path("link.asm")).isSymLink());
+        QVERIFY(folder.Read("prog.asm") == "new text\n" && QFileInfo(folder.Path("link.asm")).isSymLink());
         QCOMPARE(QFile::permissions(path) & (QFileDevice::ReadGroup | QFileDevice::ReadOther | QFileDevice::WriteGroup),
                  QFileDevice::Permissions(QFileDevice::ReadGroup));
     }
@@ -84,12 +78,7 @@ private slots:
 
     void replaceAllTakesEachMatchOnce()
     {
-        const struct {
-            const char* text;
-            int selStart, selLength;
-            bool down;
-            QList<qsizetype> matches;
-        } rows[] = {
+        const struct { const char* text; int selStart, selLength; bool down; QList<qsizetype> matches; } rows[] = {
             {"a a a", 0, 0, true, {0, 2, 4}},   {"a a a", 2, 1, true, {2, 4}},
             {"a a a", 4, 0, false, {2, 0}},     {"a a a", 4, 1, false, {4, 2, 0}},
             {"A a", 0, 1, true, {2}},           // a selection in another case is not taken
@@ -101,12 +90,9 @@ private slots:
 
     void goToLineEntry()
     {
-        const struct {
-            const char* entry;
-            qsizetype line;
-        } rows[] = {{"1", 0}, {"12", 9}, {"999999999", 9}, {"0", -1}, {"1a", -1}, {"-3", -1}, {" 2", -1}, {"", -1}};
-        for (const auto& row : rows)
-            QCOMPARE(LineOfEntry(QString::fromLatin1(row.entry), 9), row.line);
+        for (const auto& [entry, line] : {std::pair<const char*, qsizetype>{"1", 0}, {"12", 9}, {"999999999", 9},
+                                          {"0", -1}, {"1a", -1}, {"-3", -1}, {" 2", -1}, {"", -1}})
+            QCOMPARE(LineOfEntry(QString::fromLatin1(entry), 9), line);
     }
 
     void colouringNamesThePartsOfALine()

@@ -14,19 +14,17 @@ private slots:
         COMPort = 4;
         ScreenFont = {"Other", 20, true, true};
         LoadPortAndFonts();
-        QCOMPARE(int(COMPort), 2);
-        QVERIFY(ScreenFont.Name == "Fixedsys" && ScreenFont.Size == 9.0f && !ScreenFont.Bold && !ScreenFont.Italic);
+        QVERIFY(COMPort == 2 && ScreenFont.Name == "Fixedsys" && ScreenFont.Size == 9.0f);
+        QVERIFY(!ScreenFont.Bold && !ScreenFont.Italic);
         QVERIFY(PrintFont.Name == "Courier New" && PrintFont.Size == 8.0f);
 
         QFile file(store.FilePath());
-        QVERIFY(QDir().mkpath(QFileInfo(file).path()));
-        QVERIFY(file.open(QIODevice::WriteOnly));
+        QVERIFY(QDir().mkpath(QFileInfo(file).path()) && file.open(QIODevice::WriteOnly));
         file.write("\x01\x02garbage without sections\n[Settings\nCOMPort");
         file.close();
         QCOMPARE(GetNumberSetting("COMPort", 2), 2.0);
         // A store that cannot be read at all (a folder in the file's place) reads as empty.
-        QVERIFY(QFile::remove(store.FilePath()));
-        QVERIFY(QDir().mkpath(store.FilePath()));
+        QVERIFY(QFile::remove(store.FilePath()) && QDir().mkpath(store.FilePath()));
         QCOMPARE(GetNumberSetting("COMPort", 2), 2.0);
     }
 
@@ -38,29 +36,25 @@ private slots:
         PrintFont = {"Courier New", 12, false, true};
         SavePortAndFonts();
         SaveFlagSetting("SimEnabled", true);
-        QCOMPARE(GetSetting("Settings", "SimEnabled"), QString("True"));
-        QCOMPARE(GetSetting("Settings", "ScreenFontSize"), QString("10.5"));
+        QVERIFY(GetSetting("Settings", "SimEnabled") == "True" && GetSetting("Settings", "ScreenFontSize") == "10.5");
 
         COMPort = 1;
         ScreenFont = PrintFont = {};
         LoadPortAndFonts();
-        QCOMPARE(int(COMPort), 3);
-        QVERIFY(ScreenFont.Name == "DejaVu Sans Mono" && ScreenFont.Size == 10.5f && ScreenFont.Bold);
+        QVERIFY(COMPort == 3 && ScreenFont.Name == "DejaVu Sans Mono" && ScreenFont.Size == 10.5f && ScreenFont.Bold);
         QVERIFY(PrintFont.Size == 12.0f && !PrintFont.Bold && PrintFont.Italic);
 
-        const struct { const char* text; bool fallback, read; } flags[] = {
-            {"false", true, false}, {"-1", false, true}, {"perhaps", true, true}};
-        for (const auto& flag : flags) {
-            SaveSetting("Settings", "CodeOn", flag.text);
-            QVERIFY2(GetFlagSetting("CodeOn", flag.fallback) == flag.read, flag.text);
+        for (const auto& [text, fallback, read] :
+             {std::tuple{"false", true, false}, {"-1", false, true}, {"perhaps", true, true}}) {
+            SaveSetting("Settings", "CodeOn", text);
+            QVERIFY2(GetFlagSetting("CodeOn", fallback) == read, text);
         }
         SaveSetting("Settings", "COMPort", "9");
         LoadPortAndFonts();
         QCOMPARE(int(COMPort), 2);   // only ports 1 to 4 exist
     }
 
-    // A change rewrites the line of its key and nothing else of what the user
-    // wrote; a full disk leaves the file as it was and is told once a run.
+    // A change rewrites its key's line and nothing else; a full disk leaves the file as it was and is told once a run.
     void storeChangesOnlyItsLinesAndSurvivesAFullDisk()
     {
         TestSettings store;
@@ -88,13 +82,11 @@ private slots:
         };
         saveOnAFullDisk("a");
         saveOnAFullDisk("b");
-        QCOMPARE(told, QStringList{"File too large"});
-        QCOMPARE(stored(), kept);
+        QVERIFY(told == QStringList{"File too large"} && stored() == kept);
         QCOMPARE(QDir(QFileInfo(store.FilePath()).path()).entryList(QDir::Files), QStringList{"Orvane.ini"});
         SaveSetting("Settings", "LabelSort", "c");
         saveOnAFullDisk("d");
-        QCOMPARE(told.size(), 2);   // told again after a write that went through
-        QCOMPARE(GetSetting("Settings", "LabelSort"), QString("c"));
+        QVERIFY(told.size() == 2 && GetSetting("Settings", "LabelSort") == "c");   // told again after a write that went through
         SetSettingsWriteFailure({});
     }
 };

@@ -22,24 +22,13 @@
 namespace {
 const char* const Source =
     "        ORG   $2000\n"
-    "START   LDAA  #$10\n"        // 2000
-    "        BSR   SUB1\n"        // 2002
-    "        LDX   #$3000\n"      // 2004
-    "        JSR   SUB2\n"        // 2007
-    "        CLRB\n"              // 200A
-    "LOOP    INCB\n"              // 200B
-    "        CMPB  #5\n"          // 200C
-    "        BNE   LOOP\n"        // 200E
-    "DONE    NOP\n"               // 2010
-    "SPIN    INCA\n"              // 2011
-    "        BRA   SPIN\n"        // 2012
-    "SUB1    INCA\n"              // 2014
-    "        PSHA\n"
-    "        PULA\n"
-    "        RTS\n"
-    "SUB2    LDAB  #3\n"          // 2018
-    "        ABA\n"
-    "        RTS\n"
+    "START   LDAA  #$10\n        BSR   SUB1\n"            // 2000, 2002
+    "        LDX   #$3000\n        JSR   SUB2\n"          // 2004, 2007
+    "        CLRB\nLOOP    INCB\n        CMPB  #5\n"     // 200A, 200B, 200C
+    "        BNE   LOOP\nDONE    NOP\n"                   // 200E, 2010
+    "SPIN    INCA\n        BRA   SPIN\n"                  // 2011, 2012
+    "SUB1    INCA\n        PSHA\n        PULA\n        RTS\n"   // 2014
+    "SUB2    LDAB  #3\n        ABA\n        RTS\n"       // 2018
     // BRSET and BRCLR direct, by X and by Y, each taken and not: a branch
     // that goes wrong runs an INCB or goes back to BITS.
     "BITS    LDAA  #$81\n"        // 201C
@@ -117,8 +106,7 @@ private:
 
     void RunScenario(frmMain& form, MainFormFixture& f, QList<Stop>& stops)
     {
-        form.showNormal();
-        form.resize(1000, 900);
+        QVERIFY(ShowAt(form, {1000, 900}));
         const auto assembled = hc11::as11::AssembleSource(Source, "E2E");
         QVERIFY(assembled.errors.empty());
         std::vector<std::uint8_t> program;
@@ -127,10 +115,7 @@ private:
         std::int32_t at = 0x2000;
         form.Link().OutBytes(at, program, static_cast<std::int16_t>(program.size()));
         // The save area: A, B, IX, IY zero, SP $01FF, CCR with S, X and I set.
-        CpuRegisterRecord start;
-        start.SP = 0x01FF;
-        start.CCR = 0xD0;
-        const monitor::SaveAreaBytes saved = monitor::SaveAreaOf(start);
+        const monitor::SaveAreaBytes saved = monitor::SaveAreaOf({.SP = 0x01FF, .CCR = 0xD0});
         at = SaveAreaAddress;
         form.Link().OutBytes(at, std::vector<std::uint8_t>(saved.begin(), saved.end()), SaveAreaSize);
         at = 0x01FE;
@@ -143,23 +128,18 @@ private:
         QCoreApplication::processEvents();
         QCOMPARE(CpuRegisters.SP, 0x01FF);   // the window opened at PC with the target's registers
 
-        form.Menu("mnuRunStepInto")->trigger();   // LDAA #$10
-        form.Menu("mnuRunStepInto")->trigger();   // BSR SUB1
-        QCOMPARE(CpuRegisters.PC, 0x2014);
-        QCOMPARE(CpuRegisters.SP, 0x01FD);
-        Snap(stops, "into BSR", form);
-
-        form.Menu("mnuRunStepInto")->trigger();   // INCA
-        form.Menu("mnuRunStepOut")->trigger();
-        QCOMPARE(CpuRegisters.PC, 0x2004);
-        QCOMPARE(CpuRegisters.SP, 0x01FF);
-        Snap(stops, "out of SUB1", form);
-
-        form.Menu("mnuRunStepInto")->trigger();   // LDX
-        form.Menu("mnuRunStepOver")->trigger();   // JSR SUB2
-        QCOMPARE(CpuRegisters.PC, 0x200A);
-        QCOMPARE(CpuRegisters.B, 3);
-        Snap(stops, "over JSR", form);
+        // Into BSR SUB1 (after LDAA), out of it (after INCA), over JSR SUB2 (after LDX).
+        const struct { const char* where; const char* second; int pc, sp, b; } steps[] = {
+            {"into BSR", "mnuRunStepInto", 0x2014, 0x01FD, 0},
+            {"out of SUB1", "mnuRunStepOut", 0x2004, 0x01FF, 0},
+            {"over JSR", "mnuRunStepOver", 0x200A, 0x01FF, 3},
+        };
+        for (const auto& step : steps) {
+            form.Menu("mnuRunStepInto")->trigger();
+            form.Menu(step.second)->trigger();
+            QVERIFY2(CpuRegisters.PC == step.pc && CpuRegisters.SP == step.sp && CpuRegisters.B == step.b, step.where);
+            Snap(stops, step.where, form);
+        }
 
         // A breakpoint behind the loop, which branches back four times.
         const int doneRow = RowOf(w, 0x2010);
@@ -167,8 +147,7 @@ private:
         w->Label_DblClick(static_cast<std::int16_t>(doneRow));
         QCOMPARE(BreakpointCount, std::int16_t(1));
         form.Menu("mnuRunPlay")->trigger();
-        QCOMPARE(CpuRegisters.PC, 0x2010);
-        QCOMPARE(CpuRegisters.B, 5);
+        QVERIFY(CpuRegisters.PC == 0x2010 && CpuRegisters.B == 5);
         QCOMPARE(LookOf(w, doneRow), Look::CurrentBreakpoint);   // the page follows PC after a run
         Snap(stops, "play to breakpoint", form);
 
@@ -180,9 +159,7 @@ private:
         });
         form.Menu("mnuRunAnimate")->trigger();
         SetDoEventsHook({});
-        QCOMPARE(CpuRegisters.PC, 0x2012);
-        QCOMPARE(CpuRegisters.A, 0x16);
-        QCOMPARE(LookOf(w, RowOf(w, 0x2012)), Look::Current);
+        QVERIFY(CpuRegisters.PC == 0x2012 && CpuRegisters.A == 0x16 && LookOf(w, RowOf(w, 0x2012)) == Look::Current);
         Snap(stops, "animate paused", form);
         w->Label_Click(static_cast<std::int16_t>(RowOf(w, 0x2011)));
         if (TargetMode == SimulatorMode)   // the simulator pass's picture (use a real display)
@@ -194,16 +171,14 @@ private:
         w->Label_DblClick(static_cast<std::int16_t>(doneRow));   // the old breakpoint goes
         QCOMPARE(LookOf(w, spinRow), Look::Current);
         form.Menu("mnuRunRunTo")->trigger();
-        QCOMPARE(CpuRegisters.PC, 0x2011);
-        QCOMPARE(BreakpointCount, std::int16_t(0));
+        QVERIFY(CpuRegisters.PC == 0x2011 && BreakpointCount == 0);
         Snap(stops, "run to cursor", form);
 
         // The bit branches by Step Into, Step Over and Play: the host works out where each goes.
         const int b = CpuRegisters.B;
         for (const char* command : {"mnuRunStepInto", "mnuRunStepOver", "mnuRunPlay"}) {
             CpuRegisters.PC = 0x201C;
-            BreakpointTable[0] = 0x203A;
-            BreakpointCount = 1;
+            BreakpointTable[0] = 0x203A, BreakpointCount = 1;
             int steps = 0;
             while (CpuRegisters.PC != 0x203A && steps++ < 12)
                 form.Menu(command)->trigger();

@@ -40,8 +40,7 @@ struct Session {
         folder.Write("prog.s19", file);
         S19File = "prog.s19";
         form->SetPanelText(2, "Program: old.s19");
-        BreakpointTable[0] = 0xE003;
-        BreakpointCount = 1;
+        BreakpointTable[0] = 0xE003, BreakpointCount = 1;
         form->BreakpointCountChanged();
         CpuRegisters.PC = 0x1234;
         TargetMemory.fill(0x5A);
@@ -51,11 +50,8 @@ struct Session {
     void ExpectOldProgramKept() const
     {
         QCOMPARE(form->PanelText(2), QString("Program: old.s19"));
-        QCOMPARE(BreakpointCount, std::int16_t(1));
-        QVERIFY(form->Menu("mnuDebugClearAllBreakpoints")->isEnabled());
-        QVERIFY(!form->IsOpen("frmRegCPU"));
-        QVERIFY(!HeldOpen(folder.Path("prog.s19")));
-        QVERIFY(!form->findChild<frmDownload*>());
+        QVERIFY(BreakpointCount == 1 && form->Menu("mnuDebugClearAllBreakpoints")->isEnabled());
+        QVERIFY(!form->IsOpen("frmRegCPU") && !HeldOpen(folder.Path("prog.s19")) && !form->findChild<frmDownload*>());
     }
 };
 }  // namespace
@@ -68,12 +64,10 @@ private slots:
         Session s("S106E0008E00FF8C\nS105FFFEE0001D\n");   // the last ends at $FFFF
         ClockCount = 4321;
         s.form->Menu("mnuFileDownload")->trigger();
-        QVERIFY(s.f.boxes.boxes.isEmpty());
-        QCOMPARE(TargetMemory[0xE003], std::uint8_t(0xFF));   // erased
-        QCOMPARE(TargetMemory[0xDFFF], std::uint8_t(0x5A));   // below the flash: untouched
+        // The flash erased, below it untouched.
+        QVERIFY(s.f.boxes.boxes.isEmpty() && TargetMemory[0xE003] == 0xFF && TargetMemory[0xDFFF] == 0x5A);
         QCOMPARE(s.form->PanelText(4), QString("Clock= 00000000"));
-        QVERIFY(!s.form->Menu("mnuDebugClearAllBreakpoints")->isEnabled());
-        QVERIFY(!HeldOpen(s.folder.Path("prog.s19")));
+        QVERIFY(!s.form->Menu("mnuDebugClearAllBreakpoints")->isEnabled() && !HeldOpen(s.folder.Path("prog.s19")));
         QCOMPARE(FakeToolWindow::Log(), QStringList({"frmRegCPU.mnuRefresh", "frmStack.mnuRefresh"}));
         // Open already: put on PC and refreshed, and in front whatever was before.
         s.form->mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(s.form->Window("frmStack")->parentWidget()));
@@ -89,8 +83,7 @@ private slots:
         Session s("");
         s.form->Dialog.FileName = s.folder.Path("missing.s19");
         frmDownload::ShowModal();
-        QCOMPARE(s.f.boxes.boxes.size(), 1);
-        QVERIFY(s.f.boxes.boxes[0].text.endsWith("directory !"));
+        QVERIFY(s.f.boxes.boxes.size() == 1 && s.f.boxes.boxes[0].text.endsWith("directory !"));
         QCOMPARE(TargetMemory[0xE000], std::uint8_t(0x5A));
         s.ExpectOldProgramKept();
     }
@@ -106,9 +99,7 @@ private slots:
             });
             s.form->mnuFileDownload_Click();
             // After the first line: the rest stays erased, PC has the vector, and nothing counts as written.
-            QCOMPARE(passes, 2);
-            QCOMPARE(TargetMemory[0xE011], std::uint8_t(0xFF));
-            QCOMPARE(CpuRegisters.PC, 0xE010);
+            QVERIFY(passes == 2 && TargetMemory[0xE011] == 0xFF && CpuRegisters.PC == 0xE010);
             s.ExpectOldProgramKept();
         }
     }

@@ -39,66 +39,51 @@ private slots:
         stack->ClearScreen();
         stack->mnuGoToSPAddress();
     }
-    void cleanup()
-    {
-        f.reset();
-        board.reset();
-    }
+    void cleanup() { f.reset(), board.reset(); }
 
     void aVisibleSPDoesNotMoveTheView()
     {
         QCOMPARE(StackViewAddress, 0x00EC);
         CpuRegisters.SP = 0x00F0;
         stack->mnuGoToSPAddress();
-        QCOMPARE(StackViewAddress, 0x00EC);
-        QCOMPARE(int(stack->CurRow), 5);
+        QVERIFY(StackViewAddress == 0x00EC && stack->CurRow == 5);
         QVERIFY(IsBold(5) && !IsBold(20) && IsBlue(5) && !IsBlue(20));
         QWidget* cpu = f->form->LoadWindow("frmRegCPU");
         f->form->mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(cpu->parentWidget()));
-        QVERIFY(!IsBlue(5));
-        QCOMPARE(int(stack->CurRow), 5);
+        QVERIFY(!IsBlue(5) && stack->CurRow == 5);
     }
 
     void anEnteredByteGoesToTheTargetAndTheRowShowsWhatIsReadBack()
     {
         board->Stored = [](std::int32_t, std::uint8_t written) { return std::uint8_t(written | 1); };
         QStringList seen;
+        stack->Label_Click(18);
         ModalPlayer player([&](QDialog& dialog) {
             seen << dialog.findChild<QLabel*>("Label")->text() << dialog.findChild<QLineEdit*>("Text")->text();
             TypeAndPressOK(dialog, "Text", "%01110110");
         });
-        stack->Label_Click(18);
         QTest::keyClick(stack, Qt::Key_Return);
         QCOMPARE(seen, (QStringList{"$00FD:", "$FD"}));
-        QCOMPARE(board->Count('W'), 1);
-        QCOMPARE(board->memory[0x00FD], 0x77);
+        QVERIFY(board->Count('W') == 1 && board->memory[0x00FD] == 0x77 && stack->CurRow == 18);
         QCOMPARE(Text(18), QString(" $00FD:   $77"));
-        QCOMPARE(int(stack->CurRow), 18);
     }
 
     void goToAddressWrapsAndKeysMoveRowAndView()
     {
-        {
-            ModalPlayer player([](QDialog& dialog) { TypeAndPressOK(dialog, "txtAdr", "$FFFF"); });
-            stack->mnuGoToAddress();
-        }
-        QCOMPARE(frmAddress::HelpContextID, 192);
-        QCOMPARE(Text(1), QString(" $FFFF:   $00"));
-        QCOMPARE(Text(2), QString(" $0000:   $00"));
-        QCOMPARE(int(stack->CurRow), 1);
+        ModalPlayer player([](QDialog& dialog) { TypeAndPressOK(dialog, "txtAdr", "$FFFF"); });
+        stack->mnuGoToAddress();
+        QVERIFY(frmAddress::HelpContextID == 192 && stack->CurRow == 1);
+        QCOMPARE(Text(1) + Text(2), QString(" $FFFF:   $00 $0000:   $00"));
 
         QTest::keyClick(stack, Qt::Key_Down);
-        QCOMPARE(int(stack->CurRow), 2);
-        QVERIFY(IsBlue(2) && !IsBlue(1));
+        QVERIFY(stack->CurRow == 2 && IsBlue(2) && !IsBlue(1));
         QTest::keyClick(stack, Qt::Key_Up);
         QTest::keyClick(stack, Qt::Key_Up);   // at row 1 the view moves
-        QCOMPARE(StackViewAddress, 0xFFFE);
-        QCOMPARE(Text(1), QString(" $FFFE:   $01"));
+        QVERIFY(StackViewAddress == 0xFFFE && Text(1) == " $FFFE:   $01");
         StackViewAddress = 0x0005;
         stack->mnuRefresh();
         QTest::keyClick(stack, Qt::Key_PageUp);
-        QCOMPARE(StackViewAddress, 0xFFF1);
-        QCOMPARE(Text(20), QString(" $0004:   $04"));
+        QVERIFY(StackViewAddress == 0xFFF1 && Text(20) == " $0004:   $04");
     }
 
     void theAddressDialogTakesNumbersBeforeSymbolsAndRefusesBadText()
@@ -106,8 +91,7 @@ private slots:
         SymbolTable = {{0x0010, 0, {}, "START", ""}, {0x2000, 0, {}, "start", ""},   // lower case: never found
                        {0x5555, 0, {}, "1234", ""}};   // reads as a number: never looked up
         SymbolCount = 3;
-        QCOMPARE(AddressFromText("1234"), 1234);
-        QCOMPARE(AddressFromText("NOWHERE"), -1);
+        QVERIFY(AddressFromText("1234") == 1234 && AddressFromText("NOWHERE") == -1);
         QList<bool> openAfter;
         ModalPlayer player([&](QDialog& dialog) {
             auto* box = dialog.findChild<QLineEdit*>("txtAdr");
@@ -120,13 +104,11 @@ private slots:
         });
         stack->mnuGoToAddress();
         QCOMPARE(openAfter, QList<bool>(4, true));
-        QCOMPARE(f->boxes.boxes.size(), 1);
-        QCOMPARE(f->boxes.boxes[0].text, QString("Invalid Address !"));
+        QVERIFY(f->boxes.boxes.size() == 1 && f->boxes.boxes[0].text == "Invalid Address !");
         QCOMPARE(Text(1), QString(" $0010:   $10"));
         ModalPlayer escape([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
         stack->mnuGoToAddress();
-        QCOMPARE(Text(1), QString(" $0010:   $10"));
-        QVERIFY(!EntryAccepted);
+        QVERIFY(Text(1) == " $0010:   $10" && !EntryAccepted);
     }
 
     void aFailedReadEmptiesTheWindowAndKeepsTheViewAddress()
@@ -136,16 +118,12 @@ private slots:
         board->silent = true;
         QTest::keyClick(stack, Qt::Key_PageDown);
         SetTickCountSource(clock);
-        QCOMPARE(f->boxes.boxes.size(), 1);
-        QCOMPARE(int(stack->CurRow), 0);
-        QCOMPARE(Text(1), QString());
-        QCOMPARE(StackViewAddress, 0x0100);
-        QVERIFY(!stack->PageBusy);
+        QVERIFY(f->boxes.boxes.size() == 1 && stack->CurRow == 0 && Text(1).isEmpty());
+        QVERIFY(StackViewAddress == 0x0100 && !stack->PageBusy);
         board->frames.clear();   // keys and clicks do nothing while the window is empty
         QTest::keyClick(stack, Qt::Key_PageDown);
         QTest::mouseClick(stack->Label[3], Qt::LeftButton);
-        QVERIFY(board->frames.isEmpty());
-        QCOMPARE(int(stack->CurRow), 0);
+        QVERIFY(board->frames.isEmpty() && stack->CurRow == 0);
     }
 };
 

@@ -45,11 +45,7 @@ QWidget* OpenDisAsmOnReadyTarget(frmMain& form)
 class EnableRulesTest : public QObject {
     Q_OBJECT
 private slots:
-    void init()
-    {
-        EditorActive = false;
-        EditorCount = 0;
-    }
+    void init() { EditorActive = false, EditorCount = 0; }
 
     void disAsmMenusFollowTheTargetAndTheWindow()
     {
@@ -203,8 +199,7 @@ private slots:
         }
         QMenu* menu = form.MenuOf("mnuWindow");
         emit menu->aboutToShow();
-        EXPECT_OFF({"mnuWindowCascade"});
-        EXPECT_ON({"mnuWindowArrangeDebugger"});
+        QVERIFY(!form.Menu("mnuWindowCascade")->isEnabled() && form.Menu("mnuWindowArrangeDebugger")->isEnabled());
         EditorCount = 1;
         emit menu->aboutToShow();
         EXPECT_ON({"mnuWindowCascade", "mnuWindowTileHorizontal", "mnuWindowTileVertical"});
@@ -213,8 +208,7 @@ private slots:
         const qsizetype own = menu->actions().size();
         emit menu->aboutToShow();
         emit menu->aboutToShow();
-        QCOMPARE(menu->actions().size(), own + 2);
-        QCOMPARE(menu->actions().last()->text(), QString("&1 Stack"));
+        QVERIFY(menu->actions().size() == (own + 2) && menu->actions().last()->text() == QString("&1 Stack"));
     }
 
     void debugPopupSwapsItsEntriesWhileUp()

@@ -17,9 +17,8 @@ private slots:
             QCOMPARE(QFileInfo(file).fileName(), QString("Orvane.HLP"));
             calls.push_back({command, context});
         });
-        form.Menu("mnuHelpOrvaneHelp")->trigger();
-        form.Menu("mnuHelpUsingHelp")->trigger();
-        form.Menu("mnuHelpHC11Symbols")->trigger();
+        for (const char* entry : {"mnuHelpOrvaneHelp", "mnuHelpUsingHelp", "mnuHelpHC11Symbols"})
+            form.Menu(entry)->trigger();
         // F1 in an open menu: the highlighted entry, or the menu's own number.
         QMenu* view = form.MenuOf("mnuView");
         for (const char* entry : {"mnuViewStack", "mnuViewIOunit"}) {

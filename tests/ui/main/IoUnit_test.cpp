@@ -9,16 +9,10 @@ private slots:
     void conversions()
     {
         const QHash<QString, std::function<QString(const QString&)>> functions = {
-            {"signed", [](const QString& v) { return fromInt(v, "signed"); }},
-            {"unsigned", [](const QString& v) { return fromInt(v, "unsigned"); }},
-            {"hex", fromHex},
-            {"binary", fromBinary},
-            {"toSigned", [](const QString& v) { return toInt(v, "signed"); }},
-            {"toUnsigned", [](const QString& v) { return toInt(v, "unsigned"); }},
-            {"toHex", toHex},
-            {"toBCD", toBCD},
-            {"zeroes", removeLeadingZeroes},
-        };
+            {"signed", [](const QString& v) { return fromInt(v, "signed"); }}, {"hex", fromHex}, {"binary", fromBinary},
+            {"unsigned", [](const QString& v) { return fromInt(v, "unsigned"); }}, {"toHex", toHex}, {"toBCD", toBCD},
+            {"toSigned", [](const QString& v) { return toInt(v, "signed"); }}, {"zeroes", removeLeadingZeroes},
+            {"toUnsigned", [](const QString& v) { return toInt(v, "unsigned"); }}};
         const char* const rows[][3] = {   // function, value, result
             {"signed", "127", "01111111"}, {"signed", "128", "error"}, {"signed", "-128", "10000000"},
             {"signed", "-1", "11111111"}, {"signed", "-0", "error"}, {"signed", " 12x", "00001100"},
@@ -45,51 +39,45 @@ private slots:
             {"Signed", "-2", 0xFE, "-2"}, {"Unsigned", "200", 200, " 200"}, {"Hex", "c", 0x0C, "0C"},
             {"Binary", "11", 3, "00000011"}, {"Hex", "", 0, ""}};
         for (const auto& row : rows) {
-            TargetMemory[0x6000] = 0;
-            TargetMemory[0x6001] = 0x55;
+            TargetMemory[0x6000] = 0, TargetMemory[0x6001] = 0x55;
             IoUnit unit;
             unit.SetInFormat(row.format);
             unit.TextIn = row.typed;
-            QVERIFY(unit.Enter());
-            QCOMPARE(TargetMemory[0x6000], std::uint8_t(1));
-            QCOMPARE(int(TargetMemory[0x6001]), row.byte);
-            QVERIFY(unit.InFresh);
+            QVERIFY(unit.Enter() && unit.InFresh && TargetMemory[0x6000] == 1 && int(TargetMemory[0x6001]) == row.byte);
             unit.SetInFormat(row.format);
             QCOMPARE(unit.TextIn, QString(row.shown));
         }
         // A wrong value changes nothing but the field.
-        TargetMemory[0x6000] = 0;
-        TargetMemory[0x6001] = 0x55;
+        TargetMemory[0x6000] = 0, TargetMemory[0x6001] = 0x55;
         IoUnit unit;
         unit.TextIn = "300";
-        QVERIFY(!unit.Enter());
-        QVERIFY(unit.TextIn.isEmpty() && unit.TextInBinary == "00000000" && !unit.InFresh);
+        QVERIFY(!unit.Enter() && unit.TextIn.isEmpty() && unit.TextInBinary == "00000000" && !unit.InFresh);
         QVERIFY(TargetMemory[0x6000] == 0 && TargetMemory[0x6001] == 0x55);
     }
 
     void outputFormatsReadAndLeds()
     {
         IoUnit unit;
+        QStringList shown;   // formats follow without new data
         unit.setOutDataRegister(0xFF);
-        QCOMPARE(unit.TextOut, QString("-1"));
-        unit.SetOutFormat("Hex");   // formats follow without new data
-        QCOMPARE(unit.TextOut, QString("FF"));
+        shown << unit.TextOut;
+        unit.SetOutFormat("Hex");
+        shown << unit.TextOut;
         unit.setOutDataRegister(5);
-        QCOMPARE(unit.TextOut, QString("05"));
+        shown << unit.TextOut;
         unit.SetOutFormat("Signed");
-        QCOMPARE(unit.TextOut, QString(" 5"));
+        shown << unit.TextOut;
         unit.SetOutFormat("BCD");
         unit.setOutDataRegister(0x1A);
-        QCOMPARE(unit.TextOut + "|" + unit.TextOutBinary, QString("error|00011010"));
+        shown << unit.TextOut << unit.TextOutBinary;
+        QCOMPARE(shown, (QStringList{"-1", "FF", "05", " 5", "error", "00011010"}));
 
         // Read clears the flag and keeps the data.
         TargetMemory[0x6002] = 1;
         unit.setOutDataRegister(0x81);
         unit.setOutFresh(1);
         unit.Read();
-        QVERIFY(!unit.OutFresh);
-        QCOMPARE(TargetMemory[0x6002], std::uint8_t(0));
-        QCOMPARE(unit.TextOutBinary, QString("10000001"));
+        QVERIFY(!unit.OutFresh && TargetMemory[0x6002] == 0 && unit.TextOutBinary == "10000001");
 
         // The LEDs show the bits only with power.
         const auto leds = [&unit] {

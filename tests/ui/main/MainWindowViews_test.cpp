@@ -1,5 +1,4 @@
-// The main window as the engine's views: the terminal by its View entry, and
-// the tool windows as the refresh round's views.
+// The main window as the engine's views: the terminal by its View entry, the tool windows as the refresh's.
 
 #include "engine/state/TargetState.h"
 #include "support/ui/FakeToolWindow.h"
@@ -26,8 +25,7 @@ private slots:
         PluggedWindows plugged({"frmDisAsm", "frmRegCPU", "frmWatch", "frmRegPIA", "frmMemory", "frmRegAD",
                                 "frmRegPorts", "frmRegTimer"});
         frmMain& form = f.Start();
-        TargetMode = SimulatorMode;
-        BoardConnected = true;
+        TargetMode = SimulatorMode, BoardConnected = true;
         // Opened out of order: the refresh has its own; the memory window has none.
         for (const char* window : {"frmRegTimer", "frmWatch", "frmRegAD", "frmMemory", "frmRegCPU", "frmDisAsm",
                                    "frmRegPorts", "frmRegPIA"})

@@ -8,6 +8,7 @@
 #include "ui/main/WindowArrangement.h"
 #include "engine/state/TargetState.h"
 #include "support/ui/ModalPlayer.h"
+#include "support/ui/ShownWindow.h"
 #include "ui/code/frmDisAsm.h"
 #include "ui/views/frmMemory.h"
 
@@ -26,10 +27,7 @@ QRect Pixels(const WindowPlacement& p)
     return QRect(TwipsToPixelsX(p.Left), TwipsToPixelsY(p.Top), TwipsToPixelsX(p.Width), TwipsToPixelsY(p.Height));
 }
 
-QWidget* Frame(QWidget* window)
-{
-    return window->parentWidget();
-}
+QWidget* Frame(QWidget* window) { return window->parentWidget(); }
 
 WindowPlacement PlacementOf(const std::vector<DebuggerPlacement>& rows, const char* window)
 {
@@ -55,12 +53,9 @@ private slots:
 
     void editorPlacements()
     {
-        const auto one = TileHorizontalPlacements(1, 12000, 9000);
-        QCOMPARE(Text(one.at(0)), QString("0,0,12000,9000"));
-        const auto three = TileHorizontalPlacements(3, 12000, 10000);
-        QCOMPARE(Text(three.at(2)), QString("0,6666,12000,3333"));   // 1 twip stays free
-        const auto vertical = TileVerticalPlacements(4, 10001, 6000);
-        QCOMPARE(Text(vertical.at(3)), QString("7500,0,2500,6000"));
+        QCOMPARE(Text(TileHorizontalPlacements(1, 12000, 9000).at(0)), QString("0,0,12000,9000"));
+        QCOMPARE(Text(TileHorizontalPlacements(3, 12000, 10000).at(2)), QString("0,6666,12000,3333"));   // 1 twip stays free
+        QCOMPARE(Text(TileVerticalPlacements(4, 10001, 6000).at(3)), QString("7500,0,2500,6000"));
         // One editor: at the corner with 80 percent; many: the step shrinks to fit.
         QCOMPARE(Text(CascadePlacements(1, 10000, 5000, 15, 15).at(0)), QString("0,0,8000,4000"));
         QCOMPARE(Text(CascadePlacements(3, 10000, 5000, 15, 15).at(2)), QString("720,666,8000,4000"));
@@ -68,26 +63,22 @@ private slots:
         QVERIFY(CascadePlacements(0, 10000, 5000, 15, 15).empty());
     }
 
-    // Windows that were never placed open so that their content shows: an
-    // editor 80 columns by 25 lines, the disassembly wide enough for a row with
-    // a symbol line and the CPU and stack windows beside it, the memory window
-    // 16 bytes wide and short of the client area. A stored placement still wins.
+    // Windows never placed show their content (an editor 80 by 25, the disassembly a symbol row and
+    // the CPU and stack windows beside it, the memory 16 bytes); a stored placement still wins.
     void firstOpeningsShowTheirContent()
     {
         MainFormFixture f;
         ModalPlayer closesEveryDialog([](QDialog&) {});
         TargetMode = SimulatorMode;
         frmMain& form = f.Start();
-        form.showNormal();
-        form.resize(1400, 900);
-        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        QVERIFY(ShowAt(form, {1400, 900}));
         const QSize client = form.mdiArea()->viewport()->size();
 
         form.NewEditor();
         const QPlainTextEdit* text = LoadedEditors().value(0)->Text;
         const QFontMetrics metrics(text->font());
-        QVERIFY(text->viewport()->width() >= 80 * metrics.horizontalAdvance('0'));
-        QVERIFY(text->viewport()->height() >= 25 * metrics.lineSpacing());
+        QVERIFY(text->viewport()->width() >= 80 * metrics.horizontalAdvance('0') &&
+                text->viewport()->height() >= 25 * metrics.lineSpacing());
 
         QWidget* disAsm = form.LoadWindow("frmDisAsm");
         QVERIFY(disAsm->width() >= frmDisAsm::SymbolRowWidth());
@@ -107,9 +98,8 @@ private slots:
         TargetMode = BoardMode;
     }
 
-    // Arrange Debugger moves the open debugger windows by the table at two
-    // main-window sizes and writes a closed one's place for its next opening;
-    // the editor commands move editors only. Neither touches the other's windows.
+    // Arrange Debugger moves the open debugger windows (at two sizes) and writes a closed one's place;
+    // the editor commands move editors only.
     void arrangementCommandsMoveTheirOwnWindowsOnly()
     {
         PluggedWindows plugged({"frmStack", "frmRegCPU", "frmWatch", "frmLabel", "frmDisAsm"});
@@ -135,9 +125,8 @@ private slots:
                 QCOMPARE(Frame(form.Window(window))->geometry(), Pixels(PlacementOf(placements, window)));
             }
             const WindowPlacement watch = PlacementOf(placements, "frmWatch");
-            QCOMPARE(GetSetting("Windows", "WatchLeft").toDouble(), double(float(watch.Left)));
+            QVERIFY(GetSetting("Windows", "WatchLeft").toDouble() == double(float(watch.Left)) && !form.Window("frmWatch"));
             QCOMPARE(GetSetting("Windows", "WatchState"), QString("0"));
-            QVERIFY(!form.Window("frmWatch"));
             QCOMPARE(editorFrame->geometry(), QRect(30, 40, 200, 100));
         }
 
@@ -178,8 +167,7 @@ private slots:
         window.showMaximized();   // saved maximised, the normal placement stays
         QTRY_VERIFY(window.isMaximized());
         SavePlacement(&window, "Test");
-        QCOMPARE(GetSetting("Windows", "TestState"), QString("2"));
-        QCOMPARE(GetSetting("Windows", "TestWidth").toDouble(), normal.Width);
+        QVERIFY(GetSetting("Windows", "TestState") == "2" && GetSetting("Windows", "TestWidth").toDouble() == normal.Width);
 
         QWidget again;
         LoadPlacement(&again, "Test", {});

@@ -41,8 +41,7 @@ private slots:
         folder.Enter();
         QVERIFY(folder.Write("first prog.asm", "; to be written\n"));
         frmEditor* editor = form.OpenEditor(folder.Path("first prog.asm"));
-        QVERIFY(editor);
-        QCOMPARE(AsmFile, QString("first prog.asm"));
+        QVERIFY(editor && AsmFile == "first prog.asm");
         const auto type = [editor](const QByteArray& text) {
             editor->SetSelection(0, editor->PlainText().size());
             editor->SetSelText(QString::fromLatin1(text));
@@ -57,52 +56,41 @@ private slots:
         // A typo on line 4: Assemble asks to save, the list leads to the line.
         type(Broken);
         form.Menu("mnuFileAssemble")->trigger();
-        QCOMPARE(f.boxes.boxes.size(), 2);
-        QCOMPARE(f.boxes.boxes[0].text, QString("Save first prog.asm ?"));
+        QVERIFY(f.boxes.boxes.size() == 2 && f.boxes.boxes[0].text == QString("Save first prog.asm ?"));
         QCOMPARE(f.boxes.boxes[1].text, QString("Assembly Source:\tfirst prog.asm\n\rListing (Symbol):\tfirst prog.lst"
                                                 "\n\rMachine Code:\tfirst prog.s19"));
         frmError* errors = form.ErrorList();
-        QVERIFY(errors && errors->isVisible());
-        QCOMPARE(errors->windowTitle(), QString("first prog.err"));
-        QCOMPARE(errors->List->count(), 1);
-        QCOMPARE(errors->List->item(0)->text(), QString("4: unknown mnemonic 'LDAX'"));
+        QVERIFY(errors && errors->isVisible() && errors->List->count() == 1);
+        QCOMPARE(errors->windowTitle() + " " + errors->List->item(0)->text(),
+                 QString("first prog.err 4: unknown mnemonic 'LDAX'"));
         editor->SetSelection(0, 0);
         QTest::keyClick(errors->List, Qt::Key_Return);
-        QCOMPARE(ActiveEditor(), editor);
-        QCOMPARE(editor->Text->textCursor().blockNumber(), 3);
+        QVERIFY(ActiveEditor() == editor && editor->Text->textCursor().blockNumber() == 3);
         QVERIFY(editor->Text->textCursor().atBlockStart() && editor->SelLength() == 0);
 
         // Fixed and assembled from the toolbar: no error file is left.
         type(QByteArray(Broken).replace("LDAX", "LDAA"));
         form.tbToolbar_ButtonClick(form.Button(19));
-        QCOMPARE(f.boxes.boxes.size(), 4);
-        QVERIFY(!QFile::exists(folder.Path("first prog.err")));
+        QVERIFY(f.boxes.boxes.size() == 4 && !QFile::exists(folder.Path("first prog.err")) && AsmFile == "first prog.asm");
         QCOMPARE(form.PanelText(3), QString("Symbols: first prog.lst"));
-        QCOMPARE(AsmFile, QString("first prog.asm"));
 
         // The toolbar's Download takes the fresh machine code without asking.
         form.tbToolbar_ButtonClick(form.Button(21));
-        QVERIFY(!dialogShown);
-        QVERIFY2(f.boxes.boxes.size() == 4, qPrintable(f.boxes.boxes.last().text));
-        QCOMPARE(form.PanelText(2), QString("Program: first prog.s19"));
-        QCOMPARE(CpuRegisters.PC, 0xE000);
+        QVERIFY2(!dialogShown && f.boxes.boxes.size() == 4, qPrintable(f.boxes.boxes.last().text));
+        QVERIFY(form.PanelText(2) == "Program: first prog.s19" && CpuRegisters.PC == 0xE000);
 
         auto* disasm = qobject_cast<frmDisAsm*>(form.Window("frmDisAsm"));
         QVERIFY(disasm);
         if (!form.Menu("mnuDebugIncludeSym")->isChecked())
             form.mnuDebugIncludeSym_Click();
-        QVERIFY(form.Menu("mnuDebugIncludeSym")->isChecked());
-        int row0 = 0;
-        while (row0 < int(disasm->PageRows.size()) && disasm->PageRows[row0].RowAddress != 0xE000)
-            ++row0;
-        QVERIFY(row0 < int(disasm->PageRows.size()));
-        QVERIFY2(disasm->PageRows[row0].RowText.contains("START LDS #$00FF"), qPrintable(disasm->PageRows[row0].RowText));
-        QVERIFY(disasm->PageRows[row0 + 2].RowText.contains("LOOP LDAA 4,X"));
+        const auto& rows = disasm->PageRows;
+        const auto start = std::find_if(rows.begin(), rows.end(), [](const auto& row) { return row.RowAddress == 0xE000; });
+        QVERIFY(start + 2 < rows.end());
+        QVERIFY2(start->RowText.contains("START LDS #$00FF"), qPrintable(start->RowText));
+        QVERIFY(start[2].RowText.contains("LOOP LDAA 4,X"));
 
         CommonDialog::SetHandler(previousDialog);
-        AsmFile.clear();
-        S19File.clear();
-        LstFile.clear();
+        AsmFile = S19File = LstFile = QString();
     }
 
     // A source named as one of its results is refused before the question to
@@ -120,20 +108,17 @@ private slots:
             frmEditor* editor = form.OpenEditor(folder.Path(name));
             QTest::keyClicks(editor->Text, "*");
             form.Menu("mnuFileAssemble")->trigger();
-            QCOMPARE(f.boxes.boxes.size(), 1);   // no question to save before
+            QVERIFY(f.boxes.boxes.size() == 1 && folder.Read(name) == source);   // no question to save before
             QCOMPARE(f.boxes.boxes.takeFirst().caption, QString("Orvane - Assemble Error"));
-            QCOMPARE(folder.Read(name), source);
             QVERIFY(editor->TextChanged && form.Menu("mnuFileSave")->isEnabled());
             editor->TextChanged = false;
         }
         QCOMPARE(QDir(folder.dir.path()).entryList(QDir::Files), names);
         // A folder in the machine code's place.
         QVERIFY(folder.Write("y.asm", source) && folder.Write("y.lst", "last run"));
-        QVERIFY(QDir(folder.dir.path()).mkdir("y.s19"));
-        QVERIFY(form.OpenEditor(folder.Path("y.asm")));
+        QVERIFY(QDir(folder.dir.path()).mkdir("y.s19") && form.OpenEditor(folder.Path("y.asm")));
         form.Menu("mnuFileAssemble")->trigger();
-        QCOMPARE(f.boxes.boxes.size(), 1);
-        QCOMPARE(f.boxes.boxes[0].text, QString("Is a directory !"));
+        QVERIFY(f.boxes.boxes.size() == 1 && f.boxes.boxes[0].text == "Is a directory !");
         QCOMPARE(folder.Read("y.lst"), QByteArray("last run"));
         QCOMPARE(QDir(folder.dir.path()).entryList(QDir::Files), names + QStringList({"y.asm", "y.lst"}));
         AsmFile.clear();
@@ -152,11 +137,9 @@ private slots:
                                       "12: twelve\r\n$C: hex twelve: again\n%11:three\n70000: too far\n"));
         ErrFile = "x.err";
         list.ErrorShow();
-        QCOMPARE(list.windowTitle(), QString("x.err"));
-        QCOMPARE(list.ErrorCount, std::int16_t(3));
+        QVERIFY(list.windowTitle() == "x.err" && list.ErrorCount == 3 && list.List->currentRow() == 0);
         QCOMPARE(list.ErrorLines, (std::vector<std::int32_t>{12, 12, 3}));
         QCOMPARE(list.List->item(1)->text(), QString("$C: hex twelve: again"));
-        QCOMPARE(list.List->currentRow(), 0);
         list.List->setCurrentRow(2);
         QTest::keyClick(list.List, Qt::Key_Return);
         QCOMPARE(jumps, QList<int>{3});
@@ -164,8 +147,7 @@ private slots:
         // A file without rows: nothing to show, and a click goes nowhere.
         QVERIFY(folder.Write("x.err", "no errors\n"));
         list.ErrorShow();
-        QCOMPARE(list.ErrorCount, std::int16_t(0));
-        QVERIFY(!list.cmdShow->isEnabled());
+        QVERIFY(list.ErrorCount == 0 && !list.cmdShow->isEnabled());
         list.cmdShow_Click();
         QTest::keyClick(list.List, Qt::Key_Return);
         QCOMPARE(jumps.size(), 1);

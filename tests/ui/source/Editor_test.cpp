@@ -3,7 +3,6 @@
 
 #include "platform/widgets/CommonDialog.h"
 #include "engine/source/EditorRecords.h"
-#include "engine/source/SourceFile.h"
 #include "engine/source/SourceRecords.h"
 #include "ui/source/frmEditor.h"
 #include "ui/source/frmReplace.h"
@@ -63,11 +62,23 @@ struct Session {
         UntitledCount = 0;
         shown = ShowAt(form, {900, 600});
     }
-    ~Session()
+    ~Session() { Discard(); }
+    static void Discard()   // unsaved test documents go without a question
     {
-        // Unsaved test documents go without a question.
         for (frmEditor* editor : LoadedEditors())
             editor->TextChanged = false;
+    }
+    void UndoAll(frmEditor* editor)
+    {
+        while (editor->Undo)
+            form.mnuEditUndo_Click();
+    }
+    QStringList Boxes() const
+    {
+        QStringList texts;
+        for (const auto& box : f.boxes.boxes)
+            texts << box.text;
+        return texts;
     }
     frmEditor* Open(const QString& name)
     {
@@ -89,11 +100,7 @@ private slots:
         QByteArray binary;
         for (int i = 0, x = 7; i < 700; ++i, x = (x * 109 + 89) % 256)
             binary += char(i < 256 ? i : x);
-        const struct {
-            const char* name;
-            QByteArray bytes;
-            QByteArray usual;   // the line end a new line takes
-        } rows[] = {
+        const struct { const char* name; QByteArray bytes, usual; /* the line end a new line takes */ } rows[] = {
             {"lone CR", "A\rBC\rD", "\r"},
             {"CR LF", "A\r\nBC\r\nD\r\n", "\r\n"},
             {"LF", "A\nBC\nD\n", "\n"},
@@ -133,14 +140,12 @@ private slots:
             const QString edited = editor->FileText();
             const QString usual = QString::fromLatin1(row.usual);
             QVERIFY2(edited.contains("r" + usual + "s" + usual) && !edited.contains(QChar::LineSeparator), row.name);
-            while (editor->Undo)
-                s.form.mnuEditUndo_Click();
+            s.UndoAll(editor);
             QVERIFY2(save() == row.bytes, row.name);
             while (editor->Redo)
                 s.form.mnuEditRedo_Click();
             QVERIFY2(editor->FileText() == edited, row.name);
-            while (editor->Undo)
-                s.form.mnuEditUndo_Click();
+            s.UndoAll(editor);
 
             lineStart(1);
             keys({Qt::Key_X});
@@ -167,9 +172,7 @@ private slots:
             FileSizeLimit full(1000);
             s.form.Menu("mnuFileSave")->trigger();
         }
-        QCOMPARE(s.f.boxes.boxes.size(), 1);
-        QCOMPARE(s.f.boxes.boxes[0].text, QString("File too large !"));
-        QCOMPARE(s.folder.Read("prog.asm"), old);
+        QVERIFY(s.Boxes() == (QStringList{"File too large !"}) && s.folder.Read("prog.asm") == old);
         QCOMPARE(QDir(s.folder.dir.path()).entryList(QDir::Files), QStringList{"prog.asm"});
         QVERIFY(editor->TextChanged && s.form.Menu("mnuFileSave")->isEnabled());
     }
@@ -190,10 +193,8 @@ private slots:
         QVERIFY(s.folder.Write("prog.asm", "theirs, longer\n"));
         s.f.boxes.answer = MbResultYes;
         comeBack();
-        QCOMPARE(s.f.boxes.boxes.size(), 1);
-        QCOMPARE(s.f.boxes.boxes[0].text, QString("prog.asm has been changed outside Orvane. Reload it?"));
-        QCOMPARE(editor->PlainText(), QString("theirs, longer\n"));
-        QVERIFY(!editor->TextChanged && !s.form.Menu("mnuFileSave")->isEnabled());
+        QCOMPARE(s.Boxes(), QStringList{"prog.asm has been changed outside Orvane. Reload it?"});
+        QVERIFY(editor->PlainText() == "theirs, longer\n" && !editor->TextChanged && !s.form.Menu("mnuFileSave")->isEnabled());
 
         QTest::keyClicks(editor->Text, "+");
         QVERIFY(s.folder.Write("prog.asm", "theirs again\n"));
@@ -202,47 +203,37 @@ private slots:
         comeBack();
         QCOMPARE(s.f.boxes.boxes.size(), 2);
         s.form.Menu("mnuFileSave")->trigger();
-        QCOMPARE(s.f.boxes.boxes.size(), 3);
-        QCOMPARE(s.folder.Read("prog.asm"), QByteArray("+theirs, longer\n"));
+        QVERIFY(s.f.boxes.boxes.size() == 3 && s.folder.Read("prog.asm") == QByteArray("+theirs, longer\n"));
 
         comeBack();
         QVERIFY(QFile::remove(s.folder.Path("prog.asm")));
         comeBack();
         QTest::keyClicks(editor->Text, "*");
         s.form.Menu("mnuFileSave")->trigger();
-        QCOMPARE(s.f.boxes.boxes.size(), 3);
-        QCOMPARE(s.folder.Read("prog.asm"), editor->PlainText().toUtf8());
+        QVERIFY(s.f.boxes.boxes.size() == 3 && s.folder.Read("prog.asm") == editor->PlainText().toUtf8());
     }
 
     void unsavedTextAtTheEndOfTheProgram()
     {
         Session s;
-        s.form.Menu("mnuFileNew")->trigger();
-        frmEditor* first = ActiveEditor();
-        QTest::keyClicks(first->Text, "first");
-        s.form.Menu("mnuFileNew")->trigger();
-        frmEditor* second = ActiveEditor();
-        QTest::keyClicks(second->Text, "second");
-        QVERIFY(first != second);
+        for (const char* text : {"first", "second"}) {
+            s.form.Menu("mnuFileNew")->trigger();
+            QTest::keyClicks(ActiveEditor()->Text, text);
+        }
 
         // Cancel at the first question: nobody else is asked, the program goes on.
         s.f.boxes.answer = MbResultCancel;
-        QVERIFY(!s.form.close());
-        QCOMPARE(s.f.boxes.boxes.size(), 1);
+        QVERIFY(!s.form.close() && s.f.boxes.boxes.size() == 1);
         QCOMPARE(s.f.boxes.boxes[0].caption, QString("Orvane - Warning"));
-        QCOMPARE(s.f.boxes.boxes[0].style, int(MbYesNoCancel + MbQuestion));
-        QCOMPARE(LoadedEditors().size(), 2);
-        QVERIFY(!QFile::exists(s.f.settings.FilePath()));
+        QVERIFY(s.f.boxes.boxes[0].style == int(MbYesNoCancel + MbQuestion) && LoadedEditors().size() == 2 &&
+                !QFile::exists(s.f.settings.FilePath()));
 
         // Yes: each document is saved under its own title in the current folder.
         s.f.boxes.answer = MbResultYes;
         QVERIFY(s.form.close());
-        QCOMPARE(s.f.boxes.boxes[1].text, QString("Save changes to Untitled1.asm ?"));
-        QCOMPARE(s.f.boxes.boxes[2].text, QString("Save changes to Untitled2.asm ?"));
-        QCOMPARE(s.folder.Read("Untitled1.asm"), QByteArray("first"));
-        QCOMPARE(s.folder.Read("Untitled2.asm"), QByteArray("second"));
-        QCOMPARE(EditorCount, std::int16_t(0));
-        QVERIFY(!EditorActive && AsmFile.isEmpty());
+        QCOMPARE(s.Boxes().mid(1), (QStringList{"Save changes to Untitled1.asm ?", "Save changes to Untitled2.asm ?"}));
+        QCOMPARE(s.folder.Read("Untitled1.asm") + s.folder.Read("Untitled2.asm"), QByteArray("firstsecond"));
+        QVERIFY(EditorCount == std::int16_t(0) && !EditorActive && AsmFile.isEmpty());
     }
 
     void commandsFollowTheActiveEditor()
@@ -251,34 +242,28 @@ private slots:
         for (int i = 0; i < 3; ++i)
             s.form.Menu("mnuFileNew")->trigger();
         frmEditor* editor = ActiveEditor();
-        QCOMPARE(editor->windowTitle(), QString("Untitled3.asm"));
-        QCOMPARE(AsmFile, QString());   // no file yet
+        QVERIFY(editor->windowTitle() == "Untitled3.asm" && AsmFile.isEmpty());   // no file yet
         QVERIFY(s.form.Panel(5)->isVisible() && s.form.Panel(7)->isVisible());
         QCOMPARE(s.form.PanelText(5) + "/" + s.form.PanelText(6), QString("Line 1/Col. 1"));
-        QTest::keyClick(editor->Text, Qt::Key_A);
-        QTest::keyClick(editor->Text, Qt::Key_Return);
-        QTest::keyClick(editor->Text, Qt::Key_Tab);
-        QTest::keyClick(editor->Text, Qt::Key_B);
+        for (Qt::Key key : {Qt::Key_A, Qt::Key_Return, Qt::Key_Tab, Qt::Key_B})
+            QTest::keyClick(editor->Text, key);
         QCOMPARE(s.form.PanelText(5) + "/" + s.form.PanelText(6), QString("Line 2/Col. 11"));
 
         // Undo and Redo follow the history, step by step (the rules themselves are the enable rules test's).
         QVERIFY(s.form.Button(13)->isEnabled() && !s.form.Button(14)->isEnabled());
-        while (editor->Undo)
-            s.form.mnuEditUndo_Click();
-        QCOMPARE(editor->PlainText(), QString());
-        QVERIFY(editor->TextChanged && !s.form.Button(13)->isEnabled() && s.form.Button(14)->isEnabled());
+        s.UndoAll(editor);
+        QVERIFY(editor->PlainText().isEmpty() && editor->TextChanged);
+        QVERIFY(!s.form.Button(13)->isEnabled() && s.form.Button(14)->isEnabled());
         s.form.mnuEditRedo_Click();
-        QVERIFY(s.form.Button(13)->isEnabled());
-        QVERIFY(s.form.Menu("mnuEditRedo")->isEnabled() && !s.form.Menu("mnuEditCut")->isEnabled());
+        QVERIFY(s.form.Button(13)->isEnabled() && s.form.Menu("mnuEditRedo")->isEnabled() &&
+                !s.form.Menu("mnuEditCut")->isEnabled());
         s.form.mnuEditSelectAll_Click();
         QVERIFY(s.form.Button(9)->isEnabled() && s.form.Button(10)->isEnabled());
 
-        for (frmEditor* loaded : LoadedEditors())
-            loaded->TextChanged = false;
+        Session::Discard();
         while (ActiveEditor())
             s.form.Menu("mnuFileClose")->trigger();
-        QCOMPARE(EditorCount, std::int16_t(0));
-        QVERIFY(!s.form.Panel(5)->isVisible() && !s.form.Panel(7)->isVisible());
+        QVERIFY(EditorCount == std::int16_t(0) && !s.form.Panel(5)->isVisible() && !s.form.Panel(7)->isVisible());
         QVERIFY(!s.form.Menu("mnuFileClose")->isEnabled() && !s.form.Menu("mnuFileSaveAs")->isEnabled());
     }
 
@@ -290,22 +275,15 @@ private slots:
         QTest::keyClicks(editor->Text, "x");
         // Save on a document without a file asks for a name; Cancel changes nothing.
         s.form.Menu("mnuFileSave")->trigger();
-        QCOMPARE(s.chooser.asked.last().FileName, QString("Untitled1.asm"));
-        QCOMPARE(s.chooser.asked.last().FilterIndex, 1);
+        QVERIFY(s.chooser.asked.last().FileName == "Untitled1.asm" && s.chooser.asked.last().FilterIndex == 1);
         QVERIFY(editor->EditorName.isEmpty() && editor->TextChanged);
 
-        const struct {
-            const char* name;
-            int filterIndex;
-        } rows[] = {{"a.lst", 2}, {"a.b.TXT", 3}, {"plain", 4}};
-        for (const auto& row : rows) {
-            s.chooser.answer = s.folder.Path(row.name);
+        for (const auto& [name, filterIndex] : {std::pair{"a.lst", 2}, {"a.b.TXT", 3}, {"plain", 4}}) {
+            s.chooser.answer = s.folder.Path(name);
             s.form.Menu("mnuFileSaveAs")->trigger();
             s.form.Menu("mnuFileSaveAs")->trigger();
-            QCOMPARE(s.chooser.asked.last().FilterIndex, row.filterIndex);
-            QCOMPARE(editor->windowTitle(), QString(row.name));
-            QCOMPARE(AsmFile, QString(row.name));
-            QCOMPARE(s.folder.Read(row.name), QByteArray("x"));
+            QCOMPARE(s.chooser.asked.last().FilterIndex, filterIndex);
+            QVERIFY(editor->windowTitle() == name && AsmFile == name && s.folder.Read(name) == QByteArray("x"));
         }
 
         // Open remembers the file type the user chose, even through a Cancel.
@@ -318,21 +296,18 @@ private slots:
         s.form.Menu("mnuFileOpen")->trigger();
         CommonDialog::SetHandler(s.chooser.previous);
         s.form.Menu("mnuFileOpen")->trigger();
-        QCOMPARE(s.chooser.asked.last().FilterIndex, 3);
-        QCOMPARE(LoadedEditors().size(), 1);
+        QVERIFY(s.chooser.asked.last().FilterIndex == 3 && LoadedEditors().size() == 1);
 
         // A bare name lands in the folder the IDE was started from, never in the
         // program's folder.
         s.chooser.answer = "bare.asm";
         s.form.Menu("mnuFileSaveAs")->trigger();
-        QCOMPARE(s.folder.Read("bare.asm"), QByteArray("x"));
-        QCOMPARE(editor->EditorName, s.folder.Path("bare.asm"));
+        QVERIFY(s.folder.Read("bare.asm") == QByteArray("x") && editor->EditorName == s.folder.Path("bare.asm"));
 
         // A file that cannot be read gives no editor.
         s.chooser.answer = s.folder.Path("missing.asm");
         s.form.Menu("mnuFileOpen")->trigger();
-        QCOMPARE(LoadedEditors().size(), 1);
-        QCOMPARE(s.f.boxes.boxes.last().caption, QString("Orvane - Read Error"));
+        QVERIFY(LoadedEditors().size() == 1 && s.f.boxes.boxes.last().caption == QString("Orvane - Read Error"));
     }
 
     // The keys of the Edit entries work the moment an editor has the focus,
@@ -341,8 +316,7 @@ private slots:
     {
         Session s;
         QApplication::setActiveWindow(&s.form);
-        QVERIFY(QTest::qWaitForWindowActive(&s.form));
-        QVERIFY(s.folder.Write("prog.asm", "LOOP BRA LOOP\n"));
+        QVERIFY(QTest::qWaitForWindowActive(&s.form) && s.folder.Write("prog.asm", "LOOP BRA LOOP\n"));
         frmEditor* editor = s.Open("prog.asm");
         editor->Text->setFocus();
         frmReplace* dialog = FindReplaceDialog();
@@ -374,34 +348,28 @@ private slots:
         // A selection becomes the search text.
         editor->SetSelection(0, 2);
         s.form.mnuEditFind_Click();
-        QVERIFY(dialog->isVisible());
-        QCOMPARE(dialog->windowTitle(), QString("Find"));
-        QCOMPARE(dialog->cbWhat->currentText(), QString("ab"));
-        QVERIFY(s.form.Button(17)->isEnabled());
+        QVERIFY(dialog->isVisible() && s.form.Button(17)->isEnabled());
+        QCOMPARE(dialog->windowTitle() + dialog->cbWhat->currentText(), QString("Findab"));
 
         dialog->chkWord->setChecked(true);   // the options reach the search
         dialog->cmdFindNext_Click();
         QCOMPARE(editor->SelStart(), 7);
         editor->SetSelection(10, 2);
         s.form.mnuEditFindNext_Click();
-        QCOMPARE(s.f.boxes.boxes.last().text, QString("Search Text not found !"));
-        QCOMPARE(editor->SelStart(), 10);
+        QVERIFY(s.f.boxes.boxes.last().text == QString("Search Text not found !") && editor->SelStart() == 10);
 
         // The Replace button of the Find layout only changes the layout.
         dialog->cmdReplace_Click();
-        QCOMPARE(dialog->windowTitle(), QString("Replace"));
-        QCOMPARE(editor->PlainText(), QString("ab xab ab\nab"));
+        QVERIFY(dialog->windowTitle() == QString("Replace") && editor->PlainText() == QString("ab xab ab\nab"));
 
         // Upward, with a replacement that holds the search text: it ends, each match once.
         dialog->chkWord->setChecked(false);
         dialog->optUp->setChecked(true);
         dialog->cbWith->setEditText("[ab]");
         editor->SetSelection(12, 0);
-        const int before = static_cast<int>(s.f.boxes.boxes.size());
         dialog->cmdReplaceAll_Click();
         QCOMPARE(editor->PlainText(), QString("[ab] x[ab] [ab]\n[ab]"));
-        QCOMPARE(s.f.boxes.boxes.size(), before + 1);
-        QCOMPARE(s.f.boxes.boxes.last().text, QString("4 items replaced !"));
+        QCOMPARE(s.Boxes(), (QStringList{"Search Text not found !", "4 items replaced !"}));
         // One Undo takes the whole Replace All back.
         s.form.mnuEditUndo_Click();
         QCOMPARE(editor->PlainText(), QString("ab xab ab\nab"));
@@ -443,8 +411,7 @@ private slots:
             s.form.mnuEditGoToLine_Click();
             QCOMPARE(editor->SelStart(), caret);
         }
-        QCOMPARE(s.f.boxes.boxes.size(), 1);
-        QCOMPARE(s.f.boxes.boxes.last().text, QString("Please Enter an Integer (1 .. 999999999) !"));
+        QCOMPARE(s.Boxes(), QStringList{"Please Enter an Integer (1 .. 999999999) !"});
 
         QVERIFY(s.Open("prog.asm") != editor);
         for (const auto& [line, caret] : {std::pair{2, 4}, {99, 8}}) {   // line from 1, caret afterwards
@@ -461,13 +428,11 @@ private slots:
         Session s;
         QVERIFY(s.folder.Write("count.asm", "PORTB   EQU  $1004\nLOOP    STAA PORTB     show it\n"));
         frmEditor* count = s.Open("count.asm");
-        QVERIFY(count);
-        QVERIFY(s.shown);
+        QVERIFY(count && s.shown);
         s.form.grab();   // the lines are drawn
         SaveScreenshot(&s.form, "editors.png");
         const QTextBlock loop = count->Text->document()->findBlockByNumber(1);
-        QCOMPARE(loop.layout()->formats().size(), 3);
-        QVERIFY(!count->TextChanged && !count->Undo);
+        QVERIFY(loop.layout()->formats().size() == 3 && !count->TextChanged && !count->Undo);
         count->SetSelection(loop.position() + 8, 4);
         count->SetSelText("NOP ");
         count->Text->viewport()->grab();

@@ -1,9 +1,5 @@
-// The memory and watch windows on the real main window, in simulator mode and
-// on hc11board: the top of memory, edits and what the target keeps, the
-// character column, a symbol as the display address, a board that stops
-// answering, the watch limit, a word across $FFFF, edits, removal and the
-// values after Step Into. With ORVANE_SCREENSHOT set to a folder,
-// memory-window.png and watch-window.png are saved there.
+// The memory and watch windows on the real main window, in simulator mode and on hc11board. With
+// ORVANE_SCREENSHOT set to a folder, memory-window.png and watch-window.png are saved there.
 
 #include "engine/code/SymbolTable.h"
 #include "engine/state/ByteHistory.h"
@@ -51,12 +47,12 @@ void GoTo(frmMemory* memory, const QString& keys)
     memory->mnuMemoryAddress();
 }
 
-// Opens the memory window, answering its address dialog.
+// Opens the memory window, answering its address dialog (it comes once the window is up).
 frmMemory* OpenMemory(frmMain& form, const QString& address)
 {
     ModalPlayer player([&](QDialog& dialog) { TypeAddress(dialog, address); });
     form.Menu("mnuViewMemory")->trigger();
-    QCoreApplication::processEvents();   // the dialog comes once the window is up
+    QCoreApplication::processEvents();
     return qobject_cast<frmMemory*>(form.Window("frmMemory"));
 }
 
@@ -81,10 +77,14 @@ void AddWatchTyped(frmMain& form, const QString& text, bool word, int* dialogs =
     form.mnuDebugAddWatch_Click();
 }
 
-frmWatch* Watches(frmMain& form)
+void EnterWatch(frmWatch* watch, int row, const QString& text)
 {
-    return qobject_cast<frmWatch*>(form.Window("frmWatch"));
+    watch->SelectRow(row);
+    ModalPlayer player([&](QDialog& dialog) { TypeAndPressOK(dialog, "Text", text); });
+    watch->mnuEnter();
 }
+
+frmWatch* Watches(frmMain& form) { return qobject_cast<frmWatch*>(form.Window("frmWatch")); }
 }  // namespace
 
 class MemoryWatchWindowsTest : public QObject {
@@ -120,7 +120,7 @@ private slots:
         QVERIFY(ShowAt(form, {1100, 700}));
         form.Link().FlashErase();
         std::int32_t top = 0xFFF0;
-        form.Link().Programm(top, std::vector<std::uint8_t>(std::begin(TopBytes), std::end(TopBytes)), 16);
+        form.Link().Programm(top, {std::begin(TopBytes), std::end(TopBytes)}, 16);
         QVERIFY(f.boxes.boxes.isEmpty());
         TopOfMemoryAndEdits(form, f);
         WatchesAndStep(form, f);
@@ -138,7 +138,6 @@ private slots:
         frmMain& form = f.Start();
         form.show();
         frmMemory* memory = OpenMemory(form, "200");
-        QVERIFY(memory);
         QCOMPARE(memory->CellText(0, 7), QString("41"));
         AddWatchTyped(form, "$0205", false);
         AddWatchTyped(form, "$0206", true);
@@ -149,29 +148,21 @@ private slots:
         answers = 2;   // two of the page's four blocks, then silence
         memory->mnuMemoryRefresh();
         QCOMPARE(f.boxes.boxes.size(), 1);
-        QCOMPARE(memory->CellText(0, 0), QString(" $0200:"));
-        QCOMPARE(memory->CellText(0, 7), QString());   // addresses and no bytes
-        QCOMPARE(memory->CellText(0, 24), QString());
+        // Addresses and no bytes.
+        QCOMPARE(memory->CellText(0, 0) + memory->CellText(0, 7) + memory->CellText(0, 24), QString(" $0200:"));
 
         // The watches: one message, and the cleared window labels its watches by address.
         answers = 0;
         Watches(form)->mnuRefresh();
         SetTickCountSource(clock);
-        QCOMPARE(f.boxes.boxes.size(), 2);
-        QCOMPARE(Watches(form)->Label(1), QString("$0206"));
-        QCOMPARE(Watches(form)->Cell(1), QString());
+        QVERIFY(f.boxes.boxes.size() == 2 && (Watches(form)->Label(1) + Watches(form)->Cell(1)) == QString("$0206"));
 
         // The board is back: Enter on the cleared window still takes a value,
         // writes it, and the refresh brings the values back.
         answers = 100;
-        Watches(form)->SelectRow(1);
-        {
-            ModalPlayer player([](QDialog& dialog) { TypeAndPressOK(dialog, "Text", "$1234"); });
-            Watches(form)->mnuEnter();
-        }
+        EnterWatch(Watches(form), 1, "$1234");
         QCOMPARE(monitor.memory[0x0206] * 256 + monitor.memory[0x0207], 0x1234);
-        QCOMPARE(Watches(form)->Cell(1), QString("$1234"));
-        QCOMPARE(f.boxes.boxes.size(), 2);
+        QVERIFY((Watches(form)->Cell(1)) == QString("$1234") && f.boxes.boxes.size() == 2);
     }
 
 private:
@@ -180,21 +171,18 @@ private:
     void TopOfMemoryAndEdits(frmMain& form, MainFormFixture& f)
     {
         frmMemory* memory = OpenMemory(form, "FFF0");
-        QVERIFY(memory);
-        QVERIFY(form.Menu("mnuViewMemory")->isChecked());
+        QVERIFY(memory && form.Menu("mnuViewMemory")->isChecked());
         const int last = memory->Grid.Rows() - 1;
-        QVERIFY(last >= 7);
+        QVERIFY(last >= 7 && memory->Grid.CursorRow() == last);
         QCOMPARE(memory->Grid.PageAddress(), 0x10000 - (last + 1) * 16);
-        QCOMPARE(memory->Grid.CursorRow(), last);
-        QCOMPARE(memory->CellText(last, 0), QString(" $FFF0:"));
-        for (int i = 0; i < 16; ++i)
-            QCOMPARE(memory->CellText(last, 2 + i), QString("%1").arg(TopBytes[i], 2, 16, QChar('0')).toUpper());
-        QCOMPARE(memory->CellText(last, 19 + 3), QString("A"));   // the character column beside them
+        QString row;   // the address, the bytes, the character column's fourth
+        for (int column : {0, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 22})
+            row += memory->CellText(last, column) + ' ';
+        QCOMPARE(row, QString(" $FFF0: 00 1F 20 41 7E 7F 80 FF 30 31 32 33 34 35 E0 00 A "));
         // Past $FFFF nothing moves: not down, not a page, not right from the last byte.
         for (int key : {Qt::Key_Down, Qt::Key_PageDown, Qt::Key_End, Qt::Key_Right})
             QTest::keyClick(memory->gridMemory, Qt::Key(key));
-        QCOMPARE(memory->Grid.CursorAddress(), 0xFFFF);
-        QCOMPARE(memory->VScroll->value(), memory->VScroll->maximum());
+        QVERIFY(memory->Grid.CursorAddress() == 0xFFFF && memory->VScroll->value() == memory->VScroll->maximum());
 
         // An edit in RAM: the target's byte in both cells.
         form.mnuDebugAddWatch_Click();   // cancelled: nothing added
@@ -202,12 +190,10 @@ private:
         GoTo(memory, "100");
         QCOMPARE(memory->Grid.PageAddress(), 0x100);
         EditCell(memory, "5a");
-        QCOMPARE(TargetByte(form, 0x0100), 0x5A);
-        QCOMPARE(memory->CellText(0, 2), QString("5A"));
+        QVERIFY(TargetByte(form, 0x0100) == 0x5A && memory->CellText(0, 2) == "5A");
         QTest::keyClick(memory->gridMemory, Qt::Key_Tab);
         EditCell(memory, "q");
-        QCOMPARE(TargetByte(form, 0x0100), 'q');
-        QCOMPARE(memory->CellText(0, 2), QString("71"));
+        QVERIFY(TargetByte(form, 0x0100) == 'q' && memory->CellText(0, 2) == "71");
         QVERIFY2(f.boxes.boxes.isEmpty(), qPrintable(f.boxes.boxes.value(0).text));
 
         // An edit of the flash: the simulator keeps it, the board doesn't, and says so.
@@ -215,12 +201,9 @@ private:
         EditCell(memory, "99");
         const bool board = TargetMode == BoardMode;
         QCOMPARE(memory->CellText(memory->Grid.CursorRow(), 5), board ? QString("41") : QString("99"));
-        QCOMPARE(TargetByte(form, 0xFFF3), board ? 0x41 : 0x99);
-        QCOMPARE(f.boxes.boxes.size(), board ? 1 : 0);
-        if (board) {
-            QCOMPARE(f.boxes.boxes[0].text, QString("Can't Write to Memory !\n\r (Read Only Memory)"));
-            f.boxes.boxes.clear();
-        }
+        QVERIFY(TargetByte(form, 0xFFF3) == (board ? 0x41 : 0x99) && f.boxes.boxes.size() == (board ? 1 : 0));
+        QVERIFY(!board || f.boxes.boxes[0].text == "Can't Write to Memory !\n\r (Read Only Memory)");
+        f.boxes.boxes.clear();
 
         // The address box takes hex digits only, four at most, and refuses nothing.
         {
@@ -230,15 +213,13 @@ private:
             });
             memory->mnuMemoryAddress();
         }
-        QCOMPARE(memory->Grid.PageAddress(), 0x0120);
-        QCOMPARE(memory->Grid.CursorColumn(), 5);
+        QVERIFY(memory->Grid.PageAddress() == 0x0120 && memory->Grid.CursorColumn() == 5);
         // Cancel goes to $0000.
         {
             ModalPlayer player([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
             memory->mnuMemoryAddress();
         }
-        QCOMPARE(memory->Grid.PageAddress(), 0);
-        QVERIFY(f.boxes.boxes.isEmpty());
+        QVERIFY(memory->Grid.PageAddress() == 0 && f.boxes.boxes.isEmpty());
     }
 
     void WatchesAndStep(frmMain& form, MainFormFixture& f)
@@ -248,10 +229,8 @@ private:
         form.Link().OutByte(zero, 0x34);
         AddWatchTyped(form, "$FFFF", true);
         frmWatch* watch = Watches(form);
-        QVERIFY(watch);
-        QVERIFY(form.Menu("mnuViewWatch")->isChecked());
-        QCOMPARE(watch->Label(0), QString("$FFFF"));
-        QCOMPARE(watch->Cell(0), QString("$0034"));
+        QVERIFY(watch && form.Menu("mnuViewWatch")->isChecked());
+        QCOMPARE(watch->Label(0) + watch->Cell(0), QString("$FFFF$0034"));
 
         // A symbol that isn't in the table: the dialog stays open and says so.
         int dialogs = 0;
@@ -259,13 +238,11 @@ private:
             ModalPlayer player([&](QDialog& dialog) {
                 ++dialogs;
                 TypeAndPressOK(dialog, "txtAdr", "NOSUCH");
-                QVERIFY(dialog.isVisible());
-                QCOMPARE(dialog.findChild<QLineEdit*>("txtAdr")->text(), QString());
+                QVERIFY(dialog.isVisible() && dialog.findChild<QLineEdit*>("txtAdr")->text().isEmpty());
             });
             form.mnuDebugAddWatch_Click();
         }
-        QCOMPARE(f.boxes.boxes.size(), 1);
-        QCOMPARE(f.boxes.boxes[0].text, QString("Invalid Address !"));
+        QVERIFY(f.boxes.boxes.size() == 1 && f.boxes.boxes[0].text == "Invalid Address !");
         QCOMPARE(WatchCount, std::int16_t(1));
         f.boxes.boxes.clear();
 
@@ -276,9 +253,7 @@ private:
         form.Link().OutBytes(at, {0x07, 0x00, 0x00}, 3);
         AddWatchTyped(form, "count", false);
         AddWatchTyped(form, "65", true);
-        QCOMPARE(watch->Label(1), QString("COUNT"));
-        QCOMPARE(watch->Cell(1), QString("$07"));
-        QCOMPARE(watch->Label(2), QString("$0041"));
+        QCOMPARE(watch->Label(1) + watch->Cell(1) + watch->Label(2), QString("COUNT$07$0041"));
 
         // Step Into: INC $0040 changes COUNT and nothing else.
         std::int32_t code = 0x0180;
@@ -290,24 +265,16 @@ private:
         form.mnuRunStepInto_Click();
         QVERIFY2(f.boxes.boxes.isEmpty(), qPrintable(f.boxes.boxes.value(0).text));
         QCOMPARE(watch->Cell(1), QString("$08"));
-        QVERIFY(watch->CellChanged(1));
-        QVERIFY(!watch->CellChanged(0) && !watch->CellChanged(2));
+        QVERIFY(watch->CellChanged(1) && !watch->CellChanged(0) && !watch->CellChanged(2));
         // The next step changes the word; COUNT is back to the plain colour.
         form.mnuRunStepInto_Click();
-        QCOMPARE(watch->Cell(2), QString("$3412"));
-        QVERIFY(watch->CellChanged(2));
-        QVERIFY(!watch->CellChanged(1));
+        QVERIFY(watch->Cell(2) == QString("$3412") && watch->CellChanged(2) && !watch->CellChanged(1));
         if (TargetMode == SimulatorMode)
             SaveScreenshot(watch->parentWidget(), "watch-window.png");
 
         // A value typed into a watch goes to the target and comes back.
-        watch->SelectRow(1);
-        {
-            ModalPlayer player([](QDialog& dialog) { TypeAndPressOK(dialog, "Text", "%101"); });
-            watch->mnuEnter();
-        }
-        QCOMPARE(TargetByte(form, 0x0040), 5);
-        QCOMPARE(watch->Cell(1), QString("$05"));
+        EnterWatch(watch, 1, "%101");
+        QVERIFY(TargetByte(form, 0x0040) == 5 && watch->Cell(1) == "$05");
 
         // Edit: from a symbol to a number drops it; byte to word keeps the format.
         watch->SelectRow(1);
@@ -320,8 +287,7 @@ private:
             });
             form.mnuDebugEditWatch_Click();
         }
-        QCOMPARE(watch->Label(1), QString("$0040"));
-        QCOMPARE(watch->Cell(1), QString("1332"));   // $0534 in decimal
+        QCOMPARE(watch->Label(1) + " " + watch->Cell(1), QString("$0040 1332"));   // $0534 in decimal
 
         // Fill up to 32; the 33rd shows the box and no dialog.
         while (WatchCount < MaxWatches)
@@ -329,8 +295,7 @@ private:
         QCOMPARE(watch->ListView->topLevelItemCount(), 32);
         dialogs = 0;
         AddWatchTyped(form, "$300", false, &dialogs);
-        QCOMPARE(dialogs, 0);
-        QCOMPARE(f.boxes.boxes.size(), 1);
+        QVERIFY(dialogs == 0 && f.boxes.boxes.size() == 1);
         QCOMPARE(f.boxes.boxes[0].text, QString(" Can't Add Watch !\n\r(Max. Watches = 32)"));
         f.boxes.boxes.clear();
 
@@ -339,18 +304,15 @@ private:
             watch->SelectRow(0);
             form.mnuPopupViewRemoveWatch_Click();
         }
-        QCOMPARE(watch->ListView->topLevelItemCount(), 0);
-        QVERIFY(!form.Menu("mnuDebugEditWatch")->isEnabled());
+        QVERIFY(watch->ListView->topLevelItemCount() == 0 && !form.Menu("mnuDebugEditWatch")->isEnabled());
         form.mnuDebugEditWatch_Click();   // no row: nothing happens, no dialog
         form.mnuPopupViewRemoveWatch_Click();
-        QCOMPARE(WatchCount, std::int16_t(0));
-        QVERIFY(f.boxes.boxes.isEmpty());
+        QVERIFY(WatchCount == std::int16_t(0) && f.boxes.boxes.isEmpty());
 
         // The table outlives the window.
         AddWatchTyped(form, "$0040", false);
         form.UnloadWindow("frmWatch");
-        QVERIFY(!form.Menu("mnuViewWatch")->isChecked());
-        QCOMPARE(WatchCount, std::int16_t(1));
+        QVERIFY(!form.Menu("mnuViewWatch")->isChecked() && WatchCount == 1);
         form.Menu("mnuViewWatch")->trigger();
         QCOMPARE(Watches(form)->Cell(0), QString("$05"));
     }

@@ -1,6 +1,4 @@
-// The watch table without a window: removals, the read
-// round with a word across $FFFF and a link that dies half-way, the reload
-// rule, and the record of bytes changed across a move of the target.
+// The watch table without a window (edits through the window are the memory and watch windows' test's).
 
 #include "engine/code/SymbolTable.h"
 #include "engine/state/ByteHistory.h"
@@ -38,14 +36,12 @@ private slots:
 
     void removalKeepsTheOthers()
     {
-        // (Edits through the window are the memory and watch windows' test's.)
         AddWatch(0x10, "count", false);
         AddWatch(0x20, "", true);
         AddWatch(0x30, "TOP", false);
         QCOMPARE(WatchLabel(0), QString("COUNT"));
         RemoveWatch(1);
-        QCOMPARE(WatchCount, std::int16_t(2));
-        QCOMPARE(WatchLabel(1), QString("TOP"));
+        QVERIFY(WatchCount == 2 && WatchLabel(1) == "TOP");
         // Rows that are not there are left alone.
         RemoveWatch(2);
         RemoveWatch(-1);
@@ -53,24 +49,19 @@ private slots:
         QCOMPARE(WatchCount, std::int16_t(2));
         RemoveWatch(0);
         RemoveWatch(0);
-        QCOMPARE(WatchCount, std::int16_t(0));
-        QVERIFY(AddWatch(0x40, "", false));
+        QVERIFY(WatchCount == std::int16_t(0) && AddWatch(0x40, "", false));
         QCOMPARE(WatchTable[0].WatchFormat, '$');   // a new watch starts in hex
     }
 
     void readsOneExchangePerWatch()
     {
         FakeTarget target;
-        target.memory[0xFFFF] = 0x12;
-        target.memory[0x0000] = 0x34;
-        target.memory[0x1000] = 0xAB;
+        target.memory[0xFFFF] = 0x12, target.memory[0x0000] = 0x34, target.memory[0x1000] = 0xAB;
         AddWatch(0xFFFF, "", true);    // high byte at $FFFF, low byte at $0000
         AddWatch(0x1000, "", false);
         QVERIFY(ReadWatches(target.Reader()));
         QCOMPARE(target.reads, (QList<std::pair<int, int>>{{0xFFFF, 2}, {0x1000, 1}}));
-        QCOMPARE(WatchTable[0].WatchValue, 0x1234);
-        QCOMPARE(WatchValueText(0), QString("$1234"));
-        QCOMPARE(WatchTable[1].WatchValue, 0xAB);
+        QVERIFY(WatchTable[0].WatchValue == 0x1234 && WatchValueText(0) == "$1234" && WatchTable[1].WatchValue == 0xAB);
         QCOMPARE(WatchBytes(0, 0xBEEF), (std::vector<std::uint8_t>{0xBE, 0xEF}));
         QCOMPARE(WatchBytes(1, 0x1FF), (std::vector<std::uint8_t>{0xFF}));
     }
@@ -83,11 +74,8 @@ private slots:
             target.memory[static_cast<std::size_t>(0x100 + i)] = static_cast<std::uint8_t>(i + 1);
         }
         target.answers = 1;
-        QVERIFY(!ReadWatches(target.Reader()));
-        QCOMPARE(target.reads.size(), 2);
-        QCOMPARE(WatchTable[0].WatchValue, 1);
-        QCOMPARE(WatchTable[1].WatchValue, 0);
-        QCOMPARE(WatchTable[2].WatchValue, 0);
+        QVERIFY(!ReadWatches(target.Reader()) && target.reads.size() == 2 && WatchTable[0].WatchValue == 1);
+        QVERIFY(WatchTable[1].WatchValue == 0 && WatchTable[2].WatchValue == 0);
     }
 
     void reloadDropsOnlyMovedSymbols()
@@ -99,9 +87,7 @@ private slots:
         AddWatch(0x0050, "MOVED", false);
         AddWatch(0x0060, "GONE", true);
         ApplySymbolReload();
-        QCOMPARE(WatchLabel(0), QString("KEPT"));
-        QCOMPARE(WatchLabel(1), QString("$0050"));
-        QCOMPARE(WatchLabel(2), QString("$0060"));
+        QCOMPARE((QStringList{WatchLabel(0), WatchLabel(1), WatchLabel(2)}), (QStringList{"KEPT", "$0050", "$0060"}));
         QCOMPARE(WatchTable[1].WatchAddress, 0x0050);
         SymbolTable.clear();
         SymbolCount = 0;

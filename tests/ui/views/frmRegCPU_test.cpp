@@ -42,13 +42,24 @@ QStringList Cells(const RegisterWindow* w)
 QStringList EnterValue(RegisterWindow* w, int row, const QString& text)
 {
     QStringList seen;
+    w->SelectRow(row);
     ModalPlayer player([&](QDialog& dialog) {
         seen << dialog.findChild<QLabel*>("Label")->text() << dialog.findChild<QLineEdit*>("Text")->text();
         TypeAndPressOK(dialog, "Text", text);
     });
-    w->SelectRow(row);
     QTest::keyClick(w->ListView, Qt::Key_Return);
     return seen;
+}
+
+// A lost board: every time-out passes at once.
+template <class Action>
+void Silently(ScriptedMonitor& board, Action action)
+{
+    std::uint32_t now = 0;
+    const auto clock = SetTickCountSource([&] { return now += 50; });
+    board.silent = true;
+    action();
+    SetTickCountSource(clock);
 }
 
 QPoint RowPoint(const RegisterWindow* w, int row)
@@ -101,14 +112,14 @@ private slots:
         QVERIFY(cpu->ListView->columnWidth(0) + cpu->ValueColumnWidth() <= view.width());
 
         QCOMPARE(EnterValue(cpu, D, "$BEEF"), (QStringList{"D:", "$1234"}));
-        QCOMPARE(TargetMemory[0], 0xBE);
-        QCOMPARE(TargetMemory[1], 0xEF);
-        QCOMPARE(cpu->Cell(A), QString("$BE"));
-        QCOMPARE(cpu->Cell(B), QString("$EF"));
+        QVERIFY(TargetMemory[0] == 0xBE && TargetMemory[1] == 0xEF);
+        QCOMPARE(cpu->Cell(A) + cpu->Cell(B), QString("$BE$EF"));
         EnterValue(cpu, IY, "65535");
         QCOMPARE(cpu->Cell(IY), QString("$FFFF"));
-        {   // the first key replaces the value; empty text is passed over, a refused number told and cleared
-            QStringList seen;
+        // The first key replaces the value; empty text is passed over, a refused number told and cleared.
+        QStringList seen;
+        cpu->SelectRow(B);
+        {
             ModalPlayer player([&](QDialog& dialog) {
                 auto* box = dialog.findChild<QLineEdit*>("Text");
                 seen << box->selectedText();
@@ -118,21 +129,17 @@ private slots:
                 }
                 dialog.findChild<QPushButton*>("cmdCancel")->click();
             });
-            cpu->SelectRow(B);
             QTest::keyClick(cpu->ListView, Qt::Key_Return);
-            QCOMPARE(seen, (QStringList{"$EF", "", ""}));
-            QCOMPARE(f.boxes.boxes.size(), 1);
-            QCOMPARE(f.boxes.boxes[0].text, QString("Invalid Number !"));
-            QCOMPARE(TargetMemory[1], 0xEF);
         }
+        QCOMPARE(seen, (QStringList{"$EF", "", ""}));
+        QVERIFY(f.boxes.boxes.size() == 1 && f.boxes.boxes[0].text == "Invalid Number !" && TargetMemory[1] == 0xEF);
 
         // The flag row offers plain binary and takes any notation; InCPU splits the flags again.
         TargetMemory[8] = 0;
         cpu->mnuRefresh();
         QCOMPARE(EnterValue(cpu, CCR, "$D1"), (QStringList{"CCR:", "%00000000"}));
-        QCOMPARE(TargetMemory[8], 0xD1);
+        QVERIFY(TargetMemory[8] == 0xD1 && CpuRegisters.FlagX && CpuRegisters.FlagI);
         QCOMPARE(cpu->Cell(CCR), QString("%SX0I000C"));
-        QVERIFY(CpuRegisters.FlagX && CpuRegisters.FlagI);
 
         // Formats through the popup, and the value column fitted to the cells.
         const int narrow = cpu->ValueColumnWidth();
@@ -140,11 +147,10 @@ private slots:
         QCOMPARE(RightClick(form, cpu, RowPoint(cpu, IX), "mnuPopupViewBin"), everything + "| Hex");
         QCOMPARE(cpu->Cell(IX), QString("%0101011001111000"));
         const int wide = cpu->ValueColumnWidth();
-        QVERIFY(wide > narrow);   // exactly wide enough for the cells, so none is cut
-        QVERIFY(wide >= cpu->ListView->fontMetrics().horizontalAdvance("%0101011001111000"));
+        // Exactly wide enough for the cells, so none is cut.
+        QVERIFY(wide > narrow && wide >= cpu->ListView->fontMetrics().horizontalAdvance("%0101011001111000"));
         QCOMPARE(RightClick(form, cpu, RowPoint(cpu, IX), "mnuPopupViewDec"), everything + "| Bin");
-        QCOMPARE(cpu->Cell(IX), QString("22136"));
-        QCOMPARE(cpu->ValueColumnWidth(), narrow);
+        QVERIFY(cpu->Cell(IX) == "22136" && cpu->ValueColumnWidth() == narrow);
 
         // SP takes no value but can be formatted.
         int dialogs = 0;
@@ -161,10 +167,7 @@ private slots:
         cpu->SelectRow(B);
         const QPoint below = RowPoint(cpu, CCR) + QPoint(0, 3 * cpu->ListView->visualItemRect(
                                                                      cpu->ListView->topLevelItem(CCR)).height());
-        QCOMPARE(RightClick(form, cpu, below), QString("Refresh | Hex"));
-        QCOMPARE(cpu->SelectedRow(), int(B));
-
-        QCOMPARE(dialogs, 0);
+        QVERIFY(RightClick(form, cpu, below) == QString("Refresh | Hex") && cpu->SelectedRow() == B && dialogs == 0);
     }
 
     void duringPlayTheCellsFollowAtEachEventPass()
@@ -177,13 +180,10 @@ private slots:
         const std::uint8_t program[] = {0x86, 0x42, 0x4C, 0x01};
         std::copy(std::begin(program), std::end(program), TargetMemory.begin() + 0x2000);
         CpuRegisters.PC = 0x2000;
-        BreakpointTable[0] = 0x2003;
-        BreakpointCount = 1;
+        BreakpointTable[0] = 0x2003, BreakpointCount = 1;
         form.mnuRunPlay_Click();
-        QCOMPARE(CpuRegisters.PC, 0x2003);
         QCoreApplication::processEvents();
-        QCOMPARE(cpu->Cell(A), QString("$43"));
-        QCOMPARE(cpu->Cell(PC), QString("$2003"));
+        QCOMPARE(cpu->Cell(A) + cpu->Cell(PC), QString("$43$2003"));
         TargetMemory[0] = 0x99;   // outside Play a redraw is written at once
         cpu->mnuRefresh();
         QCOMPARE(cpu->Cell(A), QString("$99"));
@@ -205,23 +205,13 @@ private slots:
         // PC is the host's: its entry sends no write, only the refresh's reads.
         board.frames.clear();
         QCOMPARE(EnterValue(cpu, PC, "@160443"), (QStringList{"PC:", "$E000"}));
-        QCOMPARE(CpuRegisters.PC, 0xE123);
-        QCOMPARE(cpu->Cell(PC), QString("$E123"));
-        QCOMPARE(board.Count('W'), 0);
-        QVERIFY(board.Count('R') > 0);
-        QVERIFY(f.boxes.boxes.isEmpty());
+        QVERIFY(CpuRegisters.PC == 0xE123 && cpu->Cell(PC) == "$E123");
+        QVERIFY(board.Count('W') == 0 && board.Count('R') > 0 && f.boxes.boxes.isEmpty());
 
         // A write that fails clears the window with one message, and nothing is refreshed after it.
-        std::uint32_t now = 0;
-        const auto clock = SetTickCountSource([&] { return now += 50; });   // time-outs pass at once
-        board.silent = true;
-        EnterValue(cpu, A, "$01");
-        SetTickCountSource(clock);
-        QCOMPARE(f.boxes.boxes.size(), 1);
-        QVERIFY(!BoardConnected);
-        QCOMPARE(Cells(cpu), QStringList(8, QString()));
-        QCOMPARE(cpu->ValueColumnWidth(), 0);
-        QCOMPARE(board.memory[0], 0x12);
+        Silently(board, [&] { EnterValue(cpu, A, "$01"); });
+        QVERIFY(f.boxes.boxes.size() == 1 && !BoardConnected && Cells(cpu) == QStringList(8, QString()));
+        QVERIFY(cpu->ValueColumnWidth() == 0 && board.memory[0] == 0x12);
     }
 
     // A block window: a 16-bit row written in one write, and auto refresh
@@ -230,29 +220,26 @@ private slots:
     {
         MainFormFixture f;
         ScriptedMonitor board(f.line);
-        board.memory[0x1016] = 0x12;
-        board.memory[0x1017] = 0x34;
+        board.memory[0x1016] = 0x12, board.memory[0x1017] = 0x34;
         frmMain& form = f.Start();
         auto* timer = qobject_cast<RegisterWindow*>(form.LoadWindow("frmRegTimer"));
         QCOMPARE(timer->Cell(TOC1), QString("$1234"));
 
         // One write, high byte first, then one read of the block for the redraw.
         board.frames.clear();
+        timer->SelectRow(TOC1);
         {
             ModalPlayer player([&](QDialog& dialog) { TypeAndPressOK(dialog, "Text", "$BEEF"); });
-            timer->SelectRow(TOC1);
             timer->mnuEnter();
         }
-        QCOMPARE(board.Count('W'), 1);
+        QVERIFY(board.Count('W') == 1 && board.Count('R') == 1);
         QCOMPARE(board.frames[0].mid(0, 6), QByteArray::fromHex("57101602BEEF"));
-        QCOMPARE(board.Count('R'), 1);
         QCOMPARE(timer->Cell(TOC1), QString("$BEEF"));
 
         QWidget* cpu = form.LoadWindow("frmRegCPU");
         Activate(form, timer);
         timer->mnuAutoRefresh();
-        QVERIFY(form.tmrRefresh.isActive());
-        QCOMPARE(form.tmrRefresh.interval(), 100);
+        QVERIFY(form.tmrRefresh.isActive() && form.tmrRefresh.interval() == 100);
         // A tick refreshes the active window from the target, but not while anything runs.
         board.memory[0x100F] = 0x42;
         for (bool* running : {&BoardRunning, &PlayActive, &AnimateActive}) {
@@ -268,12 +255,9 @@ private slots:
         bool timerDuringDialog = true;
         {
             ModalPlayer player([&](QDialog&) { timerDuringDialog = form.tmrRefresh.isActive(); });
-            timer->SelectRow(TOC1);
             timer->mnuEnter();
         }
-        QVERIFY(!timerDuringDialog);
-        QCOMPARE(board.Count('W'), 1);
-        QVERIFY(form.tmrRefresh.isActive());
+        QVERIFY(!timerDuringDialog && board.Count('W') == 1 && form.tmrRefresh.isActive());
 
         Activate(form, cpu);
         QVERIFY(!form.tmrRefresh.isActive());
@@ -281,19 +265,12 @@ private slots:
         QVERIFY(form.tmrRefresh.isActive());
 
         // A lost link clears the window and ends auto refresh for good.
-        std::uint32_t now = 0;
-        const auto clock = SetTickCountSource([&] { return now += 50; });
-        board.silent = true;
-        form.tmrRefresh_Timer();
-        SetTickCountSource(clock);
-        QCOMPARE(f.boxes.boxes.size(), 1);
-        QCOMPARE(timer->ValueColumnWidth(), 0);
-        QVERIFY(!timer->AutoRefresh);
-        QVERIFY(!form.tmrRefresh.isActive());
+        Silently(board, [&] { form.tmrRefresh_Timer(); });
+        QVERIFY(f.boxes.boxes.size() == 1 && timer->ValueColumnWidth() == 0);
+        QVERIFY(!timer->AutoRefresh && !form.tmrRefresh.isActive());
         board.silent = false;
         timer->mnuRefresh();
-        QVERIFY(timer->ValueColumnWidth() > 0);
-        QVERIFY(!form.tmrRefresh.isActive());
+        QVERIFY(timer->ValueColumnWidth() > 0 && !form.tmrRefresh.isActive());
     }
 };
 
