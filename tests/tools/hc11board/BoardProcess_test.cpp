@@ -48,12 +48,13 @@ struct Board : BoardProcess {
     using BoardProcess::BoardProcess;
     ~Board() { Close(); }
     // Opens the line and waits until the program has seen the host: the first exchange answers.
-    bool Connect()
+    bool Connect() { return Open() && Exchange(ReadFrame(0xE000, 1), 3) == Bytes{6, 0xFF, 0x01}; }
+    bool Open()
     {
         fd = ::open(DevicePath().toLocal8Bit().constData(), O_RDWR | O_NOCTTY);
         if (fd >= 0)
             MakeRaw(fd);
-        return fd >= 0 && Exchange(ReadFrame(0xE000, 1), 3) == Bytes{6, 0xFF, 0x01};
+        return fd >= 0;
     }
     void Close()
     {
@@ -156,9 +157,7 @@ private slots:
     void romRunsFromItsResetVectorWithTheLineOnTheSci()
     {
         Board board({"--rom", ROMTEST_S19});
-        board.fd = ::open(board.DevicePath().toLocal8Bit().constData(), O_RDWR | O_NOCTTY);
-        QVERIFY(board.fd >= 0);
-        MakeRaw(board.fd);
+        QVERIFY(board.Open());
         // The loop from one TCNT read to the next: LDD ind,X; STD dir; LDAB imm;
         // then 100 times DECB, BNE. The E cycles of the instruction table
         // (reference manual, instruction set table), TCNT counting every E cycle.

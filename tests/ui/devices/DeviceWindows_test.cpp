@@ -13,6 +13,7 @@
 #include "hc11/asm/Assembler.h"
 #include "support/BoardProcess.h"
 #include "support/ui/MainFormFixture.h"
+#include "support/RecordedIoUnit.h"
 #include "support/S19Image.h"
 #include "support/WorkFolder.h"
 #include "support/ui/ShownWindow.h"
@@ -97,19 +98,7 @@ private slots:
         unit->ComboFormatOut->setCurrentText("Unsigned");
         emit unit->ComboFormatOut->textActivated("Unsigned");
 
-        // Every byte the program writes to the unit, on its way to the window.
-        struct Recorder : IoUnitHooks {
-            IoUnitHooks* window = nullptr;
-            QList<int> written;
-            void setInFresh(std::uint8_t d) override { window->setInFresh(d); }
-            void setInDataRegister(std::uint8_t d) override { window->setInDataRegister(d); }
-            void setOutFresh(std::uint8_t d) override { window->setOutFresh(d); }
-            void setOutDataRegister(std::uint8_t d) override
-            {
-                written << d;
-                window->setOutDataRegister(d);
-            }
-        } recorder;
+        RecordedIoUnit recorder;   // every byte the program writes to the unit, on its way to the window
         recorder.window = unit;
         form.Link().IoUnitWindow = &recorder;
         bool entered = false;
