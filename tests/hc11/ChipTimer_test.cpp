@@ -30,17 +30,6 @@ private slots:
         }
     }
 
-    void counterMeasuresALoopToTheCycle()
-    {
-        // Between the two reads: STD dir 4, LDAA imm 2, ten rounds of DECA 2 +
-        // BNE 3, and the second LDD ind,X 5 cycles (the instruction timing table).
-        ChipHarness h;
-        QVERIFY(h.Load(" ORG $E000\n LDS #$01FF\n LDX #$1000\n LDD $0E,X\n STD $00\n LDAA #10\n"
-                       "L DECA\n BNE L\n LDD $0E,X\n SUBD $00\n STD $02\nW WAI\n BRA W\n").isEmpty());
-        h.Run(500);
-        QCOMPARE(h.Word(0x0002), 61);
-    }
-
     void realTimeInterruptFlagsAtTheFourRtrRates()
     {
         // PACTL RTR1:RTR0: E/2^13 divided by 1, 2, 4, 8 (the RTI rates table).
