@@ -13,22 +13,21 @@ namespace ccr = hc11::ccr;
 
 namespace {
 
-// Every vector points to its own two-byte BRA-to-itself handler at
-// $F000 + (vector - $FFC0) * 2, so where the CPU ends tells which it took.
-void HandleEveryVector(ChipHarness& h)
-{
-    for (unsigned vector = 0xFFC0; vector < 0xFFFE; vector += 2) {
-        const unsigned handler = 0xF000 + (vector - 0xFFC0) * 2;
-        h.chip.Ram()[vector] = std::uint8_t(handler >> 8);
-        h.chip.Ram()[vector + 1] = std::uint8_t(handler);
-        h.chip.Ram()[handler] = 0x20;       // BRA *
-        h.chip.Ram()[handler + 1] = 0xFE;
-    }
-}
-
 unsigned Handler(unsigned vector)
 {
     return 0xF000 + (vector - 0xFFC0) * 2;
+}
+
+// Every vector points to its own two-byte BRA-to-itself handler, so where
+// the CPU ends tells which it took.
+void HandleEveryVector(ChipHarness& h)
+{
+    for (unsigned vector = 0xFFC0; vector < 0xFFFE; vector += 2) {
+        h.chip.Ram()[vector] = std::uint8_t(Handler(vector) >> 8);
+        h.chip.Ram()[vector + 1] = std::uint8_t(Handler(vector));
+        h.chip.Ram()[Handler(vector)] = 0x20;       // BRA *
+        h.chip.Ram()[Handler(vector) + 1] = 0xFE;
+    }
 }
 
 } // namespace

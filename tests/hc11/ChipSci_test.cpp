@@ -1,13 +1,10 @@
 // The SCI on the whole chip: the rate from BAUD, each character's frame time,
-// SCSR's flags with their set and clear rules, wake-up, nine-bit characters,
-// and a real program (examples/echo.asm) talking over the line. The facts are
+// SCSR's flags with their set and clear rules, wake-up and nine-bit characters. The facts are
 // the MC68HC11E technical data's SCI chapter: the baud rate prescaler and
 // select tables, and the SCSR bit descriptions.
 #include <QtTest>
 
 #include "support/ChipHarness.h"
-
-#include <QFile>
 
 using namespace hc11::chip;
 
@@ -17,9 +14,8 @@ constexpr std::uint8_t TE = 0x08, RE = 0x04, RWU = 0x02;
 constexpr std::uint64_t Frame9600 = 2080;   // 10 bits of 208 E cycles
 
 // A chip waiting in WAI with the SCI at 9600 baud and the given SCCR2.
-void Start(ChipHarness& h, std::uint8_t sccr2, std::uint8_t sccr1 = 0)
+void Start(WaitingChip& h, std::uint8_t sccr2, std::uint8_t sccr1 = 0)
 {
-    QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
     h.SetReg(reg::BAUD, 0x30);
     h.SetReg(reg::SCCR1, sccr1);
     h.SetReg(reg::SCCR2, sccr2);
@@ -38,8 +34,7 @@ private slots:
         };
         for (const auto& rate : rates) {
             for (const bool nineBits : {false, true}) {
-                ChipHarness h;
-                QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
+                WaitingChip h;
                 h.SetReg(reg::BAUD, rate.baud);
                 h.SetReg(reg::SCCR1, nineBits ? 0x50 : 0x00);   // M, and T8 for the ninth bit
                 h.SetReg(reg::SCCR2, TE);                       // a frame of preamble first
@@ -57,7 +52,7 @@ private slots:
 
     void transmitFlagsClearOnlyByAStatusReadThenADataWrite()
     {
-        ChipHarness h;
+        WaitingChip h;
         Start(h, TE);
         QCOMPARE(int(h.CpuRead(reg::SCSR)), 0xC0);
         h.CpuWrite(reg::SCDR, 'a');                   // waits behind the preamble
@@ -94,7 +89,7 @@ private slots:
             {TE, 1, None, 0xC0, 0},                         // receiver off: the line is ignored
         };
         for (const auto& c : cases) {
-            ChipHarness h;
+            WaitingChip h;
             Start(h, c.sccr2);
             for (int i = 0; i < c.characters; ++i)
                 h.chip.SciReceive(std::uint8_t(i == 0 ? 'x' : 'y'));
@@ -121,7 +116,7 @@ private slots:
     void sleepingReceiverWakesByAddressMarkOrIdleLine()
     {
         // SCCR1 WAKE set: a character with its last data bit 1 wakes and is taken.
-        ChipHarness mark;
+        WaitingChip mark;
         Start(mark, TE | RE | RWU, 0x08);
         mark.chip.SciReceive(0x41);
         mark.chip.SciReceive(0xC1);
@@ -132,7 +127,7 @@ private slots:
         QVERIFY(mark.Reg(reg::SCDR) == 0xC1 && !(mark.Reg(reg::SCCR2) & RWU));
 
         // WAKE clear: characters go by until a frame of idle line.
-        ChipHarness idle;
+        WaitingChip idle;
         Start(idle, TE | RE | RWU);
         idle.chip.SciReceive(0x41);
         idle.chip.RunUntil(2 * Frame9600);
@@ -144,7 +139,7 @@ private slots:
 
     void nineBitCharactersBringTheirNinthBitInR8()
     {
-        ChipHarness h;
+        WaitingChip h;
         Start(h, TE | RE, 0x10);
         SciFrame frame;
         frame.data = 0x12;
@@ -154,28 +149,6 @@ private slots:
         h.chip.RunUntil(11 * 208);
         QVERIFY(h.Reg(reg::SCCR1) & 0x80);
         QCOMPARE(int(h.Reg(reg::SCSR)), 0xE2);         // RDRF with FE
-    }
-
-    void echoProgramAnswersOverTheLine()
-    {
-        QFile file(QStringLiteral(QT_TESTCASE_SOURCEDIR "/examples/echo.asm"));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        ChipHarness h;
-        QVERIFY(h.Load(file.readAll().toStdString()).isEmpty());
-        h.Run(15 * Frame9600);
-        auto sent = h.chip.TakeSciOutput();
-        std::string text;
-        for (const SciFrame& frame : sent)
-            text += char(frame.data);
-        QCOMPARE(QString::fromStdString(text), QStringLiteral("Echo ready\r\n"));
-        for (std::size_t i = 1; i < sent.size(); ++i)   // back to back at 9600 baud
-            QCOMPARE(sent[i].endsAt - sent[i - 1].endsAt, Frame9600);
-        h.chip.SciReceive('k');
-        h.chip.SciReceive('\r');
-        h.Run(6 * Frame9600);
-        sent = h.chip.TakeSciOutput();
-        QCOMPARE(sent.size(), std::size_t(3));
-        QVERIFY(sent[0].data == 'k' && sent[1].data == '\r' && sent[2].data == '\n');
     }
 };
 

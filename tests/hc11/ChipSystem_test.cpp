@@ -60,13 +60,11 @@ private slots:
             {"HPRIO late", {{500, reg::HPRIO, 0x03}}, reg::HPRIO, 0x23},    // PSEL with I set, at any time
         };
         for (const auto& c : cases) {
-            ChipHarness h;
-            QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
+            WaitingChip h;
             Replay(h, c.writes);
             QVERIFY2(h.Reg(c.offset) == c.value, c.what);
         }
-        ChipHarness h;   // INIT moves the block: $2000 now, RAM at $1000
-        QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
+        WaitingChip h;   // INIT moves the block: $2000 now, RAM at $1000
         h.chip.Poke(0x103D, 0x02);
         QCOMPARE(int(h.chip.RegisterBase()), 0x2000);
         QCOMPARE(int(h.chip.Peek(0x203D)), 0x02);
@@ -91,10 +89,7 @@ private slots:
              8 * Clock},
         };
         for (const auto& c : cases) {
-            ChipSetup setup;
-            setup.config = 0x08;                    // NOCOP clear
-            ChipHarness h(setup);
-            QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
+            WaitingChip h({.config = 0x08});        // NOCOP clear
             h.SetReg(reg::OPTION, std::uint8_t(0x10 | c.cr));
             h.chip.Ram()[0xFFFA] = 0xE0;
             h.chip.Ram()[0xFFFB] = 0x05;
@@ -105,16 +100,14 @@ private slots:
             QCOMPARE(h.chip.LastReset(), ResetCause::CopFailure);
             QCOMPARE(unsigned(h.chip.Core().regs.pc), 0xE005u);
         }
-        ChipHarness off;                            // the default CONFIG has NOCOP set
-        QVERIFY(off.Load(ChipHarness::Waiting).isEmpty());
+        WaitingChip off;                            // the default CONFIG has NOCOP set
         off.Run(70 * Clock);
         QCOMPARE(off.chip.LastReset(), ResetCause::Pin);
     }
 
     void portsReadTheirOutputsAndTheirInputPins()
     {
-        ChipHarness h;
-        QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
+        WaitingChip h;
         QCOMPARE(int(h.Reg(reg::PORTC)), 0xFF);      // inputs with nothing attached read high
         QCOMPARE(int(h.Reg(reg::PORTD)), 0x3F);
         QCOMPARE(int(h.Reg(reg::PORTE)), 0x00);      // analog inputs at VRL
@@ -139,8 +132,7 @@ private slots:
     {
         // PIOC EGA set: the rising STRA edge latches; STAF clears on a PIOC
         // read that saw it followed by a PORTCL read, and not on PORTCL alone.
-        ChipHarness h;
-        QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
+        WaitingChip h;
         InputPins pins;
         pins.portC = 0x5A;
         for (const bool stra : {false, true}) {

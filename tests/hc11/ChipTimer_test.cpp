@@ -17,8 +17,7 @@ private slots:
         // TMSK2 PR1:PR0 select E/1, E/4, E/8, E/16 (the timer prescale table).
         const struct { std::uint8_t pr; std::uint64_t factor; } rates[] = {{0, 1}, {1, 4}, {2, 8}, {3, 16}};
         for (const auto& rate : rates) {
-            ChipHarness h;
-            QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
+            WaitingChip h;
             h.SetReg(reg::TMSK2, rate.pr);
             h.chip.RunUntil(1000 * rate.factor + rate.factor - 1);
             QCOMPARE(h.Reg16(reg::TCNT), 1000);
@@ -31,24 +30,12 @@ private slots:
         }
     }
 
-    void counterMeasuresALoopToTheCycle()
-    {
-        // Between the two reads: STD dir 4, LDAA imm 2, ten rounds of DECA 2 +
-        // BNE 3, and the second LDD ind,X 5 cycles (the instruction timing table).
-        ChipHarness h;
-        QVERIFY(h.Load(" ORG $E000\n LDS #$01FF\n LDX #$1000\n LDD $0E,X\n STD $00\n LDAA #10\n"
-                       "L DECA\n BNE L\n LDD $0E,X\n SUBD $00\n STD $02\nW WAI\n BRA W\n").isEmpty());
-        h.Run(500);
-        QCOMPARE(h.Word(0x0002), 61);
-    }
-
     void realTimeInterruptFlagsAtTheFourRtrRates()
     {
         // PACTL RTR1:RTR0: E/2^13 divided by 1, 2, 4, 8 (the RTI rates table).
         for (std::uint8_t rtr = 0; rtr < 4; ++rtr) {
             const std::uint64_t period = 8192u << rtr;
-            ChipHarness h;
-            QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
+            WaitingChip h;
             h.SetReg(reg::PACTL, rtr);
             for (std::uint64_t n = 1; n <= 2; ++n) {
                 h.chip.RunUntil(n * period - 1);
@@ -86,8 +73,7 @@ private slots:
             {2, true, false},  {2, false, false}, {3, false, true}, {3, true, true},
         };
         for (const auto& c : cases) {
-            ChipHarness h;
-            QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
+            WaitingChip h;
             h.SetReg(reg::PORTA, c.from ? 0x40 : 0x00);
             h.SetReg(reg::TCTL1, std::uint8_t(c.action << 6));
             h.SetReg16(reg::TOC2, 0x0100);
@@ -104,8 +90,7 @@ private slots:
 
     void oc1DrivesItsMaskedPinsAndWinsOverAnotherCompare()
     {
-        ChipHarness h;
-        QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
+        WaitingChip h;
         h.SetReg(reg::PACTL, 0x08);                 // DDRA3: PA3 an output
         h.SetReg(reg::OC1M, 0x48);                  // OC1 drives PA6 and PA3
         h.SetReg(reg::OC1D, 0x08);                  // to 0 and 1
@@ -134,8 +119,7 @@ private slots:
             {0, false, 0xFFFF}, {1, false, 3000}, {2, true, 1000}, {3, true, 3000},
         };
         for (const auto& c : cases) {
-            ChipHarness h;
-            QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
+            WaitingChip h;
             h.SetReg(reg::TCTL2, std::uint8_t(c.edges << 4));
             h.SetPortAPinAt(1000, 0x04, false);
             QCOMPARE(bool(h.Reg(reg::TFLG1) & 0x04), c.flagAt1000);
@@ -143,8 +127,7 @@ private slots:
             QCOMPARE(bool(h.Reg(reg::TFLG1) & 0x04), c.edges != 0);
             QCOMPARE(h.Reg16(reg::TIC1), c.captured);
         }
-        ChipHarness h;   // IC4 on PA3 once I4/O5 makes TI4O5 a capture register
-        QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
+        WaitingChip h;   // IC4 on PA3 once I4/O5 makes TI4O5 a capture register
         h.SetReg(reg::PACTL, 0x04);
         h.SetReg(reg::TCTL2, 0x80);                 // falling edges
         h.SetPortAPinAt(1234, 0x08, false);
@@ -154,8 +137,7 @@ private slots:
 
     void pulseAccumulatorCountsEdgesOrGatedTime()
     {
-        ChipHarness h;
-        QVERIFY(h.Load(ChipHarness::Waiting).isEmpty());
+        WaitingChip h;
         h.SetReg(reg::PACTL, 0x40);                 // PAEN, event mode, falling edges
         h.SetReg(reg::PACNT, 0xFE);
         for (int i = 0; i < 3; ++i) {
@@ -165,8 +147,7 @@ private slots:
         QCOMPARE(int(h.Reg(reg::PACNT)), 0x01);
         QCOMPARE(h.Reg(reg::TFLG2) & 0x30, 0x30);   // PAOVF from $FF to $00, PAIF on each edge
 
-        ChipHarness g;
-        QVERIFY(g.Load(ChipHarness::Waiting).isEmpty());
+        WaitingChip g;
         g.SetReg(reg::PACTL, 0x60);                 // gated: counts E/64 while PAI is high
         g.SetPortAPinAt(640, 0x80, false);
         QCOMPARE(int(g.Reg(reg::PACNT)), 10);

@@ -63,3 +63,12 @@ struct ChipHarness {
     // Steps until PC is at address; false when limit cycles pass first.
     bool RunTo(std::uint16_t address, std::uint64_t limit = 1'000'000);
 };
+
+// The harness with the waiting program loaded and the chip reset into it.
+struct WaitingChip : ChipHarness {
+    explicit WaitingChip(const hc11::chip::ChipSetup& setup = {}) : ChipHarness(setup)
+    {
+        if (!Load(Waiting).isEmpty())
+            qFatal("the waiting program does not assemble");
+    }
+};

@@ -2,11 +2,15 @@
 
 #include <QTest>
 
-void CpuHarness::Poke(std::uint16_t address, std::initializer_list<int> bytes)
+#include <algorithm>
+
+void Poke(std::array<std::uint8_t, 65536>& memory, std::uint16_t address, std::initializer_list<int> bytes)
 {
     for (int b : bytes)
-        memory.bytes[address++] = std::uint8_t(b);
+        memory[address++] = std::uint8_t(b);
 }
+
+void CpuHarness::Poke(std::uint16_t address, std::initializer_list<int> bytes) { ::Poke(memory.bytes, address, bytes); }
 
 std::uint16_t CpuHarness::Word(std::uint16_t address) const
 {
@@ -34,8 +38,7 @@ void RunCpuCases(const std::vector<CpuCase>& cases)
     const auto hex = [](int v) { return QString::number(v, 16).toUpper(); };
     for (const CpuCase& c : cases) {
         CpuHarness h;
-        for (std::size_t i = 0; i < c.bytes.size(); ++i)
-            h.memory.bytes[CpuHarness::Origin + i] = std::uint8_t(c.bytes[i]);
+        std::copy(c.bytes.begin(), c.bytes.end(), h.memory.bytes.begin() + CpuHarness::Origin);
         h.cpu.regs = {std::uint8_t(c.d >> 8), std::uint8_t(c.d), c.x, c.y, 0x0100, CpuHarness::Origin, c.ccr};
         h.cpu.Step();
         const hc11::Registers& r = h.cpu.regs;

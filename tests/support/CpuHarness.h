@@ -6,9 +6,13 @@
 
 #include <QString>
 
+#include <array>
 #include <cstdint>
 #include <initializer_list>
 #include <vector>
+
+// Writes bytes into a 64 KB memory from address on, wrapping past $FFFF.
+void Poke(std::array<std::uint8_t, 65536>& memory, std::uint16_t address, std::initializer_list<int> bytes);
 
 struct CpuHarness {
     static constexpr std::uint16_t Origin = 0x1000;
@@ -16,8 +20,7 @@ struct CpuHarness {
     hc11::FlatMemory memory;
     hc11::Cpu cpu{memory};
 
-    // Writes bytes from address on, wrapping past $FFFF.
-    void Poke(std::uint16_t address, std::initializer_list<int> bytes);
+    void Poke(std::uint16_t address, std::initializer_list<int> bytes);   // as the free Poke, into memory
     // Big-endian word at address.
     std::uint16_t Word(std::uint16_t address) const;
     // Places the instruction at `at`, points PC there and runs one step; returns its cycles.

@@ -8,10 +8,10 @@
 
 #include "engine/execution/Breakpoints.h"
 #include "engine/execution/StepPlan.h"
-#include "engine/link/IoUnitHooks.h"
 #include "engine/state/TargetState.h"
 #include "support/ChipHarness.h"
 #include "support/DebuggerFixture.h"
+#include "support/RecordedIoUnit.h"
 
 #include <string>
 
@@ -56,13 +56,6 @@ struct ChipDebugger : DebuggerFixture {
     }
 };
 
-struct RecordedUnit : IoUnitHooks {
-    QList<std::uint8_t> outData;
-    void setInFresh(std::uint8_t) override {}
-    void setInDataRegister(std::uint8_t) override {}
-    void setOutFresh(std::uint8_t) override {}
-    void setOutDataRegister(std::uint8_t data) override { outData.append(data); }
-};
 } // namespace
 
 class ChipDebuggerTest : public QObject {
@@ -185,7 +178,7 @@ private slots:
     void blinkCountsWithTheEClock()
     {
         ChipDebugger f;
-        RecordedUnit unit;
+        RecordedIoUnit unit;
         f.link.IoUnitWindow = &unit;
         f.reports.ioUnitShown = true;
         QVERIFY(AssembleExampleInto(TargetMemory, "blink.asm"));
@@ -197,7 +190,7 @@ private slots:
             // Halfway between two steps, clear of either edge.
             sim.RunUntil(origin + 500'000 * steps + 250'000, {}, true);
             QCOMPARE(int(TargetMemory[IoUnitAddress + 3]), steps);
-            QCOMPARE(unit.outData.size(), steps + 1);   // the program's CLR, then one a step
+            QCOMPARE(unit.written.size(), steps + 1);   // the program's CLR, then one a step
         }
         QCOMPARE(int(TargetMemory[0x0010]), 4);   // TICK: 74 interrupts so far
         std::int32_t tmsk1 = 0x1022;

@@ -4,21 +4,13 @@
 #include "engine/state/TargetState.h"
 #include "engine/execution/Breakpoints.h"
 #include "platform/TickCount.h"
+#include "support/CpuHarness.h"
 #include "support/DebuggerFixture.h"
 #include "support/DoEventsAction.h"
 #include "support/ScriptedMonitor.h"
 
-#include <initializer_list>
 #include <optional>
 #include <vector>
-
-namespace {
-void Poke(std::array<std::uint8_t, 65536>& memory, std::int32_t address, std::initializer_list<int> bytes)
-{
-    for (int b : bytes)
-        memory[address++ & 0xFFFF] = static_cast<std::uint8_t>(b);
-}
-}  // namespace
 
 class SteppingTest : public QObject {
     Q_OBJECT

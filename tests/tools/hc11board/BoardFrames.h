@@ -1,5 +1,5 @@
 // The host's frames as the byte vectors the board emulator takes, the replies
-// the monitor should give, and two small SCI programs.
+// the monitor should give, and a small SCI program.
 #pragma once
 
 #include "engine/link/MonitorFrames.h"
@@ -63,14 +63,6 @@ inline const Bytes PrintProgram = {
     0xF6, 0x10, 0x2E, 0xC5, 0x80, 0x27, 0xF9,   // wait: LDAB SCSR; BITB #TDRE; BEQ wait
     0xB7, 0x10, 0x2F, 0x08, 0x20, 0xEF,         //       STAA SCDR; INX; BRA next
     0x20, 0xFE,                                 // done: BRA *
-};
-
-// A program at $2100 that answers every received byte with that byte + 1.
-inline const Bytes EchoProgram = {
-    0xF6, 0x10, 0x2E, 0xC5, 0x20, 0x27, 0xF9,   // start: LDAB SCSR; BITB #RDRF; BEQ start
-    0xB6, 0x10, 0x2F, 0x4C,                     //        LDAA SCDR; INCA
-    0xF6, 0x10, 0x2E, 0xC5, 0x80, 0x27, 0xF9,   // wait:  LDAB SCSR; BITB #TDRE; BEQ wait
-    0xB7, 0x10, 0x2F, 0x20, 0xE9,               //        STAA SCDR; BRA start
 };
 
 } // namespace boardtest

@@ -64,9 +64,6 @@ private slots:
         memory.Poke(0x3000, 0x0F);
         QCOMPARE(board.Send(ProgramFrame(0x3000, {0xF0})), AckOnly);   // outside: a plain write
         QCOMPARE(memory.Peek(0x3000), std::uint8_t(0xF0));
-        // A store of the CPU reaches the flash and changes nothing.
-        board.Send(StepFrame(Regs(0xFF), {0xB7, 0xFF, 0xFE}));   // STAA $FFFE
-        QCOMPARE(memory.Peek(0xFFFE), std::uint8_t(0x60));
         // Bits back to 1 are beyond programming: the built-in monitor keeps
         // the AND of both, the firmware hears the part give up and says NAK.
         QCOMPARE(board.Send(ProgramFrame(0xFFFE, {0x0F})), (Bytes{firmware ? Nak : Ack}));

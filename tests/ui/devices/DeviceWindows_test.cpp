@@ -12,8 +12,9 @@
 #include "engine/source/SourceRecords.h"
 #include "hc11/asm/Assembler.h"
 #include "support/BoardProcess.h"
+#include "support/ChipHarness.h"
 #include "support/ui/MainFormFixture.h"
-#include "support/S19Image.h"
+#include "support/RecordedIoUnit.h"
 #include "support/WorkFolder.h"
 #include "support/ui/ShownWindow.h"
 #include "ui/devices/frmIOBOard.h"
@@ -82,13 +83,10 @@ private slots:
         QByteArray source = Example("ledcount.asm");
         QVERIFY(!source.isEmpty());
         source.replace("DELAY   EQU     200", "DELAY   EQU     20");
-        const auto assembled = hc11::as11::AssembleSource(source.toStdString(), "ledcount");
-        QVERIFY(assembled.errors.empty());
         MainFormFixture f;
         frmMain& form = StartInSimulator(f);
         QVERIFY(ShowAt(form, {900, 600}));
-        for (const auto& [at, byte] : asmtest::ReadS19(assembled.s19).bytes)
-            TargetMemory[at] = byte;
+        QVERIFY(AssembleInto(TargetMemory, source.toStdString()).isEmpty());
         CpuRegisters.PC = 0xE000;
         form.Menu("mnuViewIOunit")->trigger();
         auto* unit = qobject_cast<frmIOBOard*>(form.Window("frmIOBOard"));
@@ -97,19 +95,7 @@ private slots:
         unit->ComboFormatOut->setCurrentText("Unsigned");
         emit unit->ComboFormatOut->textActivated("Unsigned");
 
-        // Every byte the program writes to the unit, on its way to the window.
-        struct Recorder : IoUnitHooks {
-            IoUnitHooks* window = nullptr;
-            QList<int> written;
-            void setInFresh(std::uint8_t d) override { window->setInFresh(d); }
-            void setInDataRegister(std::uint8_t d) override { window->setInDataRegister(d); }
-            void setOutFresh(std::uint8_t d) override { window->setOutFresh(d); }
-            void setOutDataRegister(std::uint8_t d) override
-            {
-                written << d;
-                window->setOutDataRegister(d);
-            }
-        } recorder;
+        RecordedIoUnit recorder;   // every byte the program writes to the unit, on its way to the window
         recorder.window = unit;
         form.Link().IoUnitWindow = &recorder;
         bool entered = false;
