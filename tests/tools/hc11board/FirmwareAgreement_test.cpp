@@ -50,7 +50,7 @@ std::array<std::uint8_t, monitor::StepCodeSize> Code(const hc11::Instruction& in
         code[at++] = std::uint8_t(address >> 8);
         code[at++] = std::uint8_t(address);
     }
-    while (at < ins.length)   // immediate data, index offsets, masks
+    while (at < ins.length && at < int(code.size()))   // immediate data, index offsets, masks
         code[at++] = std::uint8_t(random());
     return code;
 }
