@@ -8,6 +8,7 @@
 #include "ui/source/AssembleInputGate.h"
 #include "ui/source/frmError.h"
 #include "ui/main/frmMain.h"
+#include "ui/main/OpenFileChoice.h"
 
 #include <QAction>
 #include <QFileInfo>
@@ -74,13 +75,10 @@ void frmMain::mnuFileAssemble_Click()
             FileAssemble();
         return;
     }
-    Dialog.DialogTitle = QStringLiteral("Assemble");
-    Dialog.Filter = QStringLiteral("Assembly Source (*.asm)|*.asm|All Files (*.*)|*.*");
-    Dialog.FilterIndex = 1;
-    Dialog.FileName.clear();
-    if (!Dialog.ShowOpen())
+    // AsmFile is empty here: the dialog proposes no name.
+    if (!ChooseFileToOpen(Dialog, QStringLiteral("Assemble"),
+                          QStringLiteral("Assembly Source (*.asm)|*.asm|All Files (*.*)|*.*"), AsmFile))
         return;
-    AsmFile = Dialog.FileTitle;
     FileAssemble();
 }
 

@@ -6,6 +6,7 @@
 #include "engine/state/TargetState.h"
 #include "engine/source/SourceRecords.h"
 #include "ui/main/frmMain.h"
+#include "ui/main/OpenFileChoice.h"
 
 void frmMain::mnuFileDownload_Click()
 {
@@ -14,14 +15,9 @@ void frmMain::mnuFileDownload_Click()
         if (!S19FileExists())
             return;
         Dialog.FileName = S19File;
-    } else {
-        Dialog.DialogTitle = QStringLiteral("Download");
-        Dialog.Filter = QStringLiteral("Machine Code (*.s19)|*.s19|All Files (*.*)|*.*");
-        Dialog.FilterIndex = 1;
-        Dialog.FileName = S19File;
-        if (!Dialog.ShowOpen())
-            return;
-        S19File = Dialog.FileTitle;
+    } else if (!ChooseFileToOpen(Dialog, QStringLiteral("Download"),
+                                 QStringLiteral("Machine Code (*.s19)|*.s19|All Files (*.*)|*.*"), S19File)) {
+        return;
     }
     frmDownload::ShowModal();
     // A fresh program counts its cycles from nought.

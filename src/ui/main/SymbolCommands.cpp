@@ -7,6 +7,7 @@
 #include "platform/widgets/MsgBox.h"
 #include "engine/source/SourceRecords.h"
 #include "ui/main/frmMain.h"
+#include "ui/main/OpenFileChoice.h"
 
 #include <QAction>
 #include <QGuiApplication>
@@ -44,12 +45,8 @@ void frmMain::FileLoadSymbols()
 
 void frmMain::mnuFileLoadSymbols_Click()
 {
-    Dialog.DialogTitle = QStringLiteral("Load Symbols");
-    Dialog.Filter = QStringLiteral("Listing Files (*.lst)|*.lst|All Files (*.*)|*.*");
-    Dialog.FilterIndex = 1;
-    Dialog.FileName = LstFile;
-    if (!Dialog.ShowOpen())
+    if (!ChooseFileToOpen(Dialog, QStringLiteral("Load Symbols"),
+                          QStringLiteral("Listing Files (*.lst)|*.lst|All Files (*.*)|*.*"), LstFile))
         return;
-    LstFile = Dialog.FileTitle;
     FileLoadSymbols();
 }

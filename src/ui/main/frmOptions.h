@@ -59,9 +59,6 @@ private:
     // A frame with Name, Style and Size labels and its Set Font button.
     QGroupBox* FontFrame(const QString& name, const QString& caption, char letter, QLabel*& fontName,
                          QLabel*& style, QLabel*& size, QPushButton*& set);
-    // Set Font for one copy: the dialog starts from the copy, and only a
-    // choice the user confirms comes back into it.
-    void SetFont(FontRecord& copy, bool editor);
     void ShowDevice();
 
     frmMain& main_;

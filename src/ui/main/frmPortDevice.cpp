@@ -24,11 +24,6 @@ frmPortDevice::frmPortDevice(int port, const QString& path, QWidget* parent) : Q
     }
     txtDevice = new QLineEdit(path, this);
     txtDevice->setObjectName(QStringLiteral("txtDevice"));
-    cmdOK = new QPushButton(QStringLiteral("OK"), this);
-    cmdOK->setObjectName(QStringLiteral("cmdOK"));
-    cmdOK->setDefault(true);
-    cmdCancel = new QPushButton(QStringLiteral("Cancel"), this);
-    cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(new QLabel(QStringLiteral("Serial ports of this system:"), this));
@@ -37,24 +32,18 @@ frmPortDevice::frmPortDevice(int port, const QString& path, QWidget* parent) : Q
     entry->addWidget(new QLabel(QStringLiteral("&Device:"), this));
     entry->addWidget(txtDevice);
     layout->addLayout(entry);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(cmdOK);
-    buttons->addWidget(cmdCancel);
-    layout->addLayout(buttons);
+    layout->addLayout(OkCancelRow(*this, cmdOK, cmdCancel, [this] {
+        if (txtDevice->text().trimmed().isEmpty())
+            txtDevice->setFocus();
+        else
+            accept();
+    }));
 
     connect(lstPorts, &QListWidget::currentItemChanged, this, [this](QListWidgetItem* item) {
         if (item)
             txtDevice->setText(item->data(Qt::UserRole).toString());
     });
     connect(lstPorts, &QListWidget::itemDoubleClicked, cmdOK, &QPushButton::click);
-    connect(cmdOK, &QPushButton::clicked, this, [this] {
-        if (txtDevice->text().trimmed().isEmpty())
-            txtDevice->setFocus();
-        else
-            accept();
-    });
-    connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     txtDevice->setFocus();
 }
 
