@@ -186,6 +186,12 @@ void frmIOBOard::Form_Unload()
 {
     if (link_.IoUnitWindow == this)
         link_.IoUnitWindow = nullptr;
+    // With the window gone no button holds a pin low: a pin left low would
+    // keep interrupting with nothing on screen to let it go.
+    if (CommandIrq->isChecked())
+        link_.ChipSim.SetIrq(false);
+    if (CommandXirq->isChecked())
+        link_.ChipSim.SetXirq(false);
 }
 
 void frmIOBOard::Show()

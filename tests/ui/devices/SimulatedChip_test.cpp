@@ -82,6 +82,10 @@ private slots:
         const hc11::chip::Chip& chip = form.Link().ChipSim.Chip();
         unit->CommandXirq->click();
         QVERIFY(!chip.Inputs().irqAsserted && chip.Inputs().xirqAsserted);
+        unit->CommandClose->click();   // the unit goes: its button no longer holds XIRQ low
+        QTRY_VERIFY(!form.Window("frmIOBOard"));
+        QVERIFY(!chip.Inputs().xirqAsserted);
+        form.Menu("mnuViewIOunit")->trigger();
 
         form.Menu("mnuViewRegAD")->trigger();
         auto* ad = qobject_cast<RegisterWindow*>(form.Window("frmRegAD"));
