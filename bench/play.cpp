@@ -13,6 +13,7 @@
 
 #include "BenchFigures.h"
 #include "HeadlessApp.h"
+#include "engine/execution/ChipFreeRun.h"
 #include "engine/state/TargetState.h"
 #include "platform/SettingsStore.h"
 #include "ui/main/frmMain.h"
@@ -35,7 +36,6 @@ const std::vector<std::uint8_t> Routine = {
     0x39,               // 2022 RTS
 };
 constexpr int RunMs = 2000;
-constexpr double EClockHz = 2'000'000.0;
 
 // Plays the loop from its start for RunMs; simulated E clock over wall time,
 // and the worst lateness of a 10 ms timer meanwhile.
@@ -49,7 +49,7 @@ std::pair<double, double> PlayRealtime(frmMain& window)
     const TimerLateness lateness;
     window.mnuRunPlay_Click();
     const double seconds = clock.nsecsElapsed() / 1e9;
-    return {ClockCount / seconds / EClockHz, lateness.WorstMs()};
+    return {ClockCount / seconds / ChipFreeRun::EClockHz, lateness.WorstMs()};
 }
 }  // namespace
 

@@ -16,6 +16,7 @@
 #include "BenchFigures.h"
 #include "ChipProgram.h"
 #include "HeadlessApp.h"
+#include "engine/execution/ChipFreeRun.h"
 #include "engine/state/TargetState.h"
 #include "hc11/asm/Assembler.h"
 #include "platform/SettingsStore.h"
@@ -23,7 +24,6 @@
 
 namespace {
 constexpr int RunMs = 2000;
-constexpr double EClockHz = 2'000'000.0;
 
 // Runs the program from its start for ms, Pause from a timer: the E cycles
 // run over the wall time as a multiple of 2 MHz, and how long after its time
@@ -44,7 +44,7 @@ std::pair<double, double> RunFor(frmMain& window, int ms)
     window.mnuRunRun_Click();
     loop.exec();
     const double seconds = clock.nsecsElapsed() / 1e9;
-    return {static_cast<std::uint32_t>(ClockCount) / seconds / EClockHz, pauseLateMs};
+    return {static_cast<std::uint32_t>(ClockCount) / seconds / ChipFreeRun::EClockHz, pauseLateMs};
 }
 } // namespace
 

@@ -75,11 +75,6 @@ void Debugger::PlayUntil(std::optional<std::int32_t> temporary)
             LetEventsRun();
             continue;
         }
-        // The host decodes from ProgramBuffer; the simulated chip needs no copy.
-        if (!ChipSimulated() && stepping::OutsideProgramBuffer(CpuRegisters.PC)) {
-            ProgramBase = CpuRegisters.PC;
-            link_.InProgram();
-        }
         const bool returning = outAboveSP_ && stepping::ReturnAt(CpuRegisters.PC);
         if (BoardConnected)
             StepOne();

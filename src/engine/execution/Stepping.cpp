@@ -280,10 +280,7 @@ void Debugger::ShowStep()
             view_.Refresh();
         } else if (PlayActive) {
             // During Play only the CPU window follows each step.
-            if (stepping::OutsideProgramBuffer(CpuRegisters.PC)) {
-                ProgramBase = CpuRegisters.PC;
-                link_.InProgram();
-            }
+            ProgramBufferAtPC();
             if (followCpuWindow_)
                 view_.FollowStep(false);
         }

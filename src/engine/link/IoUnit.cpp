@@ -135,6 +135,21 @@ const QStringList& OutFormats()
 
 using namespace iounit;
 
+namespace {
+// A register's binary text in the window's format: Signed, Unsigned and Hex
+// are common to both sides, the fourth (Binary in, BCD out) is the side's own.
+QString ShownAs(const QString& binary, const QString& format, QString (*fourth)(const QString&))
+{
+    if (format == QLatin1String("Signed"))
+        return toInt(binary, QStringLiteral("signed"));
+    if (format == QLatin1String("Unsigned"))
+        return toInt(binary, QStringLiteral("unsigned"));
+    if (format == QLatin1String("Hex"))
+        return toHex(binary);
+    return fourth(binary);
+}
+} // namespace
+
 void IoUnit::setInDataRegister(std::uint8_t Data)
 {
     TextInBinary = fromInt(QString::number(Data), QStringLiteral("unsigned"));
@@ -150,29 +165,14 @@ void IoUnit::setOutDataRegister(std::uint8_t Data)
 void IoUnit::SetInFormat(const QString& format)
 {
     InFormat = format;
-    if (TextIn.isEmpty())
-        return;
-    if (format == QLatin1String("Signed"))
-        TextIn = toInt(TextInBinary, QStringLiteral("signed"));
-    else if (format == QLatin1String("Unsigned"))
-        TextIn = toInt(TextInBinary, QStringLiteral("unsigned"));
-    else if (format == QLatin1String("Hex"))
-        TextIn = toHex(TextInBinary);
-    else
-        TextIn = fromBinary(TextInBinary);
+    if (!TextIn.isEmpty())
+        TextIn = ShownAs(TextInBinary, format, fromBinary);
 }
 
 void IoUnit::SetOutFormat(const QString& format)
 {
     OutFormat = format;
-    if (format == QLatin1String("Signed"))
-        TextOut = toInt(TextOutBinary, QStringLiteral("signed"));
-    else if (format == QLatin1String("Unsigned"))
-        TextOut = toInt(TextOutBinary, QStringLiteral("unsigned"));
-    else if (format == QLatin1String("Hex"))
-        TextOut = toHex(TextOutBinary);
-    else
-        TextOut = toBCD(TextOutBinary);
+    TextOut = ShownAs(TextOutBinary, format, toBCD);
 }
 
 bool IoUnit::Enter()

@@ -109,9 +109,10 @@ public:
     const TargetBytesReader& Reader() const { return reader_; }
 
 private:
-    // The two halves of every operation after FindBoard: count bytes at
-    // address into out (false leaves out untouched), or data to address with
-    // a "W" or "P" frame, restoring RThreshold.
+    // The two halves of every operation: after FindBoard, count bytes at
+    // address into out (false leaves out untouched); or the whole write of
+    // data to address with a "W" or "P" frame, from FindBoard to the status
+    // panel, restoring RThreshold.
     bool ReadTarget(std::int32_t address, int count, std::uint32_t timeoutMs, std::span<std::uint8_t> out);
     void WriteTarget(char letter, std::int32_t address, std::span<const std::uint8_t> data, bool pumpEvents);
     // Restores RThreshold after a read on the board, then BoardStatus.

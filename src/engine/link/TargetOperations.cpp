@@ -65,19 +65,22 @@ bool TargetLink::ReadTarget(std::int32_t address, int count, std::uint32_t timeo
 
 void TargetLink::WriteTarget(char letter, std::int32_t address, std::span<const std::uint8_t> data, bool pumpEvents)
 {
+    FindBoard();
+    if (!BoardConnected)
+        return;
     if (TargetMode == SimulatorMode) {
         if (SimulatePeripherals)
             ChipSim.Write(address, data);
         else
             WriteTargetMemory(address, data);
-        return;
+    } else if (TargetMode == BoardMode) {
+        const QByteArray frame =
+            letter == 'P' ? monitor::ProgramFrame(address, data) : monitor::WriteFrame(address, data);
+        QByteArray reply;
+        Exchange(frame, {monitor::AckReplySize, ReplyCheck::Ack, exchange_timeout::Write, pumpEvents}, reply);
+        MSComm.SetRThreshold(ReceiveThreshold);
     }
-    if (TargetMode != BoardMode)
-        return;
-    const QByteArray frame = letter == 'P' ? monitor::ProgramFrame(address, data) : monitor::WriteFrame(address, data);
-    QByteArray reply;
-    Exchange(frame, {monitor::AckReplySize, ReplyCheck::Ack, exchange_timeout::Write, pumpEvents}, reply);
-    MSComm.SetRThreshold(ReceiveThreshold);
+    BoardStatus();
 }
 
 // ---- Reads ------------------------------------------------------------------
@@ -197,35 +200,23 @@ void TargetLink::OutByte(std::int32_t& Address, std::uint8_t Data)
 {
     // The unit's window shows an edit of its cells whatever the target says.
     TellIoUnit(Address, Data);
-    FindBoard();
-    if (!BoardConnected)
-        return;
     const std::uint8_t byte = Data;
     WriteTarget('W', Address, {&byte, 1}, true);
-    BoardStatus();
 }
 
 void TargetLink::OutBytes(std::int32_t& Address, const std::vector<std::uint8_t>& Data, std::int16_t Count)
 {
     if (!CountFits(Count, Data.size(), monitor::MaxWriteCount))
         return;
-    FindBoard();
-    if (!BoardConnected)
-        return;
     WriteTarget('W', Address, std::span(Data).first(static_cast<std::size_t>(Count)), true);
-    BoardStatus();
 }
 
 void TargetLink::Programm(std::int32_t& Address, const std::vector<std::uint8_t>& Data, std::int16_t Count)
 {
     if (!CountFits(Count, Data.size(), monitor::MaxWriteCount))
         return;
-    FindBoard();
-    if (!BoardConnected)
-        return;
     // The simulator writes any address: its flash area is plain memory.
     WriteTarget('P', Address, std::span(Data).first(static_cast<std::size_t>(Count)), false);
-    BoardStatus();
 }
 
 void TargetLink::TellIoUnit(std::int32_t address, std::uint8_t data)
