@@ -44,7 +44,7 @@ std::pair<double, double> RunFor(frmMain& window, int ms)
     window.mnuRunRun_Click();
     loop.exec();
     const double seconds = clock.nsecsElapsed() / 1e9;
-    return {static_cast<std::uint32_t>(ClockCount) / seconds / ChipFreeRun::EClockHz, pauseLateMs};
+    return {double(ClockCount) / seconds / ChipFreeRun::EClockHz, pauseLateMs};
 }
 } // namespace
 
