@@ -4,8 +4,9 @@
 // starts at $E000, the reset vector's address.
 #pragma once
 
+#include "hc11/asm/S19Reader.h"
+
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
 namespace bench {
@@ -82,15 +83,9 @@ RTIH    LDAA    #$40
 // The S1 records of the assembled program into memory.
 inline void LoadS19(const std::string& s19, std::uint8_t* memory)
 {
-    std::size_t at = 0;
-    while ((at = s19.find("S1", at)) != std::string::npos) {
-        const auto byte = [&](std::size_t i) { return std::uint8_t(std::strtoul(s19.substr(i, 2).c_str(), nullptr, 16)); };
-        const int count = byte(at + 2);
-        const unsigned address = unsigned(byte(at + 4)) << 8 | byte(at + 6);
-        for (int i = 0; i < count - 3; ++i)
-            memory[(address + i) & 0xFFFF] = byte(at + 8 + 2 * i);
-        at += 2;
-    }
+    for (const hc11::as11::S19Block& block : hc11::as11::ReadS19(s19).blocks)
+        for (std::size_t i = 0; i < block.bytes.size(); ++i)
+            memory[(block.address + i) & 0xFFFF] = block.bytes[i];
 }
 
 } // namespace bench

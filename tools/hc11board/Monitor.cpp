@@ -1,7 +1,6 @@
 #include "hc11board/Monitor.h"
 
 #include "hc11/chip/RegisterMap.h"
-#include "hc11board/WireTiming.h"
 
 namespace hc11board {
 
@@ -32,7 +31,7 @@ FlashTiming FlashTimingFor(const MonitorSettings& settings)
     FlashTiming timing;
     timing.eraseFails = settings.eraseFails;
     if (settings.eraseMs > 0)
-        timing.sectorEraseCycles = timing.chipEraseCycles = settings.eraseMs * (EClock::Hertz / 1000);
+        timing.sectorEraseCycles = timing.chipEraseCycles = settings.eraseMs * (EClockHertzOfBoard / 1000);
     return timing;
 }
 

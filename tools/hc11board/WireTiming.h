@@ -3,8 +3,6 @@
 // holds a free run to the board's own (2 MHz, or the monitor firmware's 2.4576 MHz).
 #pragma once
 
-#include "hc11board/BoardProgram.h"
-
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
@@ -40,8 +38,6 @@ private:
 
 class EClock {
 public:
-    static constexpr std::uint64_t Hertz = EClockHertzOfBoard;
-
     explicit EClock(std::uint64_t hertz) : hertz_(hertz) {}
 
     void Restart(SteadyClock::time_point now, std::uint64_t cycles)

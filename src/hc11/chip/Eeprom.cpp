@@ -83,9 +83,14 @@ std::uint8_t Eeprom::ReadArray(std::uint16_t address) const
 
 void Eeprom::WriteArray(std::uint16_t address, std::uint8_t value)
 {
+    Latch(address - First, value);
+}
+
+void Eeprom::Latch(int target, std::uint8_t value)
+{
     if ((pprog_ & (pprog::EELAT | pprog::EPGM)) != pprog::EELAT)
         return;
-    target_ = address - First;
+    target_ = target;
     data_ = value;
 }
 
@@ -106,12 +111,7 @@ void Eeprom::Write(unsigned offset, std::uint8_t value, std::uint64_t now)
         bprot_ = std::uint8_t((protection_.Open(now) ? value : bprot_ | value) & 0x1F);
         break;
     case reg::PPROG: WritePprog(value, now); break;
-    default:   // CONFIG: latched for programming, never written directly
-        if ((pprog_ & (pprog::EELAT | pprog::EPGM)) == pprog::EELAT) {
-            target_ = ConfigTarget;
-            data_ = value;
-        }
-        break;
+    default: Latch(ConfigTarget, value); break;   // CONFIG: latched for programming, never written directly
     }
 }
 

@@ -78,6 +78,8 @@ private:
     static constexpr int ConfigTarget = Size;   // the latched target is the CONFIG cell
 
     bool Protected(int target) const;
+    // A write while EELAT is set and EPGM clear latches its target and data.
+    void Latch(int target, std::uint8_t value);
     void Operate();
     void WritePprog(std::uint8_t value, std::uint64_t now);
 

@@ -73,8 +73,7 @@ void Spi::PinsChanged(const InputPins&, std::uint64_t)
 
 std::uint8_t Spi::ShiftIn(std::uint8_t byte, std::uint64_t now)
 {
-    const bool slave = (control_ & (spcr::SPE | spcr::MSTR)) == spcr::SPE;
-    if (!slave || !SlaveSelected())
+    if (!Slave() || !SlaveSelected())
         return NoPeerByte;   // MISO left floating
     const std::uint8_t sent = shifter_;
     Finish(sent, byte, now);
@@ -130,8 +129,7 @@ void Spi::WriteData(std::uint8_t value, std::uint64_t now)
 {
     ClearSeenDataFlags();
     // A slave with CPHA clear is in a transfer for as long as /SS is low.
-    const bool slaveBusy = !(control_ & spcr::MSTR) && (control_ & spcr::SPE) && !(control_ & spcr::CPHA) &&
-                           SlaveSelected();
+    const bool slaveBusy = Slave() && !(control_ & spcr::CPHA) && SlaveSelected();
     if (transferEnd_ != NoEvent || slaveBusy) {
         status_ |= spsr::WCOL;   // the transfer goes on; the byte is lost
         return;

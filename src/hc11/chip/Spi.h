@@ -68,6 +68,7 @@ public:
 
 private:
     bool Master() const { return (control_ & (spcr::SPE | spcr::MSTR)) == (spcr::SPE | spcr::MSTR); }
+    bool Slave() const { return (control_ & (spcr::SPE | spcr::MSTR)) == spcr::SPE; }
     bool SlaveSelected() const { return !(pins_.portD & SlaveSelectPin); }
     void Finish(std::uint8_t sent, std::uint8_t received, std::uint64_t at);
     void WriteData(std::uint8_t value, std::uint64_t now);
