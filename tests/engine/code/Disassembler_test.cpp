@@ -34,7 +34,7 @@ Decoded Decode(const QList<int>& bytes, std::int32_t at = 0x1000, std::int32_t b
 PageRowArray Page(std::int32_t top, bool codeOn = false, bool includeSym = false)
 {
     PageRowArray rows;
-    DecodePage(top, PageSwitches{codeOn, includeSym}, rows);
+    DecodePage(top, PageSwitches{codeOn, includeSym, {}}, rows);
     return rows;
 }
 }  // namespace
