@@ -11,13 +11,6 @@
 
 namespace {
 
-// The board with one of its monitors, and the host on its line.
-struct Session {
-    explicit Session(bool firmware) : board(firmware ? BoardProcess::Firmware() : QStringList{}), f(board.DevicePath()) {}
-    BoardProcess board;
-    DebuggerFixture f;
-};
-
 // A download's window, with nothing to show and no Cancel.
 struct QuietDownload : DownloadView {
     void ShowProgress(int) override {}
@@ -65,9 +58,9 @@ private slots:
         QVERIFY(assembled.errors.empty());
         WorkFolder folder;
         QVERIFY(folder.Write("hello.s19", QByteArray::fromStdString(assembled.s19)));
-        Session session(firmware);
-        QVERIFY(!session.board.DevicePath().isEmpty());
-        DebuggerFixture& f = session.f;
+        BoardProcess board(firmware ? BoardProcess::Firmware() : QStringList{});
+        QVERIFY(!board.DevicePath().isEmpty());
+        DebuggerFixture f(board.DevicePath());
 
         QuietDownload view;
         const DownloadResult result = DownloadMachineCode(f.link, folder.Path("hello.s19"), view);
@@ -94,7 +87,7 @@ private slots:
             f.debugger.PassQuietOutput();
             return f.view.terminal == "Hello, board";
         }, 5000));
-        session.board.Reset();
+        board.Reset();
         QTRY_VERIFY_WITH_TIMEOUT(!BoardRunning, 5000);
         QVERIFY(CpuRegisters.PC == 0xE000 && f.reports.failures.isEmpty());
         QCOMPARE(f.view.terminal, QByteArray("Hello, board\r\n>"));   // the report's first bytes
