@@ -31,12 +31,6 @@ Flow At(std::int32_t pc, const QList<int>& bytes, bool followCalls = false, cons
     f.ok = NextAddress(address, followCalls, f.next, f.jump, f.call, f.ret, read);
     return f;
 }
-
-void SetFlags(std::uint8_t ccr)
-{
-    CpuRegisters.CCR = ccr;
-    SplitCCR();
-}
 }  // namespace
 
 class InstructionFlowTest : public QObject {
@@ -54,7 +48,8 @@ private slots:
             {0x25, 0x01, true}, {0x25, 0x0E, false}, {0x29, 0x02, true}, {0x29, 0x0D, false},
             {0x27, 0x04, true}, {0x27, 0x0B, false}, {0x2B, 0x08, true}, {0x2B, 0x07, false}};
         for (const auto& [opcode, ccr, taken] : cases) {
-            SetFlags(std::uint8_t(ccr));
+            CpuRegisters.CCR = std::uint8_t(ccr);
+            SplitCCR();
             const Flow f = At(0x1000, {opcode, 0x10});
             const QByteArray where = QByteArray::number(opcode, 16) + " CCR " + QByteArray::number(ccr, 16);
             QVERIFY2(f.ok && f.jump == taken && !f.call && !f.ret, where);
