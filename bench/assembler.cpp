@@ -46,7 +46,9 @@ asmtest::TwinSource RepeatedProgram(int lines, unsigned origin)
         out.ours += org;
         out.gnu += "* block\n";
         ++out.lines;
-        asmtest::AppendEveryInstruction(out, "_" + std::to_string(block));
+        std::string suffix = "_";   // built by +=: GCC 12 warns falsely on "_" + string
+        suffix += std::to_string(block);
+        asmtest::AppendEveryInstruction(out, suffix);
     }
     return out;
 }
