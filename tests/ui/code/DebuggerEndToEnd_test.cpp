@@ -15,8 +15,6 @@
 #include "support/S19Image.h"
 #include "engine/link/MonitorFrames.h"
 
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <memory>
 
 namespace {
@@ -124,7 +122,7 @@ private:
         QVERIFY(BoardConnected);
 
         frmDisAsm* w = frmDisAsm::Open();
-        form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(w->parentWidget()));
+        Activate(form, w);
         QCoreApplication::processEvents();
         QCOMPARE(CpuRegisters.SP, 0x01FF);   // the window opened at PC with the target's registers
 

@@ -9,10 +9,9 @@
 #include "support/WorkFolder.h"
 #include "support/ui/FakeToolWindow.h"
 #include "support/ui/MainFormFixture.h"
+#include "support/ui/ShownWindow.h"
 #include "ui/code/frmDownload.h"
 
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QPushButton>
 
 namespace {
@@ -70,7 +69,7 @@ private slots:
         QVERIFY(!s.form->Menu("mnuDebugClearAllBreakpoints")->isEnabled() && !HeldOpen(s.folder.Path("prog.s19")));
         QCOMPARE(FakeToolWindow::Log(), QStringList({"frmRegCPU.mnuRefresh", "frmStack.mnuRefresh"}));
         // Open already: put on PC and refreshed, and in front whatever was before.
-        s.form->mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(s.form->Window("frmStack")->parentWidget()));
+        Activate(*s.form, s.form->Window("frmStack"));
         FakeToolWindow::Log().clear();
         s.form->mnuFileDownload_Click();
         QCOMPARE(FakeToolWindow::Log(), QStringList({"frmDisAsm.mnuGoToPCAddress", "frmDisAsm.mnuRefresh",

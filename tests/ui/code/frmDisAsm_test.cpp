@@ -9,8 +9,6 @@
 #include "support/ui/ShownWindow.h"
 
 #include <QLabel>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 
 class frmDisAsmTest : public QObject {
     Q_OBJECT
@@ -27,7 +25,7 @@ class frmDisAsmTest : public QObject {
 
     void Activate(QWidget* widget)
     {
-        f->form->mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(widget->parentWidget()));
+        ::Activate(*f->form, widget);
         QCoreApplication::processEvents();
     }
 

@@ -24,8 +24,6 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -151,7 +149,7 @@ private slots:
         form.Menu("mnuViewSerialTerminal")->trigger();
         auto* terminal = qobject_cast<frmSerial*>(form.Window("frmSerial"));
         QVERIFY(terminal);
-        form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(terminal->parentWidget()));
+        Activate(form, terminal);
         form.mnuRunRun_Click();
         QVERIFY(BoardRunning);
         QTRY_COMPARE(terminal->RichText->toPlainText(), QString("Echo ready\n"));

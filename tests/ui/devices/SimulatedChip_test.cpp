@@ -4,8 +4,6 @@
 // window sets the input levels. With ORVANE_SCREENSHOT set to a folder,
 // simulator-run.png (the terminal and the timer window during a run) is
 // saved there.
-#include <QtTest>
-
 #include "engine/state/TargetState.h"
 #include "support/ChipHarness.h"
 #include "support/ui/MainFormFixture.h"
@@ -15,10 +13,7 @@
 #include "ui/devices/frmSerial.h"
 #include "ui/views/RegisterWindow.h"
 
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QTreeWidget>
 
 class SimulatedChipTest : public QObject {
@@ -36,7 +31,7 @@ private slots:
         form.Menu("mnuViewRegTimer")->trigger();
         form.Menu("mnuViewSerialTerminal")->trigger();
         auto* terminal = qobject_cast<frmSerial*>(form.Window("frmSerial"));
-        form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(terminal->parentWidget()));
+        Activate(form, terminal);
 
         form.Menu("mnuRunRun")->trigger();
         QVERIFY(BoardRunning && form.Menu("mnuRunPause")->isEnabled());

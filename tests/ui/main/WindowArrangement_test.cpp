@@ -12,7 +12,6 @@
 #include "ui/code/frmDisAsm.h"
 #include "ui/views/frmMemory.h"
 
-#include <QMdiArea>
 #include <QPlainTextEdit>
 #include <QTableView>
 

@@ -18,8 +18,6 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QTextBlock>
@@ -188,7 +186,7 @@ private slots:
         s.form.Menu("mnuFileNew")->trigger();
         const auto comeBack = [&] {   // to the other editor and back
             for (frmEditor* next : {LoadedEditors().last(), editor})
-                s.form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(next->parentWidget()));
+                Activate(s.form, next);
         };
         QVERIFY(s.folder.Write("prog.asm", "theirs, longer\n"));
         s.f.boxes.answer = MbResultYes;

@@ -11,8 +11,6 @@
 #include "ui/views/RegisterWindow.h"
 
 #include <QLabel>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenu>
 #include <QTreeWidget>
 
@@ -86,11 +84,6 @@ QString RightClick(frmMain& form, RegisterWindow* w, const QPoint& at, const cha
     QTest::mouseClick(w->ListView->viewport(), Qt::RightButton, {}, at);
     SetPopupMenuHandler(previous);
     return state;
-}
-
-void Activate(frmMain& form, QWidget* window)
-{
-    form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(window->parentWidget()));
 }
 }  // namespace
 
