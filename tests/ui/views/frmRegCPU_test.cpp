@@ -90,7 +90,7 @@ QString RightClick(frmMain& form, RegisterWindow* w, const QPoint& at, const cha
 class frmRegCPUTest : public QObject {
     Q_OBJECT
 private slots:
-    void enteredValuesThePopupAndFormatsInTheSimulator()
+    void enteredValuesThePopupFormatsAndPlayInTheSimulator()
     {
         MainFormFixture f;
         frmMain& form = f.Start();
@@ -161,15 +161,8 @@ private slots:
         const QPoint below = RowPoint(cpu, CCR) + QPoint(0, 3 * cpu->ListView->visualItemRect(
                                                                      cpu->ListView->topLevelItem(CCR)).height());
         QVERIFY(RightClick(form, cpu, below) == QString("Refresh | Hex") && cpu->SelectedRow() == B && dialogs == 0);
-    }
 
-    void duringPlayTheCellsFollowAtEachEventPass()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        TargetMode = SimulatorMode;
-        RegisterWindow* cpu = OpenCpu(form, TargetMemory);
-        // LDAA #$42, INCA, then a breakpoint on the NOP.
+        // During Play the cells follow at each event pass: LDAA #$42, INCA, then a breakpoint on the NOP.
         const std::uint8_t program[] = {0x86, 0x42, 0x4C, 0x01};
         std::copy(std::begin(program), std::end(program), TargetMemory.begin() + 0x2000);
         CpuRegisters.PC = 0x2000;
