@@ -169,7 +169,7 @@ private slots:
         EXPECT_OFF({"mnuEditFindNext"}, {17});
     }
 
-    void targetModeWatchBreakpointAndWindowMenuRules()
+    void targetModeAndWindowMenuRules()
     {
         MainFormFixture f;
         PluggedWindows plugged({"frmStack"});
@@ -191,12 +191,6 @@ private slots:
         EXPECT_OFF({"mnuRunPlay", "mnuRunRun"}, {24});
         EXPECT_ON({"mnuViewDisassembler"});
 
-        for (bool on : {true, false}) {
-            form.SetEditWatchCommand(on);
-            BreakpointCount = on ? 1 : 0;
-            form.BreakpointCountChanged();
-            QCOMPARE(Wrong(form, on, {"mnuDebugEditWatch", "mnuDebugClearAllBreakpoints"}), QString());
-        }
         QMenu* menu = form.MenuOf("mnuWindow");
         emit menu->aboutToShow();
         QVERIFY(!form.Menu("mnuWindowCascade")->isEnabled() && form.Menu("mnuWindowArrangeDebugger")->isEnabled());
