@@ -53,29 +53,9 @@ QString Leds(frmIOBOard* unit)
 class DeviceWindowsTest : public QObject {
     Q_OBJECT
 private slots:
-    // The unit shows only what happens while it is open (the events are the
-    // simulator operations' test's, the formats the unit's own test's).
-    void theUnitHooksInWhileItIsOpen()
-    {
-        MainFormFixture f;
-        frmMain& form = StartInSimulator(f);
-        TargetMemory[0x6000] = 1;
-        form.Menu("mnuViewIOunit")->trigger();
-        auto* unit = qobject_cast<frmIOBOard*>(form.Window("frmIOBOard"));
-        QVERIFY(unit && form.Link().IoUnitWindow == unit);
-        QVERIFY(!Lit(unit->ShapeInFresh));   // a flag left in memory is not shown
-        std::int32_t address = 0x6003;       // a host write, as from the memory window
-        form.Link().OutByte(address, 0x0F);
-        QCOMPARE(unit->TextOutBinary->text(), QString("00001111"));
-        unit->TextIn->setText("999");
-        unit->CommandInput->click();
-        QCOMPARE(f.boxes.boxes.value(0).text, QString("Wrong data format or Value out of range"));
-        unit->CommandClose->click();
-        QCoreApplication::processEvents();
-        QVERIFY(!form.Menu("mnuViewIOunit")->isChecked() && !form.Link().IoUnitWindow);
-    }
-
-    // The LED counter counts during Play, and restarts from an entered value.
+    // The LED counter counts during Play, and restarts from an entered value. The unit shows only
+    // what happens while it is open (the events are the simulator operations' test's, the formats
+    // the unit's own test's).
     void ledCounterOnTheUnit()
     {
         QByteArray source = Example("ledcount.asm");
@@ -86,9 +66,18 @@ private slots:
         QVERIFY(ShowAt(form, {900, 600}));
         QVERIFY(AssembleInto(TargetMemory, source.toStdString()).isEmpty());
         CpuRegisters.PC = 0xE000;
+        TargetMemory[0x6000] = 1;
         form.Menu("mnuViewIOunit")->trigger();
         auto* unit = qobject_cast<frmIOBOard*>(form.Window("frmIOBOard"));
-        QVERIFY(unit);
+        QVERIFY(unit && form.Link().IoUnitWindow == unit);
+        QVERIFY(!Lit(unit->ShapeInFresh));   // a flag left in memory is not shown
+        TargetMemory[0x6000] = 0;            // and the program starts without input
+        std::int32_t address = 0x6003;       // a host write, as from the memory window
+        form.Link().OutByte(address, 0x0F);
+        QCOMPARE(unit->TextOutBinary->text(), QString("00001111"));
+        unit->TextIn->setText("999");
+        unit->CommandInput->click();
+        QCOMPARE(f.boxes.boxes.value(0).text, QString("Wrong data format or Value out of range"));
         unit->CheckLEDPower->click();
         unit->ComboFormatOut->setCurrentText("Unsigned");
         emit unit->ComboFormatOut->textActivated("Unsigned");
@@ -125,6 +114,9 @@ private slots:
         QCOMPARE(unit->TextOut->text(), QString(" %1").arg(w.last()));
         QCOMPARE(Leds(unit), QString::number(w.last(), 2).rightJustified(8, QLatin1Char('0')));
         SaveScreenshot(&form, "io-unit.png");
+        unit->CommandClose->click();
+        QCoreApplication::processEvents();
+        QVERIFY(!form.Menu("mnuViewIOunit")->isChecked() && !form.Link().IoUnitWindow);
     }
 
     // The echo example on the board: what is typed comes back into the
