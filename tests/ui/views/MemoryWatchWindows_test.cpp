@@ -247,7 +247,7 @@ private:
         f.boxes.boxes.clear();
 
         // The watches the step changes, one by symbol in lower case.
-        SymbolTable = {SymbolEntry{.SymbolAddress = 0x0040, .SymbolLabel = "COUNT"}};
+        SymbolTable = {{0x0040, 0, {}, "COUNT", ""}};
         SymbolCount = 1;
         std::int32_t at = 0x0040;
         form.Link().OutBytes(at, {0x07, 0x00, 0x00}, 3);
