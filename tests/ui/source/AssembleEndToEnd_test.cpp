@@ -66,7 +66,6 @@ private slots:
         editor->SetSelection(0, 0);
         QTest::keyClick(errors->List, Qt::Key_Return);
         QVERIFY(ActiveEditor() == editor && editor->Text->textCursor().blockNumber() == 3);
-        QVERIFY(editor->Text->textCursor().atBlockStart() && editor->SelLength() == 0);
 
         // Fixed and assembled from the toolbar: no error file is left.
         type(QByteArray(Broken).replace("LDAX", "LDAA"));
