@@ -19,7 +19,7 @@
 class SimulatedChipTest : public QObject {
     Q_OBJECT
 private slots:
-    void echoRunsInTheTerminalAndPauseStopsIt()
+    void echoRunsUntilPauseAndTheUnitAndAdWindowReachTheChip()
     {
         MainFormFixture f;
         frmMain& form = StartInSimulator(f, true);
@@ -65,12 +65,7 @@ private slots:
         QCOMPARE(value, std::uint8_t(0));
         QCOMPARE(CpuRegisters.PC, 0xE000);
 
-    }
-
-    void interruptPinsAndAnalogLevelsReachTheChip()
-    {
-        MainFormFixture f;
-        frmMain& form = StartInSimulator(f, true);
+        // The unit's interrupt buttons hold the pins while it is open; the A/D window sets the input levels.
         form.Menu("mnuViewIOunit")->trigger();
         auto* unit = qobject_cast<frmIOBOard*>(form.Window("frmIOBOard"));
         QVERIFY(unit && unit->CommandIrq->isEnabled());
@@ -80,7 +75,6 @@ private slots:
         unit->CommandClose->click();   // the unit goes: its button no longer holds XIRQ low
         QTRY_VERIFY(!form.Window("frmIOBOard"));
         QVERIFY(!chip.Inputs().xirqAsserted);
-        form.Menu("mnuViewIOunit")->trigger();
 
         form.Menu("mnuViewRegAD")->trigger();
         auto* ad = qobject_cast<RegisterWindow*>(form.Window("frmRegAD"));
