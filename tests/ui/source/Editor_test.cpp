@@ -1,13 +1,13 @@
 // The editor documents on the real main window. With ORVANE_SCREENSHOT set to
 // a folder, editors.png (a coloured editor) is saved there.
 
-#include "platform/widgets/CommonDialog.h"
 #include "engine/source/EditorRecords.h"
 #include "engine/source/SourceRecords.h"
 #include "ui/source/frmEditor.h"
 #include "ui/source/frmReplace.h"
 #include "support/FileSizeLimit.h"
 #include "engine/source/SourceDocuments.h"
+#include "support/ui/FileChooser.h"
 #include "support/ui/MainFormFixture.h"
 #include "support/ui/ModalPlayer.h"
 #include "support/ui/ShownWindow.h"
@@ -23,22 +23,6 @@
 #include <QTextBlock>
 
 namespace {
-// Answers the file dialogs for the life of the object and keeps what they proposed.
-struct FileChooser {
-    QString answer;   // empty: Cancel
-    QList<CommonDialog> asked;
-    CommonDialog::Handler previous;
-    FileChooser()
-    {
-        previous = CommonDialog::SetHandler([this](CommonDialog& dialog, CommonDialog::Kind) {
-            asked << dialog;
-            dialog.FileName = answer;
-            return !answer.isEmpty();
-        });
-    }
-    ~FileChooser() { CommonDialog::SetHandler(previous); }
-};
-
 // Where line 2 starts: behind the first CR LF, LF or lone CR.
 qsizetype SecondLine(const QByteArray& bytes)
 {
@@ -285,13 +269,9 @@ private slots:
 
         // Open remembers the file type the user chose, even through a Cancel.
         s.chooser.answer.clear();
-        s.chooser.previous = CommonDialog::SetHandler([&](CommonDialog& dialog, CommonDialog::Kind) {
-            s.chooser.asked << dialog;
-            dialog.FilterIndex = 3;
-            return false;
-        });
+        s.chooser.filterIndex = 3;
         s.form.Menu("mnuFileOpen")->trigger();
-        CommonDialog::SetHandler(s.chooser.previous);
+        s.chooser.filterIndex = 0;
         s.form.Menu("mnuFileOpen")->trigger();
         QVERIFY(s.chooser.asked.last().FilterIndex == 3 && LoadedEditors().size() == 1);
 
