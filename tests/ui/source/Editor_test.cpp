@@ -142,26 +142,10 @@ private slots:
         QVERIFY(s.f.boxes.boxes.isEmpty());
     }
 
-    // A full disk: the old file stays whole, the editor keeps its change, the user is told why.
-    void failedSaveKeepsTheOldFileAndTheChange()
-    {
-        Session s;
-        const QByteArray old = QByteArray(" LDAA #1\n").repeated(400);
-        QVERIFY(s.folder.Write("prog.asm", old));
-        frmEditor* editor = s.Open("prog.asm");
-        QTest::keyClicks(editor->Text, "new ");
-        {
-            FileSizeLimit full(1000);
-            s.form.Menu("mnuFileSave")->trigger();
-        }
-        QVERIFY(s.Boxes() == (QStringList{"File too large !"}) && s.folder.Read("prog.asm") == old);
-        QVERIFY(editor->TextChanged && s.form.Menu("mnuFileSave")->isEnabled());
-    }
-
     // A file changed by another program is not written over unasked: Yes
     // loads it; No keeps the text and asks again before the save, not at
     // every activation. The editor's own save, or a file that is gone, asks nothing.
-    void changesOnDiskAreAskedAbout()
+    void savesRespectTheFileOnDisk()
     {
         Session s;
         QVERIFY(s.folder.Write("prog.asm", "mine\n"));
@@ -192,6 +176,16 @@ private slots:
         QTest::keyClicks(editor->Text, "*");
         s.form.Menu("mnuFileSave")->trigger();
         QVERIFY(s.f.boxes.boxes.size() == 3 && s.folder.Read("prog.asm") == editor->PlainText().toUtf8());
+
+        // A full disk: the old file stays whole, the editor keeps its change, the user is told why.
+        const QByteArray old = s.folder.Read("prog.asm");
+        QTest::keyClicks(editor->Text, "new ");
+        {
+            FileSizeLimit full(old.size());
+            s.form.Menu("mnuFileSave")->trigger();
+        }
+        QVERIFY(s.Boxes().last() == "File too large !" && s.folder.Read("prog.asm") == old);
+        QVERIFY(editor->TextChanged && s.form.Menu("mnuFileSave")->isEnabled());
     }
 
     void unsavedTextAtTheEndOfTheProgram()
