@@ -9,13 +9,12 @@
 #include "engine/state/TargetState.h"
 #include "platform/DoEvents.h"
 #include "platform/widgets/PopupMenu.h"
-#include "engine/source/SourceRecords.h"
 #include "hc11/asm/Assembler.h"
 #include "support/BoardProcess.h"
 #include "support/ChipHarness.h"
+#include "support/ui/DownloadFile.h"
 #include "support/ui/MainFormFixture.h"
 #include "support/RecordedIoUnit.h"
-#include "support/WorkFolder.h"
 #include "support/ui/ShownWindow.h"
 #include "ui/devices/frmIOBOard.h"
 #include "ui/devices/frmSerial.h"
@@ -130,12 +129,7 @@ private slots:
         MainFormFixture f;
         frmMain& form = f.StartOn(emulator.DevicePath());
         QVERIFY(ShowAt(form, {900, 600}));
-        WorkFolder folder;
-        folder.Enter();
-        QVERIFY(folder.Write("echo.s19", QByteArray::fromStdString(assembled.s19)));
-        S19File = "echo.s19";
-        form.mnuFileDownload_Click();
-        S19File.clear();
+        DownloadFile(form, QByteArray::fromStdString(assembled.s19));
         QVERIFY2(f.boxes.boxes.isEmpty(), qPrintable(f.boxes.boxes.value(0).text));
 
         form.Menu("mnuViewSerialTerminal")->trigger();
