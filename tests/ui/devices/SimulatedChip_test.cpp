@@ -14,7 +14,6 @@
 #include "ui/views/RegisterWindow.h"
 
 #include <QPlainTextEdit>
-#include <QTreeWidget>
 
 class SimulatedChipTest : public QObject {
     Q_OBJECT
@@ -79,9 +78,7 @@ private slots:
         form.Menu("mnuViewRegAD")->trigger();
         auto* ad = qobject_cast<RegisterWindow*>(form.Window("frmRegAD"));
         constexpr int Pe3Level = 8;
-        ModalPlayer player([](QDialog& dialog) { TypeAndPressOK(dialog, "Text", "$A5"); });
-        ad->SelectRow(Pe3Level);
-        QTest::keyClick(ad->ListView, Qt::Key_Return);
+        EnterValue(ad, Pe3Level, "$A5");
         QCOMPARE(chip.Inputs().analog[3], std::uint8_t(0xA5));
         QCOMPARE(ad->Cell(Pe3Level), QString("$A5"));
     }

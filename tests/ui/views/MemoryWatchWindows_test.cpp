@@ -77,13 +77,6 @@ void AddWatchTyped(frmMain& form, const QString& text, bool word, int* dialogs =
     form.mnuDebugAddWatch_Click();
 }
 
-void EnterWatch(frmWatch* watch, int row, const QString& text)
-{
-    watch->SelectRow(row);
-    ModalPlayer player([&](QDialog& dialog) { TypeAndPressOK(dialog, "Text", text); });
-    watch->mnuEnter();
-}
-
 frmWatch* Watches(frmMain& form) { return qobject_cast<frmWatch*>(form.Window("frmWatch")); }
 }  // namespace
 
@@ -160,7 +153,7 @@ private slots:
         // The board is back: Enter on the cleared window still takes a value,
         // writes it, and the refresh brings the values back.
         answers = 100;
-        EnterWatch(Watches(form), 1, "$1234");
+        EnterValue(Watches(form), 1, "$1234");
         QCOMPARE(monitor.memory[0x0206] * 256 + monitor.memory[0x0207], 0x1234);
         QVERIFY((Watches(form)->Cell(1)) == QString("$1234") && f.boxes.boxes.size() == 2);
     }
@@ -273,7 +266,7 @@ private:
             SaveScreenshot(watch->parentWidget(), "watch-window.png");
 
         // A value typed into a watch goes to the target and comes back.
-        EnterWatch(watch, 1, "%101");
+        EnterValue(watch, 1, "%101");
         QVERIFY(TargetByte(form, 0x0040) == 5 && watch->Cell(1) == "$05");
 
         // Edit: from a symbol to a number drops it; byte to word keeps the format.

@@ -41,14 +41,6 @@ std::uint32_t Marked(const RegisterWindow* w, int row)
 {
     return w->ListView->topLevelItem(row)->data(1, ChangedBitsRole).toUInt();
 }
-
-void EnterValue(RegisterWindow* w, int row, const QString& text)
-{
-    ModalPlayer player([&](QDialog& dialog) { TypeAndPressOK(dialog, "Text", text); });
-    w->SelectRow(row);
-    QTest::keyClick(w->ListView, Qt::Key_Return);
-}
-
 }  // namespace
 
 class PeripheralRegistersTest : public QObject {

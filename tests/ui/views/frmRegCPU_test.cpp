@@ -10,7 +10,6 @@
 #include "support/ui/ShownWindow.h"
 #include "ui/views/RegisterWindow.h"
 
-#include <QLabel>
 #include <QMenu>
 #include <QTreeWidget>
 
@@ -34,19 +33,6 @@ QStringList Cells(const RegisterWindow* w)
     for (int i = 0; i < w->ListView->topLevelItemCount(); ++i)
         cells << w->Cell(i);
     return cells;
-}
-
-// Enters text for a row with the Enter key; returns the dialog's label and the text it started from.
-QStringList EnterValue(RegisterWindow* w, int row, const QString& text)
-{
-    QStringList seen;
-    w->SelectRow(row);
-    ModalPlayer player([&](QDialog& dialog) {
-        seen << dialog.findChild<QLabel*>("Label")->text() << dialog.findChild<QLineEdit*>("Text")->text();
-        TypeAndPressOK(dialog, "Text", text);
-    });
-    QTest::keyClick(w->ListView, Qt::Key_Return);
-    return seen;
 }
 
 // A lost board: every time-out passes at once.
