@@ -24,13 +24,6 @@ const char* const Program = " ORG $E000\n"
                             "TABLE FCB 1,2,4,8,16,32,64,128\n"
                             " ORG $FFFE\n"
                             " FDB START\n";
-
-std::uint8_t TargetByte(frmMain& form, std::int32_t address)
-{
-    std::vector<std::uint8_t> bytes;
-    form.Link().InBytes(address, bytes, 1);
-    return bytes.empty() ? 0 : bytes[0];
-}
 }  // namespace
 
 class DownloadEndToEndTest : public QObject {

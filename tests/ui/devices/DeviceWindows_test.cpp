@@ -174,9 +174,7 @@ private slots:
         QTRY_COMPARE(terminal->RichText->toPlainText(), HexRow("41 7E 0D 0A 3E", "A~..>"));
         const QString shown = terminal->RichText->toPlainText();
         QTest::keyClicks(terminal->RichText, "zz");
-        std::int32_t address = 0x0100;
-        std::uint8_t byte = 0;
-        form.Link().InByte(address, byte);   // the monitor still answers frames cleanly
+        TargetByte(form, 0x0100);   // the monitor still answers frames cleanly
         QVERIFY(BoardConnected);
         QVERIFY(f.boxes.boxes.isEmpty());
         QCOMPARE(terminal->RichText->toPlainText(), shown);

@@ -55,13 +55,9 @@ private slots:
         QVERIFY(form.Menu("mnuRunStepInto")->isEnabled() && !form.Menu("mnuRunPause")->isEnabled());
 
         // Get Reset Vector resets the chip: the SCI the program set up is off again.
-        std::int32_t sccr2 = 0x102D;
-        std::uint8_t value = 0;
-        form.Link().InByte(sccr2, value);
-        QCOMPARE(value, std::uint8_t(0x0C));
+        QCOMPARE(TargetByte(form, 0x102D), std::uint8_t(0x0C));
         form.Menu("mnuDebugGetResVec")->trigger();
-        form.Link().InByte(sccr2, value);
-        QCOMPARE(value, std::uint8_t(0));
+        QCOMPARE(TargetByte(form, 0x102D), std::uint8_t(0));
         QCOMPARE(CpuRegisters.PC, 0xE000);
 
         // The unit's interrupt buttons hold the pins while it is open; the A/D window sets the input levels.

@@ -27,13 +27,6 @@ const std::uint8_t TopBytes[16] = {0x00, 0x1F, 0x20, 0x41, 0x7E, 0x7F, 0x80, 0xF
 // INC $0040, then STD $0041: what Step Into runs.
 const std::vector<std::uint8_t> Program = {0x7C, 0x00, 0x40, 0xFD, 0x00, 0x41};
 
-std::uint8_t TargetByte(frmMain& form, std::int32_t address)
-{
-    std::uint8_t byte = 0;
-    form.Link().InByte(address, byte);
-    return byte;
-}
-
 // Answers the memory window's address dialog with keys typed into its box.
 void TypeAddress(QDialog& dialog, const QString& keys)
 {
