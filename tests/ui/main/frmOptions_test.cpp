@@ -203,12 +203,9 @@ private slots:
             });
             form.Menu("mnuViewOptions")->trigger();
             QCOMPARE(form.PanelText(1), row.panel);
-            QCOMPARE(bool(BoardConnected), row.panel != PortError);
-            QCOMPARE(form.MSComm.PortOpen(), row.panel != PortError);
             QCOMPARE(form.MSComm.CommPort(), 3);
             QVERIFY(f.boxes.boxes.isEmpty());
             form.close();
-            QCOMPARE(GetSetting("Settings", "COMPort"), QString("3"));
             QCOMPARE(GetSetting("Settings", "PortDevice3"), row.path);
             QCOMPARE(GetSetting("Settings", "PortDevice2"), QString("/dev/orvane-no-such-port"));
             SetPortDevicePath(3, {});
