@@ -4,7 +4,6 @@
 #include "engine/code/LabelList.h"
 #include "engine/code/SymbolTable.h"
 #include "engine/source/SourceRecords.h"
-#include "engine/state/Conversions.h"
 #include "platform/SettingsStore.h"
 #include "support/ListingText.h"
 #include "support/ui/FileChooser.h"
@@ -55,8 +54,6 @@ private slots:
         QCOMPARE(chooser.kinds, QList{CommonDialog::Kind::Open});
         QCOMPARE(chooser.asked[0].DialogTitle + " " + chooser.asked[0].FileName, QString("Load Symbols PROG.LST"));   // the last listing is offered
         QVERIFY(LstFile == "blink.lst" && f->form->PanelText(3) == "Symbols: blink.lst");
-        QString name = "limit";
-        QCOMPARE(SymbolValue(name), 0x40);
         // The label window is redrawn, the others are told.
         QVERIFY(told == 1 && labels->ListView->topLevelItemCount() == 3);
 
