@@ -10,6 +10,8 @@
 
 #include <memory>
 
+using std::tuple;   // QCOMPARE(tuple(a, b), tuple(1, 2)) prints every value; (tuple{a, b}) evaluates in order
+
 namespace testgroup {
 
 // What the test's own main would have created before running it. Widgets is

@@ -3,8 +3,7 @@
 
 #include "platform/widgets/MsgBox.h"
 
-#include <QList>
-#include <QString>
+#include <QStringList>
 
 class MsgBoxRecorder {
 public:
@@ -19,6 +18,14 @@ public:
 
     QList<Box> boxes;
     MsgBoxResult answer;
+
+    QStringList Texts() const   // what the boxes said, in order
+    {
+        QStringList texts;
+        for (const Box& box : boxes)
+            texts << box.text;
+        return texts;
+    }
 
 private:
     MsgBoxHandler previous_;
