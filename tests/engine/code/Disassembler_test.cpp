@@ -69,7 +69,7 @@ private slots:
         QCOMPARE(Decode({0x20, 0x10}, 0xFFFE, 0xFFFE).text, std::string("BRA   $0010"));
         // A page that wraps: the address below the base comes back with 65536 added.
         const Decoded d = Decode({0x20, 0x10}, 0x0010, 0xFFE0);
-        QVERIFY(d.text == "BRA   $0022" && d.address == 0x0010 + 65536);
+        QCOMPARE(tuple(QString::fromStdString(d.text), d.address), tuple("BRA   $0022", 0x0010 + 65536));
         // A backward branch below $0000 wraps to the top.
         QCOMPARE(Decode({0x20, 0xF0}, 0x0000, 0x0000).text, std::string("BRA   $FFF2"));
         QCOMPARE(Decode({0x13, 0x00, 0x01, 0xF0}, 0x0002, 0x0000).text, std::string("BRCLR $00 $01 $FFF6"));
@@ -113,7 +113,7 @@ private slots:
             CpuRegisters.FlagZ = flagZ;
             CpuRegisters.PC = 0x11004;   // beyond 16 bits: the page draw takes it modulo 65536
             const PageRowArray rows = Page(0x1000);
-            QVERIFY(CpuRegisters.PC == 0x1004 && rows[4].AtPC && rows[4].RowText.mid(8, 2) == (mark + ' '));
+            QCOMPARE(tuple(CpuRegisters.PC, rows[4].AtPC, rows[4].RowText.mid(8, 2)), tuple(0x1004, true, mark + ' '));
             for (int i : {0, 1, 2, 3, 5, 6})
                 QVERIFY(!rows[i].AtPC && rows[i].RowText.mid(8, 2) == "  ");
         }
@@ -145,8 +145,8 @@ private slots:
         const PageRowArray rows = Page(0x20E0);
         QVERIFY(!rows[15].Breakpoint && rows[16].Breakpoint && rows[30].RowText == QString(" $20FE:   NOP"));
         // $20FF needs two bytes never read: it and the rows behind stay empty and unmarked.
-        QVERIFY(rows[31].RowAddress == 0x20FF && rows[31].RowText.isEmpty() && rows[32].RowText.isEmpty());
-        QVERIFY(rows[32].RowAddress == 0x2102 && !rows[32].Breakpoint && !rows[32].AtPC);
+        QCOMPARE(tuple(rows[31].RowAddress, rows[31].RowText, rows[32].RowText), tuple(0x20FF, "", ""));
+        QCOMPARE(tuple(rows[32].RowAddress, rows[32].Breakpoint, rows[32].AtPC), tuple(0x2102, false, false));
     }
 
     void scrollUpTriesFiveBytesBackFirstAndFallsBackToOne()
@@ -170,13 +170,13 @@ private slots:
         QCOMPARE(PageUpTop(0x1000, 0x10FA, 10), 0x10F1);
         // Three-byte instructions: only the start one byte in lines up with the old top.
         ProgramBuffer.fill(0xB6);
-        QVERIFY(PageUpTop(0x1000, 0x10FA, 5) == 0x10EE && Page(0x10EE)[4].RowAddress == 0x10FA);
+        QCOMPARE(tuple(PageUpTop(0x1000, 0x10FA, 5), Page(0x10EE)[4].RowAddress), tuple(0x10EE, 0x10FA));
         // Fewer instructions above than rows: the old top ends higher up.
         Buffer(0x1000, {0xB6, 0x00, 0x00});
         QCOMPARE(PageUpTop(0x1000, 0x1005, 10), 0x1000);
         // No start lines up: start 4, with the count of start 3.
         Buffer(0x1000, {0xFC, 0xCE, 0x86, 0xCC, 0x86});
-        QVERIFY(PageUpTop(0x1000, 0x1005, 2) == 0x1004 && PageUpTop(0x1000, 0x1005, 1) == 0x1006);
+        QCOMPARE(tuple(PageUpTop(0x1000, 0x1005, 2), PageUpTop(0x1000, 0x1005, 1)), tuple(0x1004, 0x1006));
     }
 };
 

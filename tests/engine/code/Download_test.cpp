@@ -84,8 +84,8 @@ private slots:
                                            S1(0x0100, {0x11}, 1) + "S9030000FC\n", garbage}) {
             EngineRun run(file);
             const DownloadResult result = run.Go();
-            QVERIFY(result.kind == DownloadResult::Kind::Ended && !result.written);
-            QVERIFY(TargetMemory[0xE000] == 0xFF && TargetMemory[0x0100] == 0x5A);
+            QCOMPARE(tuple(result.kind, result.written), tuple(DownloadResult::Kind::Ended, false));
+            QCOMPARE(tuple(TargetMemory[0xE000], TargetMemory[0x0100]), tuple(0xFF, 0x5A));
             QCOMPARE(CpuRegisters.PC, 0xFFFF);   // the erased vector
         }
     }
@@ -97,7 +97,7 @@ private slots:
         EngineRun run(S1(0x0100, {0x11, 0x22}) + S1(0x0110, {0x33}, 1) + lowerCase + S1(0x0140, {0x44}) +
                       S1(0x0101, {0x99}));
         const DownloadResult result = run.Go();
-        QVERIFY(result.kind == DownloadResult::Kind::Ended && result.written);
+        QCOMPARE(tuple(result.kind, result.written), tuple(DownloadResult::Kind::Ended, true));
         QCOMPARE(run.records, QStringList({"Address = $0100 2 bytes", "Address = $0140 1 byte",
                                            "Address = $0101 1 byte"}));
         // A later record overwrites; the skipped ones leave their bytes.
@@ -118,10 +118,10 @@ private slots:
         for (const auto& [line, message] : refused) {
             EngineRun run(S1(0x0100, {0x11}) + line + S1(0x0200, {0x22}) + S1(0xFFFE, {0xE0, 0x00}));
             const DownloadResult result = run.Go();
-            QVERIFY(result.kind == DownloadResult::Kind::Failed && !result.written);
+            QCOMPARE(tuple(result.kind, result.written), tuple(DownloadResult::Kind::Failed, false));
             QCOMPARE(result.failure, QString(message));
             // What was written before stays; nothing wrapped round.
-            QVERIFY(TargetMemory[0x0100] == 0x11 && TargetMemory[0x0200] == 0x5A && TargetMemory[0x0000] == 0x5A);
+            QCOMPARE(tuple(TargetMemory[0x0100], TargetMemory[0x0200], TargetMemory[0x0000]), tuple(0x11, 0x5A, 0x5A));
             QCOMPARE(CpuRegisters.PC, 0x1234);
         }
     }

@@ -76,7 +76,7 @@ private slots:
                             {0x1000, {0x18, 0x12}, false, 0x1002, {false, false, false}}};  // a bad pair: two bytes
         for (const auto& [pc, bytes, follow, next, jumpCallReturn] : rows) {
             const Flow f = At(pc, bytes, follow);
-            QVERIFY(f.ok && f.next == next && (QList<bool>{f.jump, f.call, f.ret}) == jumpCallReturn);
+            QCOMPARE(tuple(f.ok, f.next, QList{f.jump, f.call, f.ret}), tuple(true, next, jumpCallReturn));
         }
     }
 
@@ -88,7 +88,7 @@ private slots:
             {0x12, 0x14, true}, {0x12, 0x34, false}, {0x13, 0x02, true}, {0x13, 0x14, false}, {0x13, 0x00, true}};
         for (const auto& [opcode, mask, taken] : cases) {
             const Flow f = At(0x1000, {opcode, 0x40, mask, 0x10});
-            QVERIFY(f.ok && f.jump == taken && f.next == (taken ? 0x1014 : 0x1004));
+            QCOMPARE(tuple(f.ok, f.jump, f.next), tuple(true, taken, taken ? 0x1014 : 0x1004));
         }
         CpuRegisters.IY = 0x0030;
         Flow f = At(0x1000, {0x18, 0x1F, 0x10, 0xFF, 0xF0});   // BRCLR $10,Y $FF at $40

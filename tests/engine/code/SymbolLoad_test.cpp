@@ -51,7 +51,7 @@ private slots:
         for (int i = 0; i < 32770; ++i)
             lines << ListingLine(i % 10000, i & 0xFFFF, {"01"}, QStringLiteral("L%1 NOP").arg(i));
         const ListingLoad load = LoadListingFile(WriteListing(dir.path(), "big.lst", lines, "\n"), {});
-        QVERIFY(SymbolCount == 32767 && SymbolTable[32766].SymbolLabel == "L32766");
+        QCOMPARE(tuple(SymbolCount, SymbolTable.value(32766).SymbolLabel), tuple(32767, "L32766"));
         QVERIFY(load.opened && load.failure.startsWith("Overflow"));
     }
 
@@ -78,8 +78,8 @@ private slots:
     {
         const SymbolEntry bytes = Read(ListingLine("0001", "1000", {"ce", "  ", "12", "  ", "G5"}, " NOP"));
         // A byte keeps the index of its place; nonsense does not fail: the G is skipped.
-        QVERIFY(bytes.SymbolCodeSize == 3 && bytes.SymbolCode[0] == 0xCE);
-        QVERIFY(bytes.SymbolCode[2] == 0x12 && bytes.SymbolCode[4] == 0x05);
+        QCOMPARE(tuple(bytes.SymbolCodeSize, bytes.SymbolCode[0]), tuple(3, 0xCE));
+        QCOMPARE(tuple(bytes.SymbolCode[2], bytes.SymbolCode[4]), tuple(0x12, 0x05));
         QCOMPARE(bytes.SymbolLabel + "|" + bytes.SymbolSource, QString("| NOP"));
         // A label that ends the line has no blank behind it and is not taken.
         QCOMPARE(Read(ListingLine(1, 0x100, {}, "LAST")).SymbolLabel, QString());
@@ -112,7 +112,7 @@ private slots:
         const QStringList lines{"Orvane listing, page 1", "", ListingLine(1, 0x1000, {"86"}, "DUP LDAA #1"),
                                 ListingLine(2, 0x0800, {}, "OTHER EQU $800"), ListingLine(3, 0x2000, {}, "DUP EQU 1")};
         QCOMPARE(ReadAll(lines.join('\n').toLatin1()), 5);   // the pump runs after every line
-        QVERIFY(SymbolCount == 3 && SymbolTable[1].SymbolLabel == "OTHER");
+        QCOMPARE(tuple(SymbolCount, SymbolTable.value(1).SymbolLabel), tuple(3, "OTHER"));
         QString name = "dup";
         QCOMPARE(SymbolValue(name), 0x1000);   // the first of two definitions wins
         ReadAll("text without a listing line\n");

@@ -4,7 +4,6 @@
 // Vector addresses are those of the E-series data sheet's interrupt vector
 // table (IRQ $FFF2, output compare 2 $FFE6); timer offsets from its register
 // map (TCNT $0E, TOC2 $18, TMSK1 $22, TFLG1 $23).
-#include <QtTest>
 
 #include "engine/execution/Breakpoints.h"
 #include "engine/execution/StepPlan.h"
@@ -81,13 +80,13 @@ private slots:
         f.link.ChipSim.SetIrq(false);
         f.debugger.StepInto();
         f.debugger.StepOver();   // RTI: the chip returns, no run to a stop behind it
-        QVERIFY(CpuRegisters.PC == 0x2001 && CpuRegisters.SP == 0x01FF && !CpuRegisters.FlagI);
+        QCOMPARE(tuple(CpuRegisters.PC, CpuRegisters.SP, CpuRegisters.FlagI), tuple(0x2001, 0x01FF, false));
         // Step Out of an interrupt routine stops where it returns to.
         f.link.ChipSim.SetIrq(true);
         f.debugger.StepInto();
         f.link.ChipSim.SetIrq(false);
         f.debugger.StepOut();
-        QVERIFY(CpuRegisters.PC == 0x2001 && CpuRegisters.SP == 0x01FF && RunStopped);
+        QCOMPARE(tuple(CpuRegisters.PC, CpuRegisters.SP, RunStopped), tuple(0x2001, 0x01FF, true));
         // The save area follows every step, for the CPU window's reads.
         QCOMPARE(TargetMemory[SaveAreaAddress + 6] * 256 + TargetMemory[SaveAreaAddress + 7], 0x01FF);
     }

@@ -11,6 +11,9 @@
 
 #include <optional>
 
+// QCOMPARE shows a failure inside a tuple by its number, or "none".
+static char* toString(const std::optional<LinkFailure>& f) { return f ? QTest::toString(*f) : qstrdup("none"); }
+
 namespace {
 QByteArray Hex(const char* text) { return QByteArray::fromHex(text); }
 
@@ -76,12 +79,12 @@ private slots:
                                                   Hex("52004000C0"), Hex("52014000BF"), Hex("57100401A546"),
                                                   Hex("570006 02 01E0 17"), Hex("50E000 03 7EE000 BF"),
                                                   Hex("45454576")}));
-        QVERIFY(byte == 0x5A && CpuRegisters.A == 0x11 && CpuRegisters.IX == 0x3344 && CpuRegisters.SP == 0x01F0);
+        QCOMPARE(tuple(byte, CpuRegisters.A, CpuRegisters.IX, CpuRegisters.SP), tuple(0x5A, 0x11, 0x3344, 0x01F0));
         QVERIFY(CpuRegisters.FlagZ && CpuRegisters.FlagS && !CpuRegisters.FlagC);
         // $0040 starts the memory page's third block.
-        QVERIFY(StackBuffer[1] == 0xE1 && ProgramBuffer[0] == 0x86 && ProgramBuffer[255] == 0x39 && MemoryPage[0x23F] == 0x39);
+        QCOMPARE(tuple(StackBuffer[1], ProgramBuffer[0], ProgramBuffer[255], MemoryPage[0x23F]), tuple(0xE1, 0x86, 0x39, 0x39));
         QVERIFY(BoardConnected && f.reports.failures.isEmpty() && f.reports.state == LinkState::Ready);
-        QVERIFY(threshold == 0 && f.link.MSComm.RThreshold() == 6);   // no receive event during an exchange
+        QCOMPARE(tuple(threshold, f.link.MSComm.RThreshold()), tuple(0, 6));   // no receive event during an exchange
 
         // The frames that carry registers: "S" with its code, "X" with a jump to the host's PC.
         const CpuRegisterRecord r{.A = 0x12, .B = 0x34, .IX = 0x5678, .IY = 0x9ABC, .PC = 0xE123, .SP = 0x01F0, .CCR = 0xD5};
@@ -100,15 +103,15 @@ private slots:
         f.link.OutBytes(address, {1, 2}, 2);
         QVERIFY(f.line.TakeWritten().isEmpty());
         QCOMPARE(f.reports.failures.size(), 2);   // a warning every time
-        QVERIFY(f.reports.failures[0].first == LinkFailure::NotConnected && f.LastFailure() == LinkFailure::NotConnected);
-        QVERIFY(CpuRegisters.A == 0x42 && !BoardConnected && f.reports.state == LinkState::NotConnected);
+        QCOMPARE(tuple(f.reports.failures[0].first, f.LastFailure(), CpuRegisters.A, BoardConnected, f.reports.state),
+                 tuple(LinkFailure::NotConnected, LinkFailure::NotConnected, 0x42, false, LinkState::NotConnected));
 
         f.link.FlashErase();                     // no FindBoard: the frame goes out regardless
-        QVERIFY(f.line.TakeWritten() == Hex("45454576") && BoardConnected);
+        QCOMPARE(tuple(f.line.TakeWritten(), BoardConnected), tuple(Hex("45454576"), true));
         f.link.MSComm.SetPortOpen(false);        // but not on a closed port
         f.link.FlashErase();
         QVERIFY(!BoardConnected && f.line.TakeWritten().isEmpty());
-        QVERIFY(f.reports.failures.size() == 3 && f.LastFailure() == LinkFailure::PortNotOpen);
+        QCOMPARE(tuple(f.reports.failures.size(), f.LastFailure()), tuple(3, LinkFailure::PortNotOpen));
     }
 
     void badRepliesLeaveTheCopyAloneAndLockNothing()
@@ -138,8 +141,8 @@ private slots:
             else
                 operation == QString("OutByte") ? f.link.OutByte(address, 1) : f.link.Programm(address, {1, 2}, 2);
             QVERIFY(failure != LinkFailure::NoResponse || f.now - start >= 100);   // the whole time-out was given
-            QVERIFY(StackBuffer[0] == 0x33 && StackBuffer[8] == 0x33 && !BoardConnected && f.Idle());
-            QVERIFY(f.reports.failures.size() == 1 && f.LastFailure() == failure);
+            QCOMPARE(tuple(StackBuffer[0], StackBuffer[8], BoardConnected, f.Idle()), tuple(0x33, 0x33, false, true));
+            QCOMPARE(tuple(f.reports.failures.size(), f.LastFailure()), tuple(1, failure));
             QCOMPARE(f.reports.state, LinkState::NotResponding);
 
             // The next operation starts afresh, and empties away a reply that came too late.
@@ -148,7 +151,7 @@ private slots:
             ScriptedMonitor board(f.line);
             board.memory[0x01F8] = 0xAA;
             f.link.InStack();
-            QVERIFY(BoardConnected && StackBuffer[8] == 0xAA && f.reports.state == LinkState::Ready);
+            QCOMPARE(tuple(BoardConnected, StackBuffer[8], f.reports.state), tuple(true, 0xAA, LinkState::Ready));
         }
     }
 
@@ -165,8 +168,8 @@ private slots:
         MemoryPage.fill(0xEE);
         f.link.InMemory();
         QCOMPARE(block, 3);                       // the fourth is never asked
-        QVERIFY(MemoryPage[511] == 2 && MemoryPage[512] == 0xEE);
-        QVERIFY(f.reports.failures.size() == 1 && f.LastFailure() == LinkFailure::InvalidData);
+        QCOMPARE(tuple(MemoryPage[511], MemoryPage[512]), tuple(2, 0xEE));
+        QCOMPARE(tuple(f.reports.failures.size(), f.LastFailure()), tuple(1, LinkFailure::InvalidData));
     }
 
     void boardVanishingMidExchangeEndsInNoResponse()
@@ -179,7 +182,7 @@ private slots:
         });
         std::int32_t address = 0x2000;
         f.link.OutByte(address, 1);               // its poll lets the line's loss be handled
-        QVERIFY(!f.line.IsOpen() && !BoardConnected && f.LastFailure() == LinkFailure::NoResponse);
+        QCOMPARE(tuple(f.line.IsOpen(), BoardConnected, f.LastFailure()), tuple(false, false, LinkFailure::NoResponse));
         QCOMPARE(f.reports.state, LinkState::NotConnected);
 
         // The next operation opens the port again.
@@ -187,7 +190,7 @@ private slots:
         board.memory[0x2000] = 0x77;
         std::uint8_t byte = 0;
         f.link.InByte(address, byte);
-        QVERIFY(byte == 0x77 && BoardConnected && f.line.OpenCount() == 2);
+        QCOMPARE(tuple(byte, BoardConnected, f.line.OpenCount()), tuple(0x77, true, 2));
     }
 
     void eraseReplies()
@@ -207,7 +210,7 @@ private slots:
             f.line.SetResponder([&](const QByteArray&) { return reply; });
             BoardConnected = failure.has_value();
             f.link.FlashErase();
-            QVERIFY(BoardConnected == !failure && f.LastFailure() == failure && f.Idle());
+            QCOMPARE(tuple(BoardConnected, f.LastFailure(), f.Idle()), tuple(!failure, failure, true));
             QCOMPARE(f.reports.stateReports, 0);   // no BoardStatus on either path
             QVERIFY(delay == 0 || passes > 100);      // the window stays alive during a long erase
         }

@@ -64,7 +64,7 @@ private slots:
 
         QuietDownload view;
         const DownloadResult result = DownloadMachineCode(f.link, folder.Path("hello.s19"), view);
-        QVERIFY(result.kind == DownloadResult::Kind::Ended && result.written);
+        QCOMPARE(tuple(result.kind, result.written), tuple(DownloadResult::Kind::Ended, true));
         QCOMPARE(CpuRegisters.PC, 0xE000);   // from the reset vector just programmed
         // A long write reads back whole across a page boundary.
         std::int32_t address = 0x20FE;
@@ -78,7 +78,7 @@ private slots:
         CpuRegisters.CCR = 0xD0;
         for (int i = 0; i < 3; ++i)
             f.debugger.StepInto();   // LDS, LDAA, INCA
-        QVERIFY(CpuRegisters.PC == 0xE006 && CpuRegisters.SP == 0x01FF && CpuRegisters.A == 0x42);
+        QCOMPARE(tuple(CpuRegisters.PC, CpuRegisters.SP, CpuRegisters.A), tuple(0xE006, 0x01FF, 0x42));
 
         f.view.terminal.clear();
         f.debugger.RunFree();
@@ -89,7 +89,7 @@ private slots:
         }, 5000));
         board.Reset();
         QTRY_VERIFY_WITH_TIMEOUT(!BoardRunning, 5000);
-        QVERIFY(CpuRegisters.PC == 0xE000 && f.reports.failures.isEmpty());
+        QCOMPARE(tuple(CpuRegisters.PC, f.reports.failures.size()), tuple(0xE000, 0));
         QCOMPARE(f.view.terminal, QByteArray("Hello, board\r\n>"));   // the report's first bytes
     }
 };

@@ -21,7 +21,7 @@ private slots:
         f.debugger.PassQuietOutput();   // notes 3 bytes
         QVERIFY(f.view.terminal.isEmpty());
         f.debugger.PassQuietOutput();   // nothing new for a whole tick: pass them on
-        QVERIFY(f.view.terminal == "ok\r" && f.debugger.TerminalPassCount == 0);
+        QCOMPARE(tuple(f.view.terminal, f.debugger.TerminalPassCount), tuple("ok\r", 0));
         // Blocks not ending in the three letters are plain data: two Bs and another byte, a report cut in two.
         QByteArray passed = f.view.terminal;
         for (const QByteArray block : {"abcBBx", "hello!B", "BxxxxX"}) {
@@ -40,7 +40,7 @@ private slots:
         ClockCount = 500;
         f.line.SetCTS(false);
         QTRY_COMPARE(f.reports.state, LinkState::NotConnected);
-        QVERIFY(ClockCount == 0 && f.view.clockShown == 0);   // shown again only at the next update
+        QCOMPARE(tuple(ClockCount, f.view.clockShown), tuple(0, 0));   // shown again only at the next update
     }
 
     void findBoardReportsAPortErrorOnlyInBoardMode()
@@ -54,13 +54,13 @@ private slots:
         const int reads = f.line.CtsReads();
         f.link.BoardStatus();
         f.link.FindBoard();
-        QVERIFY(f.line.CtsReads() == reads && f.reports.state == LinkState::Simulator);
+        QCOMPARE(tuple(f.line.CtsReads(), f.reports.state), tuple(reads, LinkState::Simulator));
         QVERIFY(BoardConnected && f.reports.failures.isEmpty());
 
         TargetMode = BoardMode;
         f.link.FindBoard();
-        QVERIFY(!BoardConnected && f.reports.state == LinkState::PortError && f.reports.failures.size() == 1);
-        QVERIFY(f.reports.failures[0] == std::pair(LinkFailure::PortError, QString("Permission denied")));
+        QCOMPARE(tuple(BoardConnected, f.reports.state), tuple(false, LinkState::PortError));
+        QCOMPARE(f.reports.failures, (QList{std::pair(LinkFailure::PortError, QString("Permission denied"))}));
         // Once the port is free, the next operation finds the board.
         f.line.FailOpen({});
         f.link.FindBoard();

@@ -45,13 +45,13 @@ private slots:
         address = 0xFFFE;
         link.OutBytes(address, {1, 2, 3, 4}, 3);
         // Count, not the array's size.
-        QVERIFY(TargetMemory[0xFFFE] == 1 && TargetMemory[0xFFFF] == 2 && TargetMemory[0x0000] == 3 &&
-                TargetMemory[0x0001] == 0);
-        // A count the frame cannot carry, or more than the data holds, writes nothing.
+        QCOMPARE(tuple(TargetMemory[0xFFFE], TargetMemory[0xFFFF], TargetMemory[0x0000], TargetMemory[0x0001]),
+                 tuple(1, 2, 3, 0));
+        // A count the frame cannot carry, or more than the data holds, writes nothing; nothing ever goes to the port.
         address = 0x2000;
         link.OutBytes(address, {9, 9}, 3);
         link.OutBytes(address, {9, 9}, 0);
-        QVERIFY(TargetMemory[0x2000] == 0 && f.line.TakeWritten().isEmpty());   // nothing ever goes to the port
+        QCOMPARE(tuple(TargetMemory[0x2000], f.line.TakeWritten()), tuple(0, QByteArray()));
     }
 
     void hostByteWritesAndSimulatedProgramsDriveTheUnit()
@@ -74,16 +74,16 @@ private slots:
         const auto run = [&](int opcode, int low) { link.Velmar1.ExecuteInstruction(a, b, ix, iy, sp, ccr, opcode, 0x60, low, 1, 1); };
         run(0xF6, 0x01);   // LDAB $6001 and STAA $6003 with the unit's window closed
         run(0xB7, 0x03);
-        QVERIFY(b == 0x77 && TargetMemory[0x6000] == 1 && TargetMemory[0x6002] == 2 && TargetMemory[0x6003] == 0x44);
+        QCOMPARE(tuple(b, TargetMemory[0x6000], TargetMemory[0x6002], TargetMemory[0x6003]), tuple(0x77, 1, 2, 0x44));
         QVERIFY(spy.calls.isEmpty());
         f.reports.ioUnitShown = true;
         run(0xB6, 0x00);   // LDAA $6000: no effect
         QVERIFY(spy.calls.isEmpty() && TargetMemory[0x6000] == 1);
         run(0xB6, 0x01);   // LDAA $6001 clears the input's fresh flag
-        QVERIFY(a == 0x77 && TargetMemory[0x6000] == 0);
+        QCOMPARE(tuple(a, TargetMemory[0x6000]), tuple(0x77, 0));
         TargetMemory[0x6002] = 0;
         run(0xB7, 0x03);   // STAA $6003 sets the output's
-        QVERIFY(TargetMemory[0x6003] == 0x77 && TargetMemory[0x6002] == 1);
+        QCOMPARE(tuple(TargetMemory[0x6003], TargetMemory[0x6002]), tuple(0x77, 1));
         QCOMPARE(spy.calls, (QStringList{"InFresh 0", "OutData 119", "OutFresh 1"}));
     }
 };

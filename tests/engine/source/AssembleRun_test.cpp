@@ -147,7 +147,7 @@ private slots:
             const AssembleRun::Outcome outcome = Assemble(run, source);
             if (!missing.isEmpty())
                 QVERIFY(QFile::rename(hidden, program.Path(missing)));
-            QVERIFY(outcome.status == row.status && outcome.problems.size() == 1);
+            QCOMPARE(tuple(outcome.status, outcome.problems.size()), tuple(row.status, 1));
             QVERIFY2(outcome.problems[0].startsWith(row.problem), qPrintable(outcome.problems[0]));
             QCOMPARE(sources.Read(source + ".lst") == "old", row.oldListingKept);
             QVERIFY(QDir(work.filePath("run")).entryList({"Temp*"}, QDir::Files).isEmpty());

@@ -36,7 +36,7 @@ private slots:
                 FileSizeLimit full(1000);
                 QVERIFY(!WriteFileSafely(folder.Path(name), QByteArray("new text\n").repeated(400), error));
             }
-            QVERIFY(error == reason && folder.Read("prog.asm") == old);
+            QCOMPARE(tuple(error, folder.Read("prog.asm")), tuple(reason, old));
             QCOMPARE(QDir(folder.dir.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
                      (QStringList{"prog.asm", "taken.asm"}));
         }

@@ -14,9 +14,9 @@ private slots:
         COMPort = 4;
         ScreenFont = {"Other", 20, true, true};
         LoadPortAndFonts();
-        QVERIFY(COMPort == 2 && ScreenFont.Name == "Fixedsys" && ScreenFont.Size == 9.0f);
-        QVERIFY(!ScreenFont.Bold && !ScreenFont.Italic);
-        QVERIFY(PrintFont.Name == "Courier New" && PrintFont.Size == 8.0f);
+        QCOMPARE(tuple(COMPort, ScreenFont.Name, ScreenFont.Size, ScreenFont.Bold, ScreenFont.Italic),
+                 tuple(2, "Fixedsys", 9.0f, false, false));
+        QCOMPARE(tuple(PrintFont.Name, PrintFont.Size), tuple("Courier New", 8.0f));
 
         QFile file(store.FilePath());
         QVERIFY(QDir().mkpath(QFileInfo(file).path()) && file.open(QIODevice::WriteOnly));
@@ -42,7 +42,7 @@ private slots:
         ScreenFont = PrintFont = {};
         LoadPortAndFonts();
         QVERIFY(COMPort == 3 && ScreenFont.Name == "DejaVu Sans Mono" && ScreenFont.Size == 10.5f && ScreenFont.Bold);
-        QVERIFY(PrintFont.Size == 12.0f && !PrintFont.Bold && PrintFont.Italic);
+        QCOMPARE(tuple(PrintFont.Size, PrintFont.Bold, PrintFont.Italic), tuple(12.0f, false, true));
 
         for (const auto& [text, fallback, read] :
              {std::tuple{"false", true, false}, {"-1", false, true}, {"perhaps", true, true}}) {
@@ -82,11 +82,11 @@ private slots:
         };
         saveOnAFullDisk("a");
         saveOnAFullDisk("b");
-        QVERIFY(told == QStringList{"File too large"} && stored() == kept);
+        QCOMPARE(tuple(told, stored()), tuple(QStringList{"File too large"}, kept));
         QCOMPARE(QDir(QFileInfo(store.FilePath()).path()).entryList(QDir::Files), QStringList{"Orvane.ini"});
         SaveSetting("Settings", "LabelSort", "c");
-        saveOnAFullDisk("d");
-        QVERIFY(told.size() == 2 && GetSetting("Settings", "LabelSort") == "c");   // told again after a write that went through
+        saveOnAFullDisk("d");   // told again after a write that went through
+        QCOMPARE(tuple(told.size(), GetSetting("Settings", "LabelSort")), tuple(2, "c"));
         SetSettingsWriteFailure({});
     }
 };

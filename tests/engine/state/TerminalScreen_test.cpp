@@ -53,12 +53,12 @@ private slots:
         int beeps = 0;
         screen.Beep = [&] { ++beeps; };
         screen.Display("\x07x\x07");
-        QVERIFY(beeps == 2 && screen.Text() == "x");
+        QCOMPARE(tuple(beeps, screen.Text()), tuple(2, "x"));
         screen.Display("yz", true);   // the simulator's output register holds one byte
         QCOMPARE(screen.Text(), QString("xy"));
         screen.SetMode(TerminalScreen::Mode::Hex);
         screen.Display("\x07");
-        QVERIFY(beeps == 2 && screen.Text() == HexRow("07", "."));
+        QCOMPARE(tuple(beeps, screen.Text()), tuple(2, HexRow("07", ".")));
     }
 
     void hexRows()
@@ -71,7 +71,7 @@ private slots:
         QCOMPARE(screen.Text(), HexRow("30 31 32 33 34 35 36 37 38 39 3A 3B 3C 3D 3E 3F", "0123456789:;<=>?"));
         QCOMPARE(screen.Caret(), 67);
         mirror = Apply(mirror, screen, screen.Display("A\xff"));
-        QVERIFY(screen.HexRowStart() == 68 && screen.HexColumn() == 2 && screen.Caret() == 68 + 53);
+        QCOMPARE(tuple(screen.HexRowStart(), screen.HexColumn(), screen.Caret()), tuple(68, 2, 68 + 53));
         QCOMPARE(screen.Text().mid(68), HexRow("41 FF", QString("A") + FromCodePage852(0xff)));
         QCOMPARE(mirror, screen.Text());
         // Switching back clears, and the next Hex byte starts a new layout.
