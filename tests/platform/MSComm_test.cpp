@@ -41,7 +41,7 @@ private slots:
         p.comm.SetRThreshold(0);
         p.line.Arrive("abcdefgh");
         QTest::qWait(20);
-        QVERIFY(p.events.count() == 1 && p.comm.InBufferCount() == 8);
+        QCOMPARE(tuple(p.events.count(), p.comm.InBufferCount()), tuple(1, 8));
     }
 
     void inputLenAndTheBufferLimit()
@@ -50,13 +50,13 @@ private slots:
         QVERIFY(p.comm.SetPortOpen(true));
         p.line.Arrive("0123456789");
         p.comm.SetInputLen(4);
-        QVERIFY(p.comm.Input() == "0123" && p.comm.InBufferCount() == 6);
+        QCOMPARE((tuple{p.comm.Input(), p.comm.InBufferCount()}), tuple("0123", 6));
         p.comm.SetInputLen(0);
         QCOMPARE(p.comm.Input(), QByteArray("456789"));
 
         p.line.Arrive(QByteArray(2000, 'a'));
         p.line.Arrive(QByteArray(100, 'b'));
-        QVERIFY(p.comm.InBufferCount() == MSComm::ReceiveBufferSize && p.comm.Input().count('b') == 48);
+        QCOMPARE((tuple{p.comm.InBufferCount(), p.comm.Input().count('b')}), tuple(MSComm::ReceiveBufferSize, 48));
         // The rest waited behind the full buffer: nothing is lost.
         p.line.Arrive("c");
         QCOMPARE(p.comm.Input(), QByteArray(52, 'b') + "c");

@@ -53,7 +53,7 @@ private slots:
         r.A = 300, r.B = -1, r.IX = -5, r.IY = 70000, r.SP = -1;
         r.CCR = 0x144;                                        // X and Z, bit 8 dropped
         r.Run({0x4C});                                        // INCA: 300 counts as $2C
-        QVERIFY(r.A == 0x2D && r.B == 0xFF && r.IX == 0xFFFB && r.IY == 70000 - 65536 && r.SP == 0xFFFF && r.CCR == 0x40);
+        QCOMPARE(tuple(r.A, r.B, r.IX, r.IY, r.SP, r.CCR), tuple(0x2D, 0xFF, 0xFFFB, 70000 - 65536, 0xFFFF, 0x40));
         r.Run({0x01 + 0x100});                                // opcode bytes are reduced too: NOP
         QCOMPARE(r.A, std::int16_t(0x2D));
         r.velmar.disconnect();
@@ -71,11 +71,11 @@ private slots:
         r.Run({0x3F});                                        // SWI: the return address is its length
         QVERIFY(r.log.size() == 11 && r.log.front() == (Access{true, 0x1FF, 0x01}));
         QVERIFY(r.log.back() == (Access{false, 0xFFF7, 0x00}));
-        QVERIFY(r.SP == 0x01F6 && r.CCR == 0xD1);
+        QCOMPARE(tuple(r.SP, r.CCR), tuple(0x01F6, 0xD1));
         r.A = r.B = r.IX = r.IY = 0;
         r.Run({0x3B});                                        // RTI
         QCOMPARE(int(r.log.size()), 9);
-        QVERIFY(r.A == 0x11 && r.B == 0x22 && r.IX == 0x3344 && r.IY == 0x5566 && r.SP == 0x01FF && r.CCR == 0xC1);
+        QCOMPARE(tuple(r.A, r.B, r.IX, r.IY, r.SP, r.CCR), tuple(0x11, 0x22, 0x3344, 0x5566, 0x01FF, 0xC1));
         r.Run({0x3E});                                        // WAI stacks, then returns
         QCOMPARE(r.SP, 0x01F6);
         r.Run({0x86, 0x05});

@@ -28,13 +28,13 @@ private slots:
         });
         CommonDialog dialog;
         dialog.Filter = "Asm|*.asm|All|*.*";
-        QVERIFY(dialog.ShowOpen() && dialog.FileTitle == "prog.asm" && dialog.FilterIndex == 2);
+        QCOMPARE((tuple{dialog.ShowOpen(), dialog.FileTitle, dialog.FilterIndex}), tuple(true, "prog.asm", 2));
         QCOMPARE(QDir::current().canonicalPath(), QDir(folder.path()).canonicalPath());
 
         // A cancelled dialog changes neither the fields nor the folder.
         QDir::setCurrent(saved);
         dialog.FileName = "keep";
-        QVERIFY(!dialog.ShowSave() && dialog.FileName == "keep" && QDir::currentPath() == saved);
+        QCOMPARE((tuple{dialog.ShowSave(), dialog.FileName, QDir::currentPath()}), tuple(false, "keep", saved));
         CommonDialog::SetHandler(previous);
     }
 };
