@@ -145,7 +145,7 @@ private:
         w->Label_DblClick(static_cast<std::int16_t>(doneRow));
         QCOMPARE(BreakpointCount, std::int16_t(1));
         form.Menu("mnuRunPlay")->trigger();
-        QVERIFY(CpuRegisters.PC == 0x2010 && CpuRegisters.B == 5);
+        QCOMPARE(tuple(CpuRegisters.PC, CpuRegisters.B), tuple(0x2010, 5));
         QCOMPARE(LookOf(w, doneRow), Look::CurrentBreakpoint);   // the page follows PC after a run
         Snap(stops, "play to breakpoint", form);
 
@@ -168,7 +168,7 @@ private:
         w->Label_DblClick(static_cast<std::int16_t>(doneRow));   // the old breakpoint goes
         QCOMPARE(LookOf(w, spinRow), Look::Current);
         form.Menu("mnuRunRunTo")->trigger();
-        QVERIFY(CpuRegisters.PC == 0x2011 && BreakpointCount == 0);
+        QCOMPARE(tuple(CpuRegisters.PC, BreakpointCount), tuple(0x2011, 0));
         Snap(stops, "run to cursor", form);
 
         // The bit branches by Step Into, Step Over and Play: the host works out where each goes.

@@ -52,7 +52,7 @@ private slots:
         QVERIFY2(f.boxes.boxes.isEmpty(), qPrintable(f.boxes.boxes.value(0).text));
         for (const auto& [at, byte] : image.bytes)
             QCOMPARE(TargetByte(form, at), byte);
-        QVERIFY(CpuRegisters.PC == 0xE000 && form.PanelText(2) == "Program: prog.s19");
+        QCOMPARE(tuple(CpuRegisters.PC, form.PanelText(2)), tuple(0xE000, "Program: prog.s19"));
         auto* cpu = qobject_cast<RegisterWindow*>(form.Window("frmRegCPU"));
         auto* disasm = qobject_cast<frmDisAsm*>(form.Window("frmDisAsm"));
         QVERIFY(cpu && disasm && form.IsOpen("frmStack") && (cpu->Cell(5) + cpu->Cell(6)) == QString("$E000$00FF"));
@@ -73,8 +73,8 @@ private slots:
         form.Link().OutBytes(address, {0x11, 0x22}, 2);
         CpuRegisters.PC = 0x0100;
         DownloadFile(form, "S1050100AABB94\nS105FFFEE0001D\n");
-        QVERIFY(f.boxes.boxes.size() == 2 && f.boxes.boxes[1].text == "Can't Write to Memory !");
-        QVERIFY(TargetByte(form, 0x0100) == 0x11 && CpuRegisters.PC == 0x0100);
+        QCOMPARE(tuple(f.boxes.boxes.size(), f.boxes.boxes.value(1).text), tuple(2, "Can't Write to Memory !"));
+        QCOMPARE(tuple(TargetByte(form, 0x0100), CpuRegisters.PC), tuple(0x11, 0x0100));
         QVERIFY(!form.IsOpen("frmRegCPU") && !form.IsOpen("frmDisAsm"));
     }
 };

@@ -49,7 +49,7 @@ struct Session {
     void ExpectOldProgramKept() const
     {
         QCOMPARE(form->PanelText(2), QString("Program: old.s19"));
-        QVERIFY(BreakpointCount == 1 && form->Menu("mnuDebugClearAllBreakpoints")->isEnabled());
+        QCOMPARE(tuple(BreakpointCount, form->Menu("mnuDebugClearAllBreakpoints")->isEnabled()), tuple(1, true));
         QVERIFY(!form->IsOpen("frmRegCPU") && !HeldOpen(folder.Path("prog.s19")) && !form->findChild<frmDownload*>());
     }
 };
@@ -81,7 +81,7 @@ private slots:
         Session s("");
         s.form->Dialog.FileName = s.folder.Path("missing.s19");
         frmDownload::ShowModal();
-        QVERIFY(s.f.boxes.boxes.size() == 1 && s.f.boxes.boxes[0].text.endsWith("directory !"));
+        QCOMPARE(tuple(s.f.boxes.boxes.size(), s.f.boxes.boxes.value(0).text.endsWith("directory !")), tuple(1, true));
         QCOMPARE(TargetMemory[0xE000], std::uint8_t(0x5A));
         s.ExpectOldProgramKept();
     }
@@ -97,7 +97,7 @@ private slots:
             });
             s.form->mnuFileDownload_Click();
             // After the first line: the rest stays erased, PC has the vector, and nothing counts as written.
-            QVERIFY(passes == 2 && TargetMemory[0xE011] == 0xFF && CpuRegisters.PC == 0xE010);
+            QCOMPARE(tuple(passes, TargetMemory[0xE011], CpuRegisters.PC), tuple(2, 0xFF, 0xE010));
             s.ExpectOldProgramKept();
         }
     }

@@ -38,7 +38,7 @@ class frmDisAsmTest : public QObject {
             TypeAndPressOK(dialog, "txtAdr", "$" + QString::number(address, 16).toUpper());
         });
         f->form->Menu("mnuDebugGoToAddress")->trigger();
-        QVERIFY(context == 191 && w->TopAddress == address && w->CurRow == 1);
+        QCOMPARE(tuple(context, w->TopAddress, w->CurRow), tuple(191, address, 1));
     }
 
 private slots:
@@ -67,7 +67,7 @@ private slots:
         AddBreakpoint(0xE005);
         w->PageRedraw();
         w->Label_Click(2);
-        QVERIFY(LookOf(w, 1) == Look::Plain && LookOf(w, 2) == Look::CurrentBreakpoint);
+        QCOMPARE(tuple(LookOf(w, 1), LookOf(w, 2)), tuple(Look::Plain, Look::CurrentBreakpoint));
         auto* other = f->form->mdiArea()->addSubWindow(new QWidget);
         other->show();
         f->form->mdiArea()->setActiveSubWindow(other);
@@ -85,31 +85,31 @@ private slots:
                  (QList{frmDisAsm::PlainColour(), frmDisAsm::BreakpointColour, frmDisAsm::CurrentColour}));
 
         w->ClearMarks();   // before a run: no bold, no highlight, the breakpoint stays
-        QVERIFY(!w->RowBold(1) && LookOf(w, 3) == Look::Plain && LookOf(w, 2) == Look::Breakpoint);
+        QCOMPARE(tuple(w->RowBold(1), LookOf(w, 3), LookOf(w, 2)), tuple(false, Look::Plain, Look::Breakpoint));
     }
 
     void keysMoveTheRowThenThePageAndWrapAtTheEndsOfMemory()
     {
         SetRows(4);
         QTest::keyClick(w, Qt::Key_Up);   // back over the 3-byte load above
-        QVERIFY(w->TopAddress == 0xE000 && w->CurRow == 1);
+        QCOMPARE(tuple(w->TopAddress, w->CurRow), tuple(0xE000, 1));
         for (int press = 0; press < 4; ++press)
             QTest::keyClick(w, Qt::Key_Down);   // the last press scrolls by one instruction
-        QVERIFY(w->TopAddress == 0xE003 && w->CurRow == 4 && LookOf(w, 4) == Look::Current);
+        QCOMPARE(tuple(w->TopAddress, w->CurRow, LookOf(w, 4)), tuple(0xE003, 4, Look::Current));
         SetRows(2);
 
         for (std::int32_t a = 0xFFF0; a <= 0xFFFF; ++a)
             TargetMemory[a] = 0x01;
         GoTo(0xFFFE);
         QTest::keyClick(w, Qt::Key_PageDown);
-        QVERIFY(w->TopAddress == 0xFFFF && w->RowCaption(2).startsWith(" $0000: "));
+        QCOMPARE(tuple(w->TopAddress, w->RowCaption(2).left(8)), tuple(0xFFFF, " $0000: "));
         GoTo(0x0002);
         for (std::int32_t top : {0x0001, 0x0000, 0xFFFF, 0xFFFE}) {
             QTest::keyClick(w, Qt::Key_Up);
             QCOMPARE(w->TopAddress, top);
         }
         QTest::keyClick(w, Qt::Key_PageUp);
-        QVERIFY(w->TopAddress == 0xFFFD && w->RowCaption(2) == QString(" $FFFE: 01               NOP"));
+        QCOMPARE(tuple(w->TopAddress, w->RowCaption(2)), tuple(0xFFFD, " $FFFE: 01               NOP"));
     }
 
     void aFailedReadClearsTheScreenAndARefreshBringsItBack()
@@ -124,12 +124,12 @@ private slots:
         QCOMPARE(w->TopAddress, 0xE003);
         QTest::keyClick(w, Qt::Key_PageDown);   // without a page, keys and clicks do nothing
         w->Label_DblClick(2);
-        QVERIFY(w->CurRow == 0 && BreakpointCount == 1);
+        QCOMPARE(tuple(w->CurRow, BreakpointCount), tuple(0, 1));
 
         TargetMode = SimulatorMode;
         ProgramBase = 0xE000;
         w->mnuRefresh();
-        QVERIFY(w->TopAddress == 0xE000 && LookOf(w, 3) == Look::Breakpoint && w->RowBold(2));
+        QCOMPARE(tuple(w->TopAddress, LookOf(w, 3), w->RowBold(2)), tuple(0xE000, Look::Breakpoint, true));
     }
 
     void breakpointsToggleClearAndStopAtAFullTable()
@@ -138,18 +138,18 @@ private slots:
         QCOMPARE(BreakpointTable[0], 0xE003);
         w->Label_DblClick(4);
         f->form->Menu("mnuDebugClearAllBreakpoints")->trigger();   // repaints the rows of the table
-        QVERIFY(BreakpointCount == 0 && LookOf(w, 4) == Look::Current && LookOf(w, 1) == Look::Plain);
+        QCOMPARE(tuple(BreakpointCount, LookOf(w, 4), LookOf(w, 1)), tuple(0, Look::Current, Look::Plain));
         QVERIFY(!f->form->Menu("mnuDebugClearAllBreakpoints")->isEnabled());
 
         for (int i = 0; i < MaxBreakpoints; ++i)
             AddBreakpoint(0x3000 + i);
         w->Label_DblClick(5);
-        QVERIFY(f->boxes.boxes.size() == 1 && f->boxes.boxes[0].text == "  Can't Set Breakpoint !\n (Max. Breakpoints = 32)");
+        QCOMPARE(f->boxes.Texts(), QStringList{"  Can't Set Breakpoint !\n (Max. Breakpoints = 32)"});
         QVERIFY(BreakpointCount == MaxBreakpoints && !HasBreakpoint(w->PageRows[4].RowAddress) && LookOf(w, 5) == Look::Plain);
 
         // Run to Cursor finds no room for its stop either: the same message (that nothing runs is the stepping test's).
         f->form->Menu("mnuRunRunTo")->trigger();
-        QVERIFY(f->boxes.boxes.size() == 2 && f->boxes.boxes[1].text == f->boxes.boxes[0].text);
+        QCOMPARE(f->boxes.Texts(), QStringList(2, f->boxes.boxes[0].text));
     }
 };
 

@@ -53,18 +53,18 @@ private slots:
         f->form->Menu("mnuFileLoadSymbols")->trigger();
         QCOMPARE(chooser.kinds, QList{CommonDialog::Kind::Open});
         QCOMPARE(chooser.asked[0].DialogTitle + " " + chooser.asked[0].FileName, QString("Load Symbols PROG.LST"));   // the last listing is offered
-        QVERIFY(LstFile == "blink.lst" && f->form->PanelText(3) == "Symbols: blink.lst");
+        QCOMPARE(tuple(LstFile, f->form->PanelText(3)), tuple("blink.lst", "Symbols: blink.lst"));
         // The label window is redrawn, the others are told.
-        QVERIFY(told == 1 && labels->ListView->topLevelItemCount() == 3);
+        QCOMPARE(tuple(told, labels->ListView->topLevelItemCount()), tuple(1, 3));
 
         chooser.answer.clear();   // the user cancels: nothing changes
         f->form->mnuFileLoadSymbols_Click();
-        QVERIFY(SymbolCount == 3 && LstFile == "blink.lst" && f->boxes.boxes.isEmpty());
+        QCOMPARE(tuple(SymbolCount, LstFile, f->boxes.boxes.size()), tuple(3, "blink.lst", 0));
 
         // A file that cannot be opened keeps the old table and panel.
         f->form->Dialog.FileName = dir.filePath("missing.lst");
         f->form->LoadSymbols();
-        QVERIFY(SymbolCount == 3 && f->form->PanelText(3) == "Symbols: blink.lst");
+        QCOMPARE(tuple(SymbolCount, f->form->PanelText(3)), tuple(3, "Symbols: blink.lst"));
         QCOMPARE(f->boxes.boxes.value(0).caption, QString("Orvane - Read Error"));
     }
 

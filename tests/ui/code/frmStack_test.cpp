@@ -45,7 +45,7 @@ private slots:
         QCOMPARE(StackViewAddress, 0x00EC);
         CpuRegisters.SP = 0x00F0;
         stack->mnuGoToSPAddress();
-        QVERIFY(StackViewAddress == 0x00EC && stack->CurRow == 5);
+        QCOMPARE(tuple(StackViewAddress, stack->CurRow), tuple(0x00EC, 5));
         QVERIFY(IsBold(5) && !IsBold(20) && IsBlue(5) && !IsBlue(20));
         QWidget* cpu = f->form->LoadWindow("frmRegCPU");
         Activate(*f->form, cpu);
@@ -63,7 +63,7 @@ private slots:
         });
         QTest::keyClick(stack, Qt::Key_Return);
         QCOMPARE(seen, (QStringList{"$00FD:", "$FD"}));
-        QVERIFY(board->Count('W') == 1 && board->memory[0x00FD] == 0x77 && stack->CurRow == 18);
+        QCOMPARE(tuple(board->Count('W'), board->memory[0x00FD], stack->CurRow), tuple(1, 0x77, 18));
         QCOMPARE(Text(18), QString(" $00FD:   $77"));
     }
 
@@ -71,18 +71,18 @@ private slots:
     {
         ModalPlayer player([](QDialog& dialog) { TypeAndPressOK(dialog, "txtAdr", "$FFFF"); });
         stack->mnuGoToAddress();
-        QVERIFY(frmAddress::HelpContextID == 192 && stack->CurRow == 1);
+        QCOMPARE(tuple(frmAddress::HelpContextID, stack->CurRow), tuple(192, 1));
         QCOMPARE(Text(1) + Text(2), QString(" $FFFF:   $00 $0000:   $00"));
 
         QTest::keyClick(stack, Qt::Key_Down);
-        QVERIFY(stack->CurRow == 2 && IsBlue(2) && !IsBlue(1));
+        QCOMPARE(tuple(stack->CurRow, IsBlue(2), IsBlue(1)), tuple(2, true, false));
         QTest::keyClick(stack, Qt::Key_Up);
         QTest::keyClick(stack, Qt::Key_Up);   // at row 1 the view moves
-        QVERIFY(StackViewAddress == 0xFFFE && Text(1) == " $FFFE:   $01");
+        QCOMPARE(tuple(StackViewAddress, Text(1)), tuple(0xFFFE, " $FFFE:   $01"));
         StackViewAddress = 0x0005;
         stack->mnuRefresh();
         QTest::keyClick(stack, Qt::Key_PageUp);
-        QVERIFY(StackViewAddress == 0xFFF1 && Text(20) == " $0004:   $04");
+        QCOMPARE(tuple(StackViewAddress, Text(20)), tuple(0xFFF1, " $0004:   $04"));
     }
 
     void theAddressDialogTakesNumbersBeforeSymbolsAndRefusesBadText()
@@ -90,7 +90,7 @@ private slots:
         SymbolTable = {{0x0010, 0, {}, "START", ""}, {0x2000, 0, {}, "start", ""},   // lower case: never found
                        {0x5555, 0, {}, "1234", ""}};   // reads as a number: never looked up
         SymbolCount = 3;
-        QVERIFY(AddressFromText("1234") == 1234 && AddressFromText("NOWHERE") == -1);
+        QCOMPARE(tuple(AddressFromText("1234"), AddressFromText("NOWHERE")), tuple(1234, -1));
         QList<bool> openAfter;
         ModalPlayer player([&](QDialog& dialog) {
             auto* box = dialog.findChild<QLineEdit*>("txtAdr");
@@ -103,11 +103,11 @@ private slots:
         });
         stack->mnuGoToAddress();
         QCOMPARE(openAfter, QList<bool>(4, true));
-        QVERIFY(f->boxes.boxes.size() == 1 && f->boxes.boxes[0].text == "Invalid Address !");
+        QCOMPARE(f->boxes.Texts(), QStringList{"Invalid Address !"});
         QCOMPARE(Text(1), QString(" $0010:   $10"));
         ModalPlayer escape([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
         stack->mnuGoToAddress();
-        QVERIFY(Text(1) == " $0010:   $10" && !EntryAccepted);
+        QCOMPARE(tuple(Text(1), EntryAccepted), tuple(" $0010:   $10", false));
     }
 
     void aFailedReadEmptiesTheWindowAndKeepsTheViewAddress()
@@ -117,8 +117,8 @@ private slots:
         board->silent = true;
         QTest::keyClick(stack, Qt::Key_PageDown);
         SetTickCountSource(clock);
-        QVERIFY(f->boxes.boxes.size() == 1 && stack->CurRow == 0 && Text(1).isEmpty());
-        QVERIFY(StackViewAddress == 0x0100 && !stack->PageBusy);
+        QCOMPARE(tuple(f->boxes.boxes.size(), stack->CurRow, Text(1)), tuple(1, 0, ""));
+        QCOMPARE(tuple(StackViewAddress, stack->PageBusy), tuple(0x0100, false));
         board->frames.clear();   // keys and clicks do nothing while the window is empty
         QTest::keyClick(stack, Qt::Key_PageDown);
         QTest::mouseClick(stack->Label[3], Qt::LeftButton);

@@ -48,8 +48,8 @@ private slots:
             for (int position = 1; position <= count; ++position) {
                 const ToolbarRow& row = buttons[position - 1];
                 QAction* button = form.Button(position);
-                QVERIFY(button->isSeparator() == (row.kind == ToolbarRow::Separator) &&
-                        button->isVisible() == (row.kind != ToolbarRow::Empty));
+                QCOMPARE(tuple(button->isSeparator(), button->isVisible()),
+                         tuple(row.kind == ToolbarRow::Separator, row.kind != ToolbarRow::Empty));
                 if (row.kind != ToolbarRow::Button)
                     continue;
                 QVERIFY2(button->isEnabled() == !(row.flags & Off), row.toolTip);
@@ -76,7 +76,7 @@ private slots:
         form.ClockCountUpdate();
         QCOMPARE(form.PanelText(4), QString("Clock= 123456789"));   // wider than its eight digits
         form.Menu("mnuDebugResetCounter")->trigger();
-        QVERIFY(ClockCount == 0 && form.PanelText(4) == "Clock= 00000000");
+        QCOMPARE(tuple(ClockCount, form.PanelText(4)), tuple(0, "Clock= 00000000"));
     }
 };
 

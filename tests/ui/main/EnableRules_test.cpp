@@ -197,7 +197,7 @@ private slots:
         const qsizetype own = menu->actions().size();
         emit menu->aboutToShow();
         emit menu->aboutToShow();
-        QVERIFY(menu->actions().size() == (own + 2) && menu->actions().last()->text() == QString("&1 Stack"));
+        QCOMPARE(tuple(menu->actions().size(), menu->actions().last()->text()), tuple(own + 2, "&1 Stack"));
     }
 
     void debugPopupSwapsItsEntriesWhileUp()

@@ -52,7 +52,7 @@ private slots:
         IoUnit unit;
         unit.TextIn = "300";
         QVERIFY(!unit.Enter() && unit.TextIn.isEmpty() && unit.TextInBinary == "00000000" && !unit.InFresh);
-        QVERIFY(TargetMemory[0x6000] == 0 && TargetMemory[0x6001] == 0x55);
+        QCOMPARE(tuple(TargetMemory[0x6000], TargetMemory[0x6001]), tuple(0, 0x55));
     }
 
     void outputFormatsReadAndLeds()
@@ -77,7 +77,7 @@ private slots:
         unit.setOutDataRegister(0x81);
         unit.setOutFresh(1);
         unit.Read();
-        QVERIFY(!unit.OutFresh && TargetMemory[0x6002] == 0 && unit.TextOutBinary == "10000001");
+        QCOMPARE(tuple(unit.OutFresh, TargetMemory[0x6002], unit.TextOutBinary), tuple(false, 0, "10000001"));
 
         // The LEDs show the bits only with power.
         const auto leds = [&unit] {

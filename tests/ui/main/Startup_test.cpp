@@ -41,7 +41,7 @@ private slots:
             MainFormFixture f;
             frmMain& form = f.Start();
             QCOMPARE(QDir::current().canonicalPath(), QDir(currentAfter).canonicalPath());
-            QVERIFY(form.HelpFile == QDir(program.path()).filePath("Orvane.HLP") && f.line.LastPort() == 2);
+            QCOMPARE(tuple(form.HelpFile, f.line.LastPort()), tuple(QDir(program.path()).filePath("Orvane.HLP"), 2));
             QCOMPARE(form.PanelText(2) + form.PanelText(3), QString("Program: <None>Symbols: <None>"));
             QVERIFY(form.tmrComm.isActive() && !form.tmrRefresh.isActive());
         }
@@ -70,7 +70,7 @@ private slots:
             frmMain& form = f.Start();
             const bool simulator = row.simEnabled == QString("True");
             QVERIFY2(form.PanelText(1) == row.panel && form.Panel(1)->toolTip() == row.tip, qPrintable(row.panel));
-            QVERIFY(BoardConnected == (!row.fails || simulator) && f.boxes.boxes.isEmpty());
+            QCOMPARE(tuple(BoardConnected, f.boxes.boxes.size()), tuple(!row.fails || simulator, 0));
             QCOMPARE(f.line.IsOpen(), !row.fails);   // in simulator mode too
         }
     }

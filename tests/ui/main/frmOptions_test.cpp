@@ -144,7 +144,7 @@ private slots:
         QVERIFY(!answer.asked[1].FixedPitchOnly);
         QCOMPARE(answer.asked[1].FontName, QString("Courier New"));
         QVERIFY(!form.Dialog.FixedPitchOnly);
-        QVERIFY(ScreenFont.Size == screen.Size && ScreenFont.Bold && !ScreenFont.Italic);
+        QCOMPARE(tuple(ScreenFont.Size, ScreenFont.Bold, ScreenFont.Italic), tuple(screen.Size, true, false));
         QCOMPARE(PrintFont.Size, 8.0f);
         QCOMPARE(TargetMode, SimulatorMode);
         QCOMPARE(COMPort, std::int16_t(3));

@@ -52,16 +52,15 @@ private slots:
         // A typo on line 4: Assemble asks to save, the list leads to the line.
         type(Broken);
         form.Menu("mnuFileAssemble")->trigger();
-        QVERIFY(f.boxes.boxes.size() == 2 && f.boxes.boxes[0].text == QString("Save first prog.asm ?"));
-        QCOMPARE(f.boxes.boxes[1].text, QString("Assembly Source:\tfirst prog.asm\n\rListing (Symbol):\tfirst prog.lst"
-                                                "\n\rMachine Code:\tfirst prog.s19"));
+        QCOMPARE(f.boxes.Texts(), (QStringList{"Save first prog.asm ?", "Assembly Source:\tfirst prog.asm\n\r"
+                                               "Listing (Symbol):\tfirst prog.lst\n\rMachine Code:\tfirst prog.s19"}));
         frmError* errors = form.ErrorList();
         QVERIFY(errors && errors->isVisible() && errors->List->count() == 1);
         QCOMPARE(errors->windowTitle() + " " + errors->List->item(0)->text(),
                  QString("first prog.err 4: unknown mnemonic 'LDAX'"));
         editor->SetSelection(0, 0);
         QTest::keyClick(errors->List, Qt::Key_Return);
-        QVERIFY(ActiveEditor() == editor && editor->Text->textCursor().blockNumber() == 3);
+        QCOMPARE(tuple(ActiveEditor(), editor->Text->textCursor().blockNumber()), tuple(editor, 3));
 
         // Fixed and assembled from the toolbar: no error file is left.
         type(QByteArray(Broken).replace("LDAX", "LDAA"));
@@ -72,7 +71,7 @@ private slots:
         // The toolbar's Download takes the fresh machine code without asking.
         form.tbToolbar_ButtonClick(form.Button(21));
         QVERIFY2(chooser.asked.isEmpty() && f.boxes.boxes.size() == 4, qPrintable(f.boxes.boxes.last().text));
-        QVERIFY(form.PanelText(2) == "Program: first prog.s19" && CpuRegisters.PC == 0xE000);
+        QCOMPARE(tuple(form.PanelText(2), CpuRegisters.PC), tuple("Program: first prog.s19", 0xE000));
 
         auto* disasm = qobject_cast<frmDisAsm*>(form.Window("frmDisAsm"));
         QVERIFY(disasm);
@@ -102,7 +101,7 @@ private slots:
             frmEditor* editor = form.OpenEditor(folder.Path(name));
             QTest::keyClicks(editor->Text, "*");
             form.Menu("mnuFileAssemble")->trigger();
-            QVERIFY(f.boxes.boxes.size() == 1 && folder.Read(name) == source);   // no question to save before
+            QCOMPARE(tuple(f.boxes.boxes.size(), folder.Read(name)), tuple(1, source));   // no question to save before
             QCOMPARE(f.boxes.boxes.takeFirst().caption, QString("Orvane - Assemble Error"));
             QVERIFY(editor->TextChanged && form.Menu("mnuFileSave")->isEnabled());
             editor->TextChanged = false;
@@ -112,7 +111,7 @@ private slots:
         QVERIFY(folder.Write("y.asm", source) && folder.Write("y.lst", "last run"));
         QVERIFY(QDir(folder.dir.path()).mkdir("y.s19") && form.OpenEditor(folder.Path("y.asm")));
         form.Menu("mnuFileAssemble")->trigger();
-        QVERIFY(f.boxes.boxes.size() == 1 && f.boxes.boxes[0].text == "Is a directory !");
+        QCOMPARE(f.boxes.Texts(), QStringList{"Is a directory !"});
         QCOMPARE(folder.Read("y.lst"), QByteArray("last run"));
         QCOMPARE(QDir(folder.dir.path()).entryList(QDir::Files), names + QStringList({"y.asm", "y.lst"}));
         AsmFile.clear();
@@ -131,7 +130,7 @@ private slots:
                                       "12: twelve\r\n$C: hex twelve: again\n%11:three\n70000: too far\n"));
         ErrFile = "x.err";
         list.ErrorShow();
-        QVERIFY(list.windowTitle() == "x.err" && list.ErrorCount == 3 && list.List->currentRow() == 0);
+        QCOMPARE(tuple(list.windowTitle(), list.ErrorCount, list.List->currentRow()), tuple("x.err", 3, 0));
         QCOMPARE(list.ErrorLines, (std::vector<std::int32_t>{12, 12, 3}));
         QCOMPARE(list.List->item(1)->text(), QString("$C: hex twelve: again"));
         list.List->setCurrentRow(2);
@@ -141,7 +140,7 @@ private slots:
         // A file without rows: nothing to show, and a click goes nowhere.
         QVERIFY(folder.Write("x.err", "no errors\n"));
         list.ErrorShow();
-        QVERIFY(list.ErrorCount == 0 && !list.cmdShow->isEnabled());
+        QCOMPARE(tuple(list.ErrorCount, list.cmdShow->isEnabled()), tuple(0, false));
         list.cmdShow_Click();
         QTest::keyClick(list.List, Qt::Key_Return);
         QCOMPARE(jumps.size(), 1);

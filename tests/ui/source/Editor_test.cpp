@@ -55,13 +55,7 @@ struct Session {
         while (editor->Undo)
             form.mnuEditUndo_Click();
     }
-    QStringList Boxes() const
-    {
-        QStringList texts;
-        for (const auto& box : f.boxes.boxes)
-            texts << box.text;
-        return texts;
-    }
+    QStringList Boxes() const { return f.boxes.Texts(); }
     frmEditor* Open(const QString& name)
     {
         chooser.answer = folder.Path(name);
@@ -99,7 +93,7 @@ private slots:
         for (const auto& row : rows) {
             QVERIFY(s.folder.Write("prog.asm", row.bytes));
             frmEditor* editor = s.Open("prog.asm");
-            QVERIFY(editor && editor->windowTitle() == "prog.asm" && AsmFile == "prog.asm");
+            QCOMPARE(tuple(editor ? editor->windowTitle() : "", AsmFile), tuple("prog.asm", "prog.asm"));
             QCoreApplication::processEvents();   // the colouring runs; it is no change of the text
             QVERIFY(!editor->TextChanged && !s.form.Menu("mnuFileSave")->isEnabled());
             const auto keys = [editor](std::initializer_list<QKeyCombination> keys) {
@@ -168,14 +162,14 @@ private slots:
         comeBack();
         QCOMPARE(s.f.boxes.boxes.size(), 2);
         s.form.Menu("mnuFileSave")->trigger();
-        QVERIFY(s.f.boxes.boxes.size() == 3 && s.folder.Read("prog.asm") == QByteArray("+theirs, longer\n"));
+        QCOMPARE(tuple(s.f.boxes.boxes.size(), s.folder.Read("prog.asm")), tuple(3, "+theirs, longer\n"));
 
         comeBack();
         QVERIFY(QFile::remove(s.folder.Path("prog.asm")));
         comeBack();
         QTest::keyClicks(editor->Text, "*");
         s.form.Menu("mnuFileSave")->trigger();
-        QVERIFY(s.f.boxes.boxes.size() == 3 && s.folder.Read("prog.asm") == editor->PlainText().toUtf8());
+        QCOMPARE(tuple(s.f.boxes.boxes.size(), s.folder.Read("prog.asm")), tuple(3, editor->PlainText().toUtf8()));
 
         // A full disk: the old file stays whole, the editor keeps its change, the user is told why.
         const QByteArray old = s.folder.Read("prog.asm");
@@ -184,7 +178,7 @@ private slots:
             FileSizeLimit full(old.size());
             s.form.Menu("mnuFileSave")->trigger();
         }
-        QVERIFY(s.Boxes().last() == "File too large !" && s.folder.Read("prog.asm") == old);
+        QCOMPARE(tuple(s.Boxes().last(), s.folder.Read("prog.asm")), tuple("File too large !", old));
         QVERIFY(editor->TextChanged && s.form.Menu("mnuFileSave")->isEnabled());
     }
 
@@ -199,16 +193,16 @@ private slots:
         // Cancel at the first question: nobody else is asked, the program goes on.
         s.f.boxes.answer = MbResultCancel;
         QVERIFY(!s.form.close() && s.f.boxes.boxes.size() == 1);
-        QCOMPARE(s.f.boxes.boxes[0].caption, QString("Orvane - Warning"));
-        QVERIFY(s.f.boxes.boxes[0].style == int(MbYesNoCancel + MbQuestion) && LoadedEditors().size() == 2 &&
-                !QFile::exists(s.f.settings.FilePath()));
+        QCOMPARE(tuple(s.f.boxes.boxes[0].caption, s.f.boxes.boxes[0].style, LoadedEditors().size()),
+                 tuple("Orvane - Warning", int(MbYesNoCancel + MbQuestion), 2));
+        QVERIFY(!QFile::exists(s.f.settings.FilePath()));
 
         // Yes: each document is saved under its own title in the current folder.
         s.f.boxes.answer = MbResultYes;
         QVERIFY(s.form.close());
         QCOMPARE(s.Boxes().mid(1), (QStringList{"Save changes to Untitled1.asm ?", "Save changes to Untitled2.asm ?"}));
         QCOMPARE(s.folder.Read("Untitled1.asm") + s.folder.Read("Untitled2.asm"), QByteArray("firstsecond"));
-        QVERIFY(EditorCount == std::int16_t(0) && !EditorActive && AsmFile.isEmpty());
+        QCOMPARE(tuple(EditorCount, EditorActive, AsmFile), tuple(0, false, ""));
     }
 
     void commandsFollowTheActiveEditor()
@@ -217,7 +211,7 @@ private slots:
         for (int i = 0; i < 3; ++i)
             s.form.Menu("mnuFileNew")->trigger();
         frmEditor* editor = ActiveEditor();
-        QVERIFY(editor->windowTitle() == "Untitled3.asm" && AsmFile.isEmpty());   // no file yet
+        QCOMPARE(tuple(editor->windowTitle(), AsmFile), tuple("Untitled3.asm", ""));   // no file yet
         QVERIFY(s.form.Panel(5)->isVisible() && s.form.Panel(7)->isVisible());
         QCOMPARE(s.form.PanelText(5) + "/" + s.form.PanelText(6), QString("Line 1/Col. 1"));
         for (Qt::Key key : {Qt::Key_A, Qt::Key_Return, Qt::Key_Tab, Qt::Key_B})
@@ -250,7 +244,7 @@ private slots:
         QTest::keyClicks(editor->Text, "x");
         // Save on a document without a file asks for a name; Cancel changes nothing.
         s.form.Menu("mnuFileSave")->trigger();
-        QVERIFY(s.chooser.asked.last().FileName == "Untitled1.asm" && s.chooser.asked.last().FilterIndex == 1);
+        QCOMPARE(tuple(s.chooser.asked.last().FileName, s.chooser.asked.last().FilterIndex), tuple("Untitled1.asm", 1));
         QVERIFY(editor->EditorName.isEmpty() && editor->TextChanged);
 
         for (const auto& [name, filterIndex] : {std::pair{"a.lst", 2}, {"a.b.TXT", 3}, {"plain", 4}}) {
@@ -258,7 +252,7 @@ private slots:
             s.form.Menu("mnuFileSaveAs")->trigger();
             s.form.Menu("mnuFileSaveAs")->trigger();
             QCOMPARE(s.chooser.asked.last().FilterIndex, filterIndex);
-            QVERIFY(editor->windowTitle() == name && AsmFile == name && s.folder.Read(name) == QByteArray("x"));
+            QCOMPARE(tuple(editor->windowTitle(), AsmFile, s.folder.Read(name)), tuple(name, name, "x"));
         }
 
         // Open remembers the file type the user chose, even through a Cancel.
@@ -267,18 +261,18 @@ private slots:
         s.form.Menu("mnuFileOpen")->trigger();
         s.chooser.filterIndex = 0;
         s.form.Menu("mnuFileOpen")->trigger();
-        QVERIFY(s.chooser.asked.last().FilterIndex == 3 && LoadedEditors().size() == 1);
+        QCOMPARE(tuple(s.chooser.asked.last().FilterIndex, LoadedEditors().size()), tuple(3, 1));
 
         // A bare name lands in the folder the IDE was started from, never in the
         // program's folder.
         s.chooser.answer = "bare.asm";
         s.form.Menu("mnuFileSaveAs")->trigger();
-        QVERIFY(s.folder.Read("bare.asm") == QByteArray("x") && editor->EditorName == s.folder.Path("bare.asm"));
+        QCOMPARE(tuple(s.folder.Read("bare.asm"), editor->EditorName), tuple("x", s.folder.Path("bare.asm")));
 
         // A file that cannot be read gives no editor.
         s.chooser.answer = s.folder.Path("missing.asm");
         s.form.Menu("mnuFileOpen")->trigger();
-        QVERIFY(LoadedEditors().size() == 1 && s.f.boxes.boxes.last().caption == QString("Orvane - Read Error"));
+        QCOMPARE(tuple(LoadedEditors().size(), s.f.boxes.boxes.last().caption), tuple(1, "Orvane - Read Error"));
     }
 
     // The keys of the Edit entries work the moment an editor has the focus,
@@ -327,11 +321,11 @@ private slots:
         QCOMPARE(editor->SelStart(), 7);
         editor->SetSelection(10, 2);
         s.form.mnuEditFindNext_Click();
-        QVERIFY(s.f.boxes.boxes.last().text == QString("Search Text not found !") && editor->SelStart() == 10);
+        QCOMPARE(tuple(s.Boxes().last(), editor->SelStart()), tuple("Search Text not found !", 10));
 
         // The Replace button of the Find layout only changes the layout.
         dialog->cmdReplace_Click();
-        QVERIFY(dialog->windowTitle() == QString("Replace") && editor->PlainText() == QString("ab xab ab\nab"));
+        QCOMPARE(tuple(dialog->windowTitle(), editor->PlainText()), tuple("Replace", "ab xab ab\nab"));
 
         // Upward, with a replacement that holds the search text: it ends, each match once.
         dialog->chkWord->setChecked(false);
@@ -387,8 +381,8 @@ private slots:
         QVERIFY(s.Open("prog.asm") != editor);
         for (const auto& [line, caret] : {std::pair{2, 4}, {99, 8}}) {   // line from 1, caret afterwards
             s.form.Documents->ShowLine(s.folder.Path("prog.asm"), "prog.asm", line);
-            QVERIFY(ActiveEditor() == editor && s.form.focusWidget() == editor->Text);
-            QVERIFY(editor->SelStart() == caret && editor->SelLength() == 0);
+            QCOMPARE(tuple(ActiveEditor(), s.form.focusWidget()), tuple(editor, editor->Text));
+            QCOMPARE(tuple(editor->SelStart(), editor->SelLength()), tuple(caret, 0));
         }
     }
 
@@ -403,7 +397,7 @@ private slots:
         s.form.grab();   // the lines are drawn
         SaveScreenshot(&s.form, "editors.png");
         const QTextBlock loop = count->Text->document()->findBlockByNumber(1);
-        QVERIFY(loop.layout()->formats().size() == 3 && !count->TextChanged && !count->Undo);
+        QCOMPARE(tuple(loop.layout()->formats().size(), count->TextChanged, count->Undo), tuple(3, false, false));
         count->SetSelection(loop.position() + 8, 4);
         count->SetSelText("NOP ");
         count->Text->viewport()->grab();

@@ -63,14 +63,14 @@ private slots:
     {
         MemoryGrid grid = GridAt(8, {0x100, 2, 5, MemorySide::Char});
         grid.Click(4, 0);   // an address cell: Home on the side the cursor is on
-        QVERIFY(grid.CursorColumn() == MemoryGrid::FirstCharColumn && grid.CursorRow() == 4);
+        QCOMPARE(tuple(grid.CursorColumn(), grid.CursorRow()), tuple(MemoryGrid::FirstCharColumn, 4));
         grid.Click(4, 18);  // the spacer: the nearest byte of the cursor's side
         QCOMPARE(grid.CursorColumn(), 19);
         grid.Click(4, 7);
         grid.Click(4, 18);
         QCOMPARE(grid.CursorColumn(), 17);
         grid.Click(1, 1);
-        QVERIFY(grid.CursorColumn() == 2 && grid.CursorAddress() == 0x110);
+        QCOMPARE(tuple(grid.CursorColumn(), grid.CursorAddress()), tuple(2, 0x110));
         grid.Click(8, 5);   // below the page
         QCOMPARE(grid.CursorAddress(), 0x110);
     }
@@ -96,24 +96,24 @@ private slots:
     {
         MemoryGrid grid;
         grid.SetLinesPerPage(0);   // a window without rows ignores keys
-        QVERIFY(grid.Rows() == 0 && !grid.Key(MemoryKey::PageDown) && grid.PageAddress() == 0);
+        QCOMPARE((tuple{grid.Rows(), grid.Key(MemoryKey::PageDown), grid.PageAddress()}), tuple(0, false, 0));
         QCOMPARE(grid.ScrollMaximum(), 4096);
         grid.SetLinesPerPage(8);
         QCOMPARE(grid.ScrollMaximum(), 4088);
         QVERIFY(grid.Scroll(5000));   // past the end: the last page
-        QVERIFY(grid.PageAddress() == 0xFF80 && grid.RowAddress(7) == 0xFFF0);
+        QCOMPARE(tuple(grid.PageAddress(), grid.RowAddress(7)), tuple(0xFF80, 0xFFF0));
         for (auto [position, address] : {std::pair{0, 0}, {31, 512}, {4087, 0xFE00}, {4088, 0xFF80}})
             QCOMPARE(grid.DragAddress(position), address);
         // A taller window near the top of memory shows only the rows up to $FFFF.
         grid.SetLinesPerPage(20);
-        QVERIFY(grid.PageAddress() == 0xFF80 && grid.Rows() == 8);
+        QCOMPARE(tuple(grid.PageAddress(), grid.Rows()), tuple(0xFF80, 8));
         grid.SetLinesPerPage(100);
         QCOMPARE(grid.LinesPerPage(), 64);
     }
 
     void cells()
     {
-        QVERIFY(AddressCell(0x0120) == QString(" $0120:") && HexCell(0x0A) == QString("0A"));
+        QCOMPARE(tuple(AddressCell(0x0120), HexCell(0x0A)), tuple(" $0120:", "0A"));
         const std::pair<int, QString> chars[] = {{0, "."}, {31, "."}, {32, " "}, {65, "A"}, {126, "~"}, {127, "."},
                                                  {0x80, "."}, {0xFF, "."}};
         for (const auto& [byte, text] : chars)

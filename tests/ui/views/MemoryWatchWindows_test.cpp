@@ -141,14 +141,14 @@ private slots:
         answers = 0;
         Watches(form)->mnuRefresh();
         SetTickCountSource(clock);
-        QVERIFY(f.boxes.boxes.size() == 2 && (Watches(form)->Label(1) + Watches(form)->Cell(1)) == QString("$0206"));
+        QCOMPARE(tuple(f.boxes.boxes.size(), Watches(form)->Label(1) + Watches(form)->Cell(1)), tuple(2, "$0206"));
 
         // The board is back: Enter on the cleared window still takes a value,
         // writes it, and the refresh brings the values back.
         answers = 100;
         EnterValue(Watches(form), 1, "$1234");
         QCOMPARE(monitor.memory[0x0206] * 256 + monitor.memory[0x0207], 0x1234);
-        QVERIFY((Watches(form)->Cell(1)) == QString("$1234") && f.boxes.boxes.size() == 2);
+        QCOMPARE(tuple(Watches(form)->Cell(1), f.boxes.boxes.size()), tuple("$1234", 2));
     }
 
 private:
@@ -176,10 +176,10 @@ private:
         GoTo(memory, "100");
         QCOMPARE(memory->Grid.PageAddress(), 0x100);
         EditCell(memory, "5a");
-        QVERIFY(TargetByte(form, 0x0100) == 0x5A && memory->CellText(0, 2) == "5A");
+        QCOMPARE(tuple(TargetByte(form, 0x0100), memory->CellText(0, 2)), tuple(0x5A, "5A"));
         QTest::keyClick(memory->gridMemory, Qt::Key_Tab);
         EditCell(memory, "q");
-        QVERIFY(TargetByte(form, 0x0100) == 'q' && memory->CellText(0, 2) == "71");
+        QCOMPARE(tuple(TargetByte(form, 0x0100), memory->CellText(0, 2)), tuple('q', "71"));
         QVERIFY2(f.boxes.boxes.isEmpty(), qPrintable(f.boxes.boxes.value(0).text));
 
         // An edit of the flash: the simulator keeps it, the board doesn't, and says so.
@@ -187,7 +187,7 @@ private:
         EditCell(memory, "99");
         const bool board = TargetMode == BoardMode;
         QCOMPARE(memory->CellText(memory->Grid.CursorRow(), 5), board ? QString("41") : QString("99"));
-        QVERIFY(TargetByte(form, 0xFFF3) == (board ? 0x41 : 0x99) && f.boxes.boxes.size() == (board ? 1 : 0));
+        QCOMPARE(tuple(TargetByte(form, 0xFFF3), f.boxes.boxes.size()), tuple(board ? 0x41 : 0x99, board ? 1 : 0));
         QVERIFY(!board || f.boxes.boxes[0].text == "Can't Write to Memory !\n\r (Read Only Memory)");
         f.boxes.boxes.clear();
 
@@ -199,13 +199,13 @@ private:
             });
             memory->mnuMemoryAddress();
         }
-        QVERIFY(memory->Grid.PageAddress() == 0x0120 && memory->Grid.CursorColumn() == 5);
+        QCOMPARE(tuple(memory->Grid.PageAddress(), memory->Grid.CursorColumn()), tuple(0x0120, 5));
         // Cancel goes to $0000.
         {
             ModalPlayer player([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
             memory->mnuMemoryAddress();
         }
-        QVERIFY(memory->Grid.PageAddress() == 0 && f.boxes.boxes.isEmpty());
+        QCOMPARE(tuple(memory->Grid.PageAddress(), f.boxes.boxes.size()), tuple(0, 0));
     }
 
     void WatchesAndStep(frmMain& form, MainFormFixture& f)
@@ -228,7 +228,7 @@ private:
             });
             form.mnuDebugAddWatch_Click();
         }
-        QVERIFY(f.boxes.boxes.size() == 1 && f.boxes.boxes[0].text == "Invalid Address !");
+        QCOMPARE(f.boxes.Texts(), QStringList{"Invalid Address !"});
         QCOMPARE(WatchCount, std::int16_t(1));
         f.boxes.boxes.clear();
 
@@ -254,13 +254,13 @@ private:
         QVERIFY(watch->CellChanged(1) && !watch->CellChanged(0) && !watch->CellChanged(2));
         // The next step changes the word; COUNT is back to the plain colour.
         form.mnuRunStepInto_Click();
-        QVERIFY(watch->Cell(2) == QString("$3412") && watch->CellChanged(2) && !watch->CellChanged(1));
+        QCOMPARE(tuple(watch->Cell(2), watch->CellChanged(2), watch->CellChanged(1)), tuple("$3412", true, false));
         if (TargetMode == SimulatorMode)
             SaveScreenshot(watch->parentWidget(), "watch-window.png");
 
         // A value typed into a watch goes to the target and comes back.
         EnterValue(watch, 1, "%101");
-        QVERIFY(TargetByte(form, 0x0040) == 5 && watch->Cell(1) == "$05");
+        QCOMPARE(tuple(TargetByte(form, 0x0040), watch->Cell(1)), tuple(5, "$05"));
 
         // Edit: from a symbol to a number drops it; byte to word keeps the format.
         watch->SelectRow(1);
@@ -281,8 +281,7 @@ private:
         QCOMPARE(watch->ListView->topLevelItemCount(), 32);
         dialogs = 0;
         AddWatchTyped(form, "$300", false, &dialogs);
-        QVERIFY(dialogs == 0 && f.boxes.boxes.size() == 1);
-        QCOMPARE(f.boxes.boxes[0].text, QString(" Can't Add Watch !\n\r(Max. Watches = 32)"));
+        QCOMPARE(tuple(dialogs, f.boxes.Texts()), tuple(0, QStringList{" Can't Add Watch !\n\r(Max. Watches = 32)"}));
         f.boxes.boxes.clear();
 
         // Remove all; with no row selected nothing is removed.
@@ -293,7 +292,7 @@ private:
         QVERIFY(watch->ListView->topLevelItemCount() == 0 && !form.Menu("mnuDebugEditWatch")->isEnabled());
         form.mnuDebugEditWatch_Click();   // no row: nothing happens, no dialog
         form.mnuPopupViewRemoveWatch_Click();
-        QVERIFY(WatchCount == std::int16_t(0) && f.boxes.boxes.isEmpty());
+        QCOMPARE(tuple(WatchCount, f.boxes.boxes.size()), tuple(0, 0));
 
         // The table outlives the window.
         AddWatchTyped(form, "$0040", false);

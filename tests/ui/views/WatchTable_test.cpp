@@ -41,7 +41,7 @@ private slots:
         AddWatch(0x30, "TOP", false);
         QCOMPARE(WatchLabel(0), QString("COUNT"));
         RemoveWatch(1);
-        QVERIFY(WatchCount == 2 && WatchLabel(1) == "TOP");
+        QCOMPARE(tuple(WatchCount, WatchLabel(1)), tuple(2, "TOP"));
         // Rows that are not there are left alone.
         RemoveWatch(2);
         RemoveWatch(-1);
@@ -49,7 +49,7 @@ private slots:
         QCOMPARE(WatchCount, std::int16_t(2));
         RemoveWatch(0);
         RemoveWatch(0);
-        QVERIFY(WatchCount == std::int16_t(0) && AddWatch(0x40, "", false));
+        QCOMPARE((tuple{int(WatchCount), AddWatch(0x40, "", false)}), tuple(0, true));
         QCOMPARE(WatchTable[0].WatchFormat, '$');   // a new watch starts in hex
     }
 
@@ -71,7 +71,7 @@ private slots:
         target.reads.clear();
         target.answers = 1;
         QVERIFY(!ReadWatches(target.Reader()) && target.reads.size() == 2 && WatchTable[0].WatchValue == 0x1234);
-        QVERIFY(WatchTable[1].WatchValue == 0xAB && WatchTable[2].WatchValue == 0);
+        QCOMPARE(tuple(WatchTable[1].WatchValue, WatchTable[2].WatchValue), tuple(0xAB, 0));
     }
 
     void reloadDropsOnlyMovedSymbols()

@@ -91,7 +91,7 @@ private slots:
         QVERIFY(cpu->ListView->columnWidth(0) + cpu->ValueColumnWidth() <= view.width());
 
         QCOMPARE(EnterValue(cpu, D, "$BEEF"), (QStringList{"D:", "$1234"}));
-        QVERIFY(TargetMemory[0] == 0xBE && TargetMemory[1] == 0xEF);
+        QCOMPARE(tuple(TargetMemory[0], TargetMemory[1]), tuple(0xBE, 0xEF));
         QCOMPARE(cpu->Cell(A) + cpu->Cell(B), QString("$BE$EF"));
         EnterValue(cpu, IY, "65535");
         QCOMPARE(cpu->Cell(IY), QString("$FFFF"));
@@ -111,13 +111,13 @@ private slots:
             QTest::keyClick(cpu->ListView, Qt::Key_Return);
         }
         QCOMPARE(seen, (QStringList{"$EF", "", ""}));
-        QVERIFY(f.boxes.boxes.size() == 1 && f.boxes.boxes[0].text == "Invalid Number !" && TargetMemory[1] == 0xEF);
+        QCOMPARE(tuple(f.boxes.Texts(), TargetMemory[1]), tuple(QStringList{"Invalid Number !"}, 0xEF));
 
         // The flag row offers plain binary and takes any notation; InCPU splits the flags again.
         TargetMemory[8] = 0;
         cpu->mnuRefresh();
         QCOMPARE(EnterValue(cpu, CCR, "$D1"), (QStringList{"CCR:", "%00000000"}));
-        QVERIFY(TargetMemory[8] == 0xD1 && CpuRegisters.FlagX && CpuRegisters.FlagI);
+        QCOMPARE(tuple(TargetMemory[8], CpuRegisters.FlagX, CpuRegisters.FlagI), tuple(0xD1, true, true));
         QCOMPARE(cpu->Cell(CCR), QString("%SX0I000C"));
 
         // Formats through the popup, and the value column fitted to the cells.
@@ -129,7 +129,7 @@ private slots:
         // Exactly wide enough for the cells, so none is cut.
         QVERIFY(wide > narrow && wide >= cpu->ListView->fontMetrics().horizontalAdvance("%0101011001111000"));
         QCOMPARE(RightClick(form, cpu, RowPoint(cpu, IX), "mnuPopupViewDec"), everything + "| Bin");
-        QVERIFY(cpu->Cell(IX) == "22136" && cpu->ValueColumnWidth() == narrow);
+        QCOMPARE(tuple(cpu->Cell(IX), cpu->ValueColumnWidth()), tuple("22136", narrow));
 
         // SP takes no value but can be formatted.
         int dialogs = 0;
@@ -146,7 +146,7 @@ private slots:
         cpu->SelectRow(B);
         const QPoint below = RowPoint(cpu, CCR) + QPoint(0, 3 * cpu->ListView->visualItemRect(
                                                                      cpu->ListView->topLevelItem(CCR)).height());
-        QVERIFY(RightClick(form, cpu, below) == QString("Refresh | Hex") && cpu->SelectedRow() == B && dialogs == 0);
+        QCOMPARE((tuple{RightClick(form, cpu, below), cpu->SelectedRow(), dialogs}), tuple("Refresh | Hex", B, 0));
 
         // During Play the cells follow at each event pass: LDAA #$42, INCA, then a breakpoint on the NOP.
         const std::uint8_t program[] = {0x86, 0x42, 0x4C, 0x01};
@@ -179,7 +179,7 @@ private slots:
         // One write, high byte first, then one read of the block for the redraw.
         board.frames.clear();
         EnterValue(timer, TOC1, "$BEEF");
-        QVERIFY(board.Count('W') == 1 && board.Count('R') == 1);
+        QCOMPARE(tuple(board.Count('W'), board.Count('R')), tuple(1, 1));
         QCOMPARE(board.frames[0].mid(0, 6), QByteArray::fromHex("57101602BEEF"));
         QCOMPARE(timer->Cell(TOC1), QString("$BEEF"));
 
@@ -204,7 +204,7 @@ private slots:
             ModalPlayer player([&](QDialog&) { timerDuringDialog = form.tmrRefresh.isActive(); });
             timer->mnuEnter();
         }
-        QVERIFY(!timerDuringDialog && board.Count('W') == 1 && form.tmrRefresh.isActive());
+        QCOMPARE(tuple(timerDuringDialog, board.Count('W'), form.tmrRefresh.isActive()), tuple(false, 1, true));
 
         Activate(form, cpu);
         QVERIFY(!form.tmrRefresh.isActive());
@@ -213,7 +213,7 @@ private slots:
 
         // A lost link clears the window and ends auto refresh for good.
         Silently(board, [&] { form.tmrRefresh_Timer(); });
-        QVERIFY(f.boxes.boxes.size() == 1 && timer->ValueColumnWidth() == 0);
+        QCOMPARE(tuple(f.boxes.boxes.size(), timer->ValueColumnWidth()), tuple(1, 0));
         QVERIFY(!timer->AutoRefresh && !form.tmrRefresh.isActive());
         board.silent = false;
         timer->mnuRefresh();
@@ -224,13 +224,13 @@ private slots:
         // PC is the host's: its entry sends no write, only the refresh's reads.
         board.frames.clear();
         QCOMPARE(EnterValue(cpu, PC, "@160443"), (QStringList{"PC:", "$E000"}));
-        QVERIFY(CpuRegisters.PC == 0xE123 && cpu->Cell(PC) == "$E123");
-        QVERIFY(board.Count('W') == 0 && board.Count('R') > 0 && f.boxes.boxes.size() == 1);
+        QCOMPARE(tuple(CpuRegisters.PC, cpu->Cell(PC)), tuple(0xE123, "$E123"));
+        QCOMPARE(tuple(board.Count('W'), board.Count('R') > 0, f.boxes.boxes.size()), tuple(0, true, 1));
 
         // A write that fails clears the window with one message, and nothing is refreshed after it.
         Silently(board, [&] { EnterValue(cpu, A, "$01"); });
-        QVERIFY(f.boxes.boxes.size() == 2 && !BoardConnected && Cells(cpu) == QStringList(8, QString()));
-        QVERIFY(cpu->ValueColumnWidth() == 0 && board.memory[0] == 0x12);
+        QCOMPARE(tuple(f.boxes.boxes.size(), BoardConnected, Cells(cpu)), tuple(2, false, QStringList(8, QString())));
+        QCOMPARE(tuple(cpu->ValueColumnWidth(), board.memory[0]), tuple(0, 0x12));
     }
 };
 
