@@ -49,7 +49,7 @@ int main(int argc, char* argv[])
     const double redrawUs = clock.nsecsElapsed() / 1000.0 / Rounds;
 
     PageRowArray rows;
-    const PageSwitches switches{true, false};
+    const PageSwitches switches{true, false, {}};
     clock.restart();
     for (int i = 0; i < Rounds; ++i) {
         CpuRegisters.PC = 0xE000 + (i % 20);

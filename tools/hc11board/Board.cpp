@@ -30,12 +30,12 @@ void Board::Poke(std::uint16_t address, std::uint8_t value)
     chip_.Poke(address, value);
 }
 
-void Board::Program(std::uint16_t address, std::uint8_t value)
+bool Board::Program(std::uint16_t address, std::uint8_t value)
 {
     if (FlashPart::Holds(address))
-        flash_.Program(address, value);
-    else
-        Poke(address, value);
+        return flash_.Program(address, value);
+    Poke(address, value);
+    return true;
 }
 
 void Board::Load(std::uint16_t address, std::uint8_t value)

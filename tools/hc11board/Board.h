@@ -34,8 +34,9 @@ public:
 
     std::uint8_t Peek(std::uint16_t address) { return chip_.Peek(address); }
     void Poke(std::uint16_t address, std::uint8_t value);
-    // Flash bits only go from 1 to 0; elsewhere a plain poke.
-    void Program(std::uint16_t address, std::uint8_t value);
+    // Flash bits only go from 1 to 0 (false when a bit had to rise); elsewhere
+    // a plain poke.
+    bool Program(std::uint16_t address, std::uint8_t value);
     void EraseFlash() { flash_.Erase(); }
     // An image's byte before the board starts: into the flash array, the
     // boot EPROM (in special test mode) or RAM.

@@ -59,7 +59,14 @@ public:
     void Poke(std::uint16_t, std::uint8_t) override {}
 
     // The host's side: programming clears bits only, an erase sets them all.
-    void Program(std::uint16_t address, std::uint8_t value) { array_[Offset(address)] &= value; }
+    // False when the byte needed a 0 back to 1: the part gives up with what
+    // it could clear, as its own algorithm does.
+    bool Program(std::uint16_t address, std::uint8_t value)
+    {
+        std::uint8_t& cell = array_[Offset(address)];
+        cell &= value;
+        return cell == value;
+    }
     void Erase() { array_.fill(0xFF); }
     // Puts an image's byte into the array as it was written before the board started.
     void Load(std::uint16_t address, std::uint8_t value) { array_[Offset(address)] = value; }

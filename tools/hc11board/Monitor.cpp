@@ -117,10 +117,12 @@ void Monitor::StoreBytes(const Frame& frame, bool program)
     const int count = frame.bytes[3];
     for (int i = 0; i < count; ++i) {
         const auto address = std::uint16_t(frame.Address() + i);
-        if (program)
-            board_.Program(address, frame.bytes[4 + i]);
-        else
+        if (!program) {
             board_.Poke(address, frame.bytes[4 + i]);
+        } else if (!board_.Program(address, frame.bytes[4 + i])) {
+            Send(Nak);   // the bytes behind the failed one are not tried
+            return;
+        }
     }
     Send(Ack);
 }

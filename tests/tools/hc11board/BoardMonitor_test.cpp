@@ -58,16 +58,17 @@ private slots:
         QFETCH(bool, firmware);
         BoardUnderTest board(firmware);
         Board& memory = board.Hardware();
-        QCOMPARE(board.Send(ProgramFrame(0xFFFE, {0xE0, 0x00})), AckOnly);
+        QCOMPARE(board.Send(ProgramFrame(0xFFFE, {0xE0, 0xF0})), AckOnly);
         QCOMPARE(board.Send(ProgramFrame(0xFFFE, {0x60})), AckOnly);
         QCOMPARE(memory.Peek(0xFFFE), std::uint8_t(0x60));   // bit 7 cleared
         memory.Poke(0x3000, 0x0F);
         QCOMPARE(board.Send(ProgramFrame(0x3000, {0xF0})), AckOnly);   // outside: a plain write
         QCOMPARE(memory.Peek(0x3000), std::uint8_t(0xF0));
-        // Bits back to 1 are beyond programming: the built-in monitor keeps
-        // the AND of both, the firmware hears the part give up and says NAK.
-        QCOMPARE(board.Send(ProgramFrame(0xFFFE, {0x0F})), (Bytes{firmware ? Nak : Ack}));
+        // Bits back to 1 are beyond programming: the part keeps the AND of
+        // both and gives up, the monitor says NAK and leaves the next byte.
+        QCOMPARE(board.Send(ProgramFrame(0xFFFE, {0x0F, 0x00})), (Bytes{Nak}));
         QCOMPARE(memory.Peek(0xFFFE), std::uint8_t(0x00));
+        QCOMPARE(memory.Peek(0xFFFF), std::uint8_t(0xF0));
 
         QCOMPARE(board.Send(WriteFrame(0xDFFF, {0x42, 0x22})), AckOnly);   // RAM, then flash: left alone
         QCOMPARE(memory.Peek(0xE000), std::uint8_t(0xFF));
