@@ -3,8 +3,6 @@
 // accumulator and the write-1-to-clear flags, each against the MC68HC11E
 // technical data's timer chapter. The program waits in WAI with nothing
 // enabled, so that every run ends on the exact E cycle asked for.
-#include <QtTest>
-
 #include "support/ChipHarness.h"
 
 using namespace hc11::chip;

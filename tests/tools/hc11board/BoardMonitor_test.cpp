@@ -2,12 +2,9 @@
 // stream's faults, the code buffer stepped, the free run and the SCI. The
 // tests with both rows hold for the built-in monitor and for the monitor
 // firmware alike.
-#include <QtTest>
-
 #include "BoardUnderTest.h"
 #include "hc11/chip/Interrupts.h"
 #include "hc11/chip/RegisterMap.h"
-#include "hc11board/Monitor.h"
 
 #include <random>
 

@@ -1,13 +1,10 @@
 // The real hc11board program on a pseudo-terminal: its first line, frames,
 // a reset from standard input, how it ends, and a ROM of
 // our own (romtest.asm) running on the chip with the line on its SCI.
-#include <QtTest>
-
 #include "BoardFrames.h"
 #include "hc11/InstructionSet.h"
 #include "support/BoardProcess.h"
 
-#include <QProcess>
 #include <fcntl.h>
 #include <poll.h>
 #include <pty.h>

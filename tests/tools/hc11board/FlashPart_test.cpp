@@ -2,8 +2,6 @@
 // bits while the part is busy and its times, from the Am29F040B datasheet
 // (command definitions table, write operation status table, erase and
 // programming performance), on a clock the test moves.
-#include <QtTest>
-
 #include "hc11board/FlashPart.h"
 
 #include <utility>
