@@ -44,11 +44,6 @@ private slots:
             "0001                       * heading", "0002 1000                   ORG $1000",
             "0003 1000 86 12            START LDAA #$12", "0004", "0005 1002 18 ED 04          STD 4,Y",
             "", "Symbol Table", "", " START                            $1000", "", "0 errors"}));
-        SymbolEntry e;
-        QVERIFY(ReadListingLine(QString::fromStdString(lines[2]), e));
-        QVERIFY(e.SymbolAddress == 0x1000 && e.SymbolCodeSize == 2 && e.SymbolLabel == "START"
-                && e.SymbolSource == "START LDAA #$12");
-        QVERIFY(!ReadListingLine(QString::fromStdString(lines[0]), e));   // a comment has no address
     }
 
     void longDataContinuesWithoutSourceAndLoadsAsAValue()
