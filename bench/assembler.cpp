@@ -34,13 +34,32 @@ double ChildSeconds()
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
+// The instruction block repeated until the source has at least `lines`
+// lines. Our copy starts each block at `origin` again, so a long source
+// never runs past the top of memory; the GNU copy has a comment there.
+asmtest::TwinSource RepeatedProgram(int lines, unsigned origin)
+{
+    asmtest::TwinSource out;
+    char org[32];
+    std::snprintf(org, sizeof org, "        ORG $%04X\n", origin);
+    for (int block = 0; out.lines < lines; ++block) {
+        out.ours += org;
+        out.gnu += "* block\n";
+        ++out.lines;
+        std::string suffix = "_";   // built by +=: GCC 12 warns falsely on "_" + string
+        suffix += std::to_string(block);
+        asmtest::AppendEveryInstruction(out, suffix);
+    }
+    return out;
+}
+
 } // namespace
 
 int main()
 {
     constexpr int Lines = 100000;
     constexpr unsigned Origin = 0x1000;
-    const asmtest::TwinSource program = asmtest::RepeatedProgram(Lines, Origin);
+    const asmtest::TwinSource program = RepeatedProgram(Lines, Origin);
 
     // Best of several runs, in processor time: the figure of the code, not
     // of a machine shared with others.

@@ -60,21 +60,4 @@ inline void AppendEveryInstruction(TwinSource& out, const std::string& suffix)
     }
 }
 
-// The instruction block repeated until the source has at least `lines`
-// lines. Our copy starts each block at `origin` again, so a long source
-// never runs past the top of memory; the GNU copy has a comment there.
-inline TwinSource RepeatedProgram(int lines, unsigned origin)
-{
-    TwinSource out;
-    char org[32];
-    std::snprintf(org, sizeof org, "        ORG $%04X\n", origin);
-    for (int block = 0; out.lines < lines; ++block) {
-        out.ours += org;
-        out.gnu += "* block\n";
-        ++out.lines;
-        AppendEveryInstruction(out, "_" + std::to_string(block));
-    }
-    return out;
-}
-
 } // namespace asmtest

@@ -2,10 +2,9 @@
 
 #include "platform/TickCount.h"
 
-#include <QTimer>
 #include <deque>
 
-struct FakeSerialLine::State : std::enable_shared_from_this<FakeSerialLine::State> {
+struct FakeSerialLine::State {
     struct Pending {
         QByteArray bytes;
         std::uint32_t due;
@@ -21,25 +20,13 @@ struct FakeSerialLine::State : std::enable_shared_from_this<FakeSerialLine::Stat
     std::deque<Pending> pending;
     SerialDevice* device = nullptr;   // the open device, if any
 
-    void Notify()
-    {
-        if (device && device->DataArrived)
-            device->DataArrived();
-    }
-
+    // Bytes due at once are announced; a late reply is found by the host's
+    // poll once the tick count has passed its time.
     void Queue(const QByteArray& bytes, std::uint32_t delay)
     {
         pending.push_back({bytes, GetTickCount() + delay});
-        if (delay == 0) {
-            Notify();
-            return;
-        }
-        // A later wake-up for code that waits in the event loop; a busy poll
-        // finds the bytes by itself once the tick count has passed.
-        QTimer::singleShot(static_cast<int>(delay) + 1, [alive = weak_from_this()] {
-            if (auto state = alive.lock())
-                state->Notify();
-        });
+        if (delay == 0 && device && device->DataArrived)
+            device->DataArrived();
     }
 };
 

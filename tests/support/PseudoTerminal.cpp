@@ -1,11 +1,8 @@
 #include "support/PseudoTerminal.h"
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QThread>
 
 #include <fcntl.h>
-#include <poll.h>
 #include <stdlib.h>
 #include <termios.h>
 #include <unistd.h>
@@ -45,24 +42,6 @@ void PseudoTerminal::Write(const QByteArray& bytes)
         else
             QThread::msleep(1);
     }
-}
-
-QByteArray PseudoTerminal::Read(int count, int timeoutMs)
-{
-    QByteArray bytes;
-    QElapsedTimer clock;
-    clock.start();
-    while (master_ >= 0 && bytes.size() < count && clock.elapsed() < timeoutMs) {
-        QCoreApplication::processEvents();
-        pollfd ready{master_, POLLIN, 0};
-        if (::poll(&ready, 1, 5) <= 0)
-            continue;
-        char chunk[512];
-        const ssize_t n = ::read(master_, chunk, std::min<size_t>(sizeof chunk, static_cast<size_t>(count - bytes.size())));
-        if (n > 0)
-            bytes.append(chunk, n);
-    }
-    return bytes;
 }
 
 void PseudoTerminal::Close()

@@ -1,5 +1,5 @@
 // A pseudo-terminal pair: DevicePath() is a serial device the IDE opens like
-// a port; the test reads and writes the other end as the board.
+// a port; the test writes the other end as the board.
 #pragma once
 
 #include <QByteArray>
@@ -17,9 +17,6 @@ public:
 
     // Board to host.
     void Write(const QByteArray& bytes);
-    // Host to board: waits up to timeoutMs, letting window events run, until
-    // count bytes have come; gives what came.
-    QByteArray Read(int count, int timeoutMs = 1000);
 
     // The board's end goes away: the host's next reads fail.
     void Close();

@@ -31,12 +31,6 @@ Flow At(std::int32_t pc, const QList<int>& bytes, bool followCalls = false, cons
     f.ok = NextAddress(address, followCalls, f.next, f.jump, f.call, f.ret, read);
     return f;
 }
-
-void SetFlags(std::uint8_t ccr)
-{
-    CpuRegisters.CCR = ccr;
-    SplitCCR();
-}
 }  // namespace
 
 class InstructionFlowTest : public QObject {
@@ -45,23 +39,17 @@ class InstructionFlowTest : public QObject {
 private slots:
     void init() { ResetTargetState(); }
 
+    // The conditions themselves are the core's (CpuFlow); here each of the
+    // four flags they read reaches them from CCR, alone and missing alone.
     void conditionsFollowTheFlags()
     {
-        const CpuRegisterRecord& r = CpuRegisters;
-        SetFlags(0xA5);   // S . H . . Z . C
-        QVERIFY(r.FlagC && !r.FlagV && r.FlagZ && !r.FlagN && !r.FlagI && r.FlagH && !r.FlagX && r.FlagS);
-        SetFlags(0x5A);
-        QVERIFY(!r.FlagC && r.FlagV && !r.FlagZ && r.FlagN && r.FlagI && !r.FlagH && r.FlagX && !r.FlagS);
-
         // Opcode, CCR (C 01, V 02, Z 04, N 08), taken.
         const std::tuple<int, int, bool> cases[] = {
-            {0x20, 0x00, true},  {0x21, 0x0F, false}, {0x22, 0x00, true},  {0x22, 0x01, false},
-            {0x23, 0x04, true},  {0x24, 0x01, false}, {0x25, 0x01, true},  {0x26, 0x04, false},
-            {0x27, 0x04, true},  {0x28, 0x02, false}, {0x29, 0x02, true},  {0x2A, 0x08, false},
-            {0x2B, 0x08, true},  {0x2C, 0x08, false}, {0x2C, 0x0A, true},  {0x2D, 0x02, true},
-            {0x2E, 0x04, false}, {0x2E, 0x00, true},  {0x2F, 0x08, true},  {0x2F, 0x00, false}};
+            {0x25, 0x01, true}, {0x25, 0x0E, false}, {0x29, 0x02, true}, {0x29, 0x0D, false},
+            {0x27, 0x04, true}, {0x27, 0x0B, false}, {0x2B, 0x08, true}, {0x2B, 0x07, false}};
         for (const auto& [opcode, ccr, taken] : cases) {
-            SetFlags(std::uint8_t(ccr));
+            CpuRegisters.CCR = std::uint8_t(ccr);
+            SplitCCR();
             const Flow f = At(0x1000, {opcode, 0x10});
             const QByteArray where = QByteArray::number(opcode, 16) + " CCR " + QByteArray::number(ccr, 16);
             QVERIFY2(f.ok && f.jump == taken && !f.call && !f.ret, where);

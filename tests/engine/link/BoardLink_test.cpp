@@ -1,6 +1,6 @@
 // The target operations through the real serial control against hc11board on a pseudo-terminal, with its
-// built-in monitor and with the monitor firmware run by --rom (frame bytes are the exchange test's).
-#include <QtTest>
+// built-in monitor and with the monitor firmware run by --rom (frame bytes are the exchange test's; the memory
+// page on the board is the memory window's).
 
 #include "engine/code/S19Download.h"
 #include "engine/state/TargetState.h"
@@ -10,13 +10,6 @@
 #include "support/WorkFolder.h"
 
 namespace {
-
-// The board with one of its monitors, and the host on its line.
-struct Session {
-    explicit Session(bool firmware) : board(firmware ? BoardProcess::Firmware() : QStringList{}), f(board.DevicePath()) {}
-    BoardProcess board;
-    DebuggerFixture f;
-};
 
 // A download's window, with nothing to show and no Cancel.
 struct QuietDownload : DownloadView {
@@ -51,34 +44,13 @@ TEXT    FCC     'Hello, board'
 class BoardLinkTest : public QObject {
     Q_OBJECT
 private slots:
-    void memoryAndFlashThroughTheMonitor_data() { BothMonitors(); }
-    void memoryAndFlashThroughTheMonitor()   // the reset vector in flash
-    {
-        QFETCH(bool, firmware);
-        Session session(firmware);
-        QVERIFY(!session.board.DevicePath().isEmpty());
-        DebuggerFixture& f = session.f;
-        TargetLink& link = f.link;
-        std::int32_t address = 0x20FE;   // across a page boundary
-        std::vector<std::uint8_t> bytes(200), back;
-        for (std::size_t i = 0; i < bytes.size(); ++i)
-            bytes[i] = std::uint8_t(i * 3 + 1);
-        link.OutBytes(address, bytes, 200);
-        link.InBytes(address, back, 200);
-        MemoryPageAddress = 0x2000;
-        link.InMemory();
-        QVERIFY(back == bytes && MemoryPage[0xFE + 199] == std::uint8_t(200 * 3 - 2));
-
-        address = 0xFFFE;   // the flash starts erased
-        link.Programm(address, {0xE0, 0x40}, 2);
-        address = 0xFFFE;
-        std::uint8_t high = 0;
-        link.InByte(address, high);
-        QVERIFY(high == 0xE0 && f.reports.failures.isEmpty());
-    }
-
     // A free run's output reaches the terminal until the reset report.
-    void downloadStepsAndARunWithOutput_data() { BothMonitors(); }
+    void downloadStepsAndARunWithOutput_data()
+    {
+        QTest::addColumn<bool>("firmware");
+        QTest::newRow("built-in") << false;
+        QTest::newRow("firmware") << true;
+    }
     void downloadStepsAndARunWithOutput()
     {
         QFETCH(bool, firmware);
@@ -86,14 +58,22 @@ private slots:
         QVERIFY(assembled.errors.empty());
         WorkFolder folder;
         QVERIFY(folder.Write("hello.s19", QByteArray::fromStdString(assembled.s19)));
-        Session session(firmware);
-        QVERIFY(!session.board.DevicePath().isEmpty());
-        DebuggerFixture& f = session.f;
+        BoardProcess board(firmware ? BoardProcess::Firmware() : QStringList{});
+        QVERIFY(!board.DevicePath().isEmpty());
+        DebuggerFixture f(board.DevicePath());
 
         QuietDownload view;
         const DownloadResult result = DownloadMachineCode(f.link, folder.Path("hello.s19"), view);
         QVERIFY(result.kind == DownloadResult::Kind::Ended && result.written);
         QCOMPARE(CpuRegisters.PC, 0xE000);   // from the reset vector just programmed
+        // A long write reads back whole across a page boundary.
+        std::int32_t address = 0x20FE;
+        std::vector<std::uint8_t> bytes(200), back;
+        for (std::size_t i = 0; i < bytes.size(); ++i)
+            bytes[i] = std::uint8_t(i * 3 + 1);
+        f.link.OutBytes(address, bytes, 200);
+        f.link.InBytes(address, back, 200);
+        QCOMPARE(back, bytes);
 
         CpuRegisters.CCR = 0xD0;
         for (int i = 0; i < 3; ++i)
@@ -107,18 +87,10 @@ private slots:
             f.debugger.PassQuietOutput();
             return f.view.terminal == "Hello, board";
         }, 5000));
-        session.board.Reset();
+        board.Reset();
         QTRY_VERIFY_WITH_TIMEOUT(!BoardRunning, 5000);
         QVERIFY(CpuRegisters.PC == 0xE000 && f.reports.failures.isEmpty());
         QCOMPARE(f.view.terminal, QByteArray("Hello, board\r\n>"));   // the report's first bytes
-    }
-
-private:
-    static void BothMonitors()
-    {
-        QTest::addColumn<bool>("firmware");
-        QTest::newRow("built-in") << false;
-        QTest::newRow("firmware") << true;
     }
 };
 

@@ -28,3 +28,11 @@ struct MainFormFixture {
     MsgBoxRecorder boxes;
     std::unique_ptr<frmMain> form;
 };
+
+// The target's byte at address, read through the main window's link.
+inline std::uint8_t TargetByte(frmMain& form, std::int32_t address)
+{
+    std::uint8_t byte = 0;
+    form.Link().InByte(address, byte);
+    return byte;
+}

@@ -4,11 +4,15 @@
 #pragma once
 
 #include "platform/widgets/ModalDialog.h"
+#include "ui/views/ListWindow.h"
 
 #include <QDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QString>
+#include <QTest>
+#include <QTreeWidget>
 
 class ModalPlayer {
 public:
@@ -24,4 +28,18 @@ inline void TypeAndPressOK(QDialog& dialog, const char* box, const QString& text
 {
     dialog.findChild<QLineEdit*>(box)->setText(text);
     dialog.findChild<QPushButton*>("cmdOK")->click();
+}
+
+// Enters text for a list window's row with the Enter key and the value dialog;
+// returns the dialog's label and the text it started from.
+inline QStringList EnterValue(ListWindow* window, int row, const QString& text)
+{
+    QStringList seen;
+    window->SelectRow(row);
+    ModalPlayer player([&](QDialog& dialog) {
+        seen << dialog.findChild<QLabel*>("Label")->text() << dialog.findChild<QLineEdit*>("Text")->text();
+        TypeAndPressOK(dialog, "Text", text);
+    });
+    QTest::keyClick(window->ListView, Qt::Key_Return);
+    return seen;
 }

@@ -8,6 +8,8 @@
 #include "support/ui/MainFormFixture.h"
 
 #include <QDir>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QSize>
 #include <QTest>
 
@@ -27,6 +29,12 @@ inline frmMain& StartInSimulator(MainFormFixture& f, bool onChip = false)
     form.showNormal();
     form.resize(size);
     return QTest::qWaitForWindowExposed(&form);
+}
+
+// Brings a child window (a tool window or an editor) to the front, as a click on its frame does.
+inline void Activate(frmMain& form, QWidget* window)
+{
+    form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(window->parentWidget()));
 }
 
 // With ORVANE_SCREENSHOT set to a folder, saves a picture of the widget there.

@@ -15,8 +15,6 @@
 #include "support/S19Image.h"
 #include "engine/link/MonitorFrames.h"
 
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <memory>
 
 namespace {
@@ -124,7 +122,7 @@ private:
         QVERIFY(BoardConnected);
 
         frmDisAsm* w = frmDisAsm::Open();
-        form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(w->parentWidget()));
+        Activate(form, w);
         QCoreApplication::processEvents();
         QCOMPARE(CpuRegisters.SP, 0x01FF);   // the window opened at PC with the target's registers
 
@@ -161,13 +159,12 @@ private:
         SetDoEventsHook({});
         QVERIFY(CpuRegisters.PC == 0x2012 && CpuRegisters.A == 0x16 && LookOf(w, RowOf(w, 0x2012)) == Look::Current);
         Snap(stops, "animate paused", form);
-        w->Label_Click(static_cast<std::int16_t>(RowOf(w, 0x2011)));
-        if (TargetMode == SimulatorMode)   // the simulator pass's picture (use a real display)
-            SaveScreenshot(&form, "disassembler-stepping.png");
 
         // Run to the cursor: a breakpoint on the current row for one Play.
         const int spinRow = RowOf(w, 0x2011);
         w->Label_Click(static_cast<std::int16_t>(spinRow));
+        if (TargetMode == SimulatorMode)   // the simulator pass's picture (use a real display)
+            SaveScreenshot(&form, "disassembler-stepping.png");
         w->Label_DblClick(static_cast<std::int16_t>(doneRow));   // the old breakpoint goes
         QCOMPARE(LookOf(w, spinRow), Look::Current);
         form.Menu("mnuRunRunTo")->trigger();

@@ -4,10 +4,9 @@
 #include "engine/code/LabelList.h"
 #include "engine/code/SymbolTable.h"
 #include "engine/source/SourceRecords.h"
-#include "engine/state/Conversions.h"
 #include "platform/SettingsStore.h"
-#include "platform/widgets/CommonDialog.h"
 #include "support/ListingText.h"
+#include "support/ui/FileChooser.h"
 #include "support/ui/MainFormFixture.h"
 #include "ui/code/frmLabel.h"
 
@@ -49,24 +48,17 @@ private slots:
         frmLabel* labels = frmLabel::Open();
         int told = 0;
         QObject::connect(f->form.get(), &frmMain::SymbolsLoaded, [&] { ++told; });
-        QString chosen = WriteListing(dir.path(), "blink.lst", ThreeSymbols);
-        CommonDialog asked;
-        const auto previous = CommonDialog::SetHandler([&](CommonDialog& dialog, CommonDialog::Kind kind) {
-            asked = dialog;
-            dialog.FileName = chosen;
-            return kind == CommonDialog::Kind::Open && !chosen.isEmpty();
-        });
+        FileChooser chooser;
+        chooser.answer = WriteListing(dir.path(), "blink.lst", ThreeSymbols);
         f->form->Menu("mnuFileLoadSymbols")->trigger();
-        QCOMPARE(asked.DialogTitle + " " + asked.FileName, QString("Load Symbols PROG.LST"));   // the last listing is offered
+        QCOMPARE(chooser.kinds, QList{CommonDialog::Kind::Open});
+        QCOMPARE(chooser.asked[0].DialogTitle + " " + chooser.asked[0].FileName, QString("Load Symbols PROG.LST"));   // the last listing is offered
         QVERIFY(LstFile == "blink.lst" && f->form->PanelText(3) == "Symbols: blink.lst");
-        QString name = "limit";
-        QCOMPARE(SymbolValue(name), 0x40);
         // The label window is redrawn, the others are told.
         QVERIFY(told == 1 && labels->ListView->topLevelItemCount() == 3);
 
-        chosen.clear();   // the user cancels: nothing changes
+        chooser.answer.clear();   // the user cancels: nothing changes
         f->form->mnuFileLoadSymbols_Click();
-        CommonDialog::SetHandler(previous);
         QVERIFY(SymbolCount == 3 && LstFile == "blink.lst" && f->boxes.boxes.isEmpty());
 
         // A file that cannot be opened keeps the old table and panel.

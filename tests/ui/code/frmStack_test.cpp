@@ -6,11 +6,10 @@
 #include "support/ui/MainFormFixture.h"
 #include "support/ui/ModalPlayer.h"
 #include "support/ScriptedMonitor.h"
+#include "support/ui/ShownWindow.h"
 #include "ui/views/EntryFields.h"
 
 #include <QLabel>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 
 class frmStackTest : public QObject {
     Q_OBJECT
@@ -49,7 +48,7 @@ private slots:
         QVERIFY(StackViewAddress == 0x00EC && stack->CurRow == 5);
         QVERIFY(IsBold(5) && !IsBold(20) && IsBlue(5) && !IsBlue(20));
         QWidget* cpu = f->form->LoadWindow("frmRegCPU");
-        f->form->mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(cpu->parentWidget()));
+        Activate(*f->form, cpu);
         QVERIFY(!IsBlue(5) && stack->CurRow == 5);
     }
 

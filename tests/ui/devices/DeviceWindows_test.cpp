@@ -9,13 +9,12 @@
 #include "engine/state/TargetState.h"
 #include "platform/DoEvents.h"
 #include "platform/widgets/PopupMenu.h"
-#include "engine/source/SourceRecords.h"
 #include "hc11/asm/Assembler.h"
 #include "support/BoardProcess.h"
 #include "support/ChipHarness.h"
+#include "support/ui/DownloadFile.h"
 #include "support/ui/MainFormFixture.h"
 #include "support/RecordedIoUnit.h"
-#include "support/WorkFolder.h"
 #include "support/ui/ShownWindow.h"
 #include "ui/devices/frmIOBOard.h"
 #include "ui/devices/frmSerial.h"
@@ -24,8 +23,6 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -55,29 +52,9 @@ QString Leds(frmIOBOard* unit)
 class DeviceWindowsTest : public QObject {
     Q_OBJECT
 private slots:
-    // The unit shows only what happens while it is open (the events are the
-    // simulator operations' test's, the formats the unit's own test's).
-    void theUnitHooksInWhileItIsOpen()
-    {
-        MainFormFixture f;
-        frmMain& form = StartInSimulator(f);
-        TargetMemory[0x6000] = 1;
-        form.Menu("mnuViewIOunit")->trigger();
-        auto* unit = qobject_cast<frmIOBOard*>(form.Window("frmIOBOard"));
-        QVERIFY(unit && form.Link().IoUnitWindow == unit);
-        QVERIFY(!Lit(unit->ShapeInFresh));   // a flag left in memory is not shown
-        std::int32_t address = 0x6003;       // a host write, as from the memory window
-        form.Link().OutByte(address, 0x0F);
-        QCOMPARE(unit->TextOutBinary->text(), QString("00001111"));
-        unit->TextIn->setText("999");
-        unit->CommandInput->click();
-        QCOMPARE(f.boxes.boxes.value(0).text, QString("Wrong data format or Value out of range"));
-        unit->CommandClose->click();
-        QCoreApplication::processEvents();
-        QVERIFY(!form.Menu("mnuViewIOunit")->isChecked() && !form.Link().IoUnitWindow);
-    }
-
-    // The LED counter counts during Play, and restarts from an entered value.
+    // The LED counter counts during Play, and restarts from an entered value. The unit shows only
+    // what happens while it is open (the events are the simulator operations' test's, the formats
+    // the unit's own test's).
     void ledCounterOnTheUnit()
     {
         QByteArray source = Example("ledcount.asm");
@@ -88,9 +65,18 @@ private slots:
         QVERIFY(ShowAt(form, {900, 600}));
         QVERIFY(AssembleInto(TargetMemory, source.toStdString()).isEmpty());
         CpuRegisters.PC = 0xE000;
+        TargetMemory[0x6000] = 1;
         form.Menu("mnuViewIOunit")->trigger();
         auto* unit = qobject_cast<frmIOBOard*>(form.Window("frmIOBOard"));
-        QVERIFY(unit);
+        QVERIFY(unit && form.Link().IoUnitWindow == unit);
+        QVERIFY(!Lit(unit->ShapeInFresh));   // a flag left in memory is not shown
+        TargetMemory[0x6000] = 0;            // and the program starts without input
+        std::int32_t address = 0x6003;       // a host write, as from the memory window
+        form.Link().OutByte(address, 0x0F);
+        QCOMPARE(unit->TextOutBinary->text(), QString("00001111"));
+        unit->TextIn->setText("999");
+        unit->CommandInput->click();
+        QCOMPARE(f.boxes.boxes.value(0).text, QString("Wrong data format or Value out of range"));
         unit->CheckLEDPower->click();
         unit->ComboFormatOut->setCurrentText("Unsigned");
         emit unit->ComboFormatOut->textActivated("Unsigned");
@@ -127,6 +113,9 @@ private slots:
         QCOMPARE(unit->TextOut->text(), QString(" %1").arg(w.last()));
         QCOMPARE(Leds(unit), QString::number(w.last(), 2).rightJustified(8, QLatin1Char('0')));
         SaveScreenshot(&form, "io-unit.png");
+        unit->CommandClose->click();
+        QCoreApplication::processEvents();
+        QVERIFY(!form.Menu("mnuViewIOunit")->isChecked() && !form.Link().IoUnitWindow);
     }
 
     // The echo example on the board: what is typed comes back into the
@@ -140,18 +129,13 @@ private slots:
         MainFormFixture f;
         frmMain& form = f.StartOn(emulator.DevicePath());
         QVERIFY(ShowAt(form, {900, 600}));
-        WorkFolder folder;
-        folder.Enter();
-        QVERIFY(folder.Write("echo.s19", QByteArray::fromStdString(assembled.s19)));
-        S19File = "echo.s19";
-        form.mnuFileDownload_Click();
-        S19File.clear();
+        DownloadFile(form, QByteArray::fromStdString(assembled.s19));
         QVERIFY2(f.boxes.boxes.isEmpty(), qPrintable(f.boxes.boxes.value(0).text));
 
         form.Menu("mnuViewSerialTerminal")->trigger();
         auto* terminal = qobject_cast<frmSerial*>(form.Window("frmSerial"));
         QVERIFY(terminal);
-        form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(terminal->parentWidget()));
+        Activate(form, terminal);
         form.mnuRunRun_Click();
         QVERIFY(BoardRunning);
         QTRY_COMPARE(terminal->RichText->toPlainText(), QString("Echo ready\n"));
@@ -182,17 +166,14 @@ private slots:
         QTRY_COMPARE(terminal->RichText->toPlainText(), HexRow("41 7E", "A~"));
 
         // The reset report ends the run, its first three bytes shown as user
-        // output; the PC is read from the vector; then keys send nothing.
+        // output (the PC from the vector is the board link test's); then keys send nothing.
         emulator.Reset();
         QTRY_VERIFY(!BoardRunning);
         QCOMPARE(form.PanelText(1), QString("HC11 Board: Ready (Reset)"));
-        QCOMPARE(CpuRegisters.PC, 0xE000);
         QTRY_COMPARE(terminal->RichText->toPlainText(), HexRow("41 7E 0D 0A 3E", "A~..>"));
         const QString shown = terminal->RichText->toPlainText();
         QTest::keyClicks(terminal->RichText, "zz");
-        std::int32_t address = 0x0100;
-        std::uint8_t byte = 0;
-        form.Link().InByte(address, byte);   // the monitor still answers frames cleanly
+        TargetByte(form, 0x0100);   // the monitor still answers frames cleanly
         QVERIFY(BoardConnected);
         QVERIFY(f.boxes.boxes.isEmpty());
         QCOMPARE(terminal->RichText->toPlainText(), shown);

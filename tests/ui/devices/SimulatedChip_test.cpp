@@ -4,8 +4,6 @@
 // window sets the input levels. With ORVANE_SCREENSHOT set to a folder,
 // simulator-run.png (the terminal and the timer window during a run) is
 // saved there.
-#include <QtTest>
-
 #include "engine/state/TargetState.h"
 #include "support/ChipHarness.h"
 #include "support/ui/MainFormFixture.h"
@@ -15,16 +13,12 @@
 #include "ui/devices/frmSerial.h"
 #include "ui/views/RegisterWindow.h"
 
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTreeWidget>
 
 class SimulatedChipTest : public QObject {
     Q_OBJECT
 private slots:
-    void echoRunsInTheTerminalAndPauseStopsIt()
+    void echoRunsUntilPauseAndTheUnitAndAdWindowReachTheChip()
     {
         MainFormFixture f;
         frmMain& form = StartInSimulator(f, true);
@@ -36,7 +30,7 @@ private slots:
         form.Menu("mnuViewRegTimer")->trigger();
         form.Menu("mnuViewSerialTerminal")->trigger();
         auto* terminal = qobject_cast<frmSerial*>(form.Window("frmSerial"));
-        form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(terminal->parentWidget()));
+        Activate(form, terminal);
 
         form.Menu("mnuRunRun")->trigger();
         QVERIFY(BoardRunning && form.Menu("mnuRunPause")->isEnabled());
@@ -61,21 +55,12 @@ private slots:
         QVERIFY(form.Menu("mnuRunStepInto")->isEnabled() && !form.Menu("mnuRunPause")->isEnabled());
 
         // Get Reset Vector resets the chip: the SCI the program set up is off again.
-        std::int32_t sccr2 = 0x102D;
-        std::uint8_t value = 0;
-        form.Link().InByte(sccr2, value);
-        QCOMPARE(value, std::uint8_t(0x0C));
+        QCOMPARE(TargetByte(form, 0x102D), std::uint8_t(0x0C));
         form.Menu("mnuDebugGetResVec")->trigger();
-        form.Link().InByte(sccr2, value);
-        QCOMPARE(value, std::uint8_t(0));
+        QCOMPARE(TargetByte(form, 0x102D), std::uint8_t(0));
         QCOMPARE(CpuRegisters.PC, 0xE000);
 
-    }
-
-    void interruptPinsAndAnalogLevelsReachTheChip()
-    {
-        MainFormFixture f;
-        frmMain& form = StartInSimulator(f, true);
+        // The unit's interrupt buttons hold the pins while it is open; the A/D window sets the input levels.
         form.Menu("mnuViewIOunit")->trigger();
         auto* unit = qobject_cast<frmIOBOard*>(form.Window("frmIOBOard"));
         QVERIFY(unit && unit->CommandIrq->isEnabled());
@@ -85,14 +70,11 @@ private slots:
         unit->CommandClose->click();   // the unit goes: its button no longer holds XIRQ low
         QTRY_VERIFY(!form.Window("frmIOBOard"));
         QVERIFY(!chip.Inputs().xirqAsserted);
-        form.Menu("mnuViewIOunit")->trigger();
 
         form.Menu("mnuViewRegAD")->trigger();
         auto* ad = qobject_cast<RegisterWindow*>(form.Window("frmRegAD"));
         constexpr int Pe3Level = 8;
-        ModalPlayer player([](QDialog& dialog) { TypeAndPressOK(dialog, "Text", "$A5"); });
-        ad->SelectRow(Pe3Level);
-        QTest::keyClick(ad->ListView, Qt::Key_Return);
+        EnterValue(ad, Pe3Level, "$A5");
         QCOMPARE(chip.Inputs().analog[3], std::uint8_t(0xA5));
         QCOMPARE(ad->Cell(Pe3Level), QString("$A5"));
     }

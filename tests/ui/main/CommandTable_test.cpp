@@ -78,14 +78,6 @@ private slots:
         form.Menu("mnuDebugResetCounter")->trigger();
         QVERIFY(ClockCount == 0 && form.PanelText(4) == "Clock= 00000000");
     }
-
-    void aRepeatedCommandSharesItsHelpTopic()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        QCOMPARE(form.HelpContextOf("mnuPopupStackRefresh"), form.HelpContextOf("mnuDebugRefresh"));
-        QVERIFY(form.HelpContextOf("mnuDebugRefresh") > 0);
-    }
 };
 
 QTEST_MAIN(CommandTableTest)

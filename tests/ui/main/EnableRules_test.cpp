@@ -77,6 +77,16 @@ private slots:
         form.DisAsmUnloaded();
         EXPECT_OFF(RunEntries + QStringList{"mnuRunPause"}, {23, 24, 25, 26, 28, 29, 30, 31});
         BreakpointCount = 0;
+
+        // The flat simulator never turns Run on, not even at the end of a run.
+        TargetMode = SimulatorMode;
+        OpenDisAsmOnReadyTarget(form);
+        EXPECT_OFF({"mnuRunRun"}, {23});
+        EXPECT_ON({"mnuRunPlay"});
+        form.FreezeDisplay();
+        form.ThawDisplay();
+        EXPECT_OFF({"mnuRunRun"}, {23});
+        EXPECT_ON({"mnuRunAnimate", "mnuViewIOunit"});
     }
 
     void freezeAndThawAroundARun()
@@ -114,21 +124,6 @@ private slots:
         form.ThawDisplay();
         EXPECT_ON({"mnuRunPause"}, {26});
         EXPECT_OFF({"mnuRunPlay", "mnuRunRun"});
-    }
-
-    void theSimulatorNeverTurnsRunOn()
-    {
-        MainFormFixture f;
-        PluggedWindows plugged({"frmDisAsm"});
-        frmMain& form = f.Start();
-        TargetMode = SimulatorMode;
-        OpenDisAsmOnReadyTarget(form);
-        EXPECT_OFF({"mnuRunRun"}, {23});
-        EXPECT_ON({"mnuRunPlay"});
-        form.FreezeDisplay();
-        form.ThawDisplay();
-        EXPECT_OFF({"mnuRunRun"}, {23});
-        EXPECT_ON({"mnuRunAnimate", "mnuViewIOunit"});
     }
 
     // The Edit entries follow the editor's state as it changes, as the buttons
@@ -169,7 +164,7 @@ private slots:
         EXPECT_OFF({"mnuEditFindNext"}, {17});
     }
 
-    void targetModeWatchBreakpointAndWindowMenuRules()
+    void targetModeAndWindowMenuRules()
     {
         MainFormFixture f;
         PluggedWindows plugged({"frmStack"});
@@ -191,12 +186,6 @@ private slots:
         EXPECT_OFF({"mnuRunPlay", "mnuRunRun"}, {24});
         EXPECT_ON({"mnuViewDisassembler"});
 
-        for (bool on : {true, false}) {
-            form.SetEditWatchCommand(on);
-            BreakpointCount = on ? 1 : 0;
-            form.BreakpointCountChanged();
-            QCOMPARE(Wrong(form, on, {"mnuDebugEditWatch", "mnuDebugClearAllBreakpoints"}), QString());
-        }
         QMenu* menu = form.MenuOf("mnuWindow");
         emit menu->aboutToShow();
         QVERIFY(!form.Menu("mnuWindowCascade")->isEnabled() && form.Menu("mnuWindowArrangeDebugger")->isEnabled());

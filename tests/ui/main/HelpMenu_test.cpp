@@ -30,6 +30,9 @@ private slots:
         }
         SetHelpHandler(previous);
         QCOMPARE(calls, (QList<std::array<int, 2>>{{3, 0}, {4, 0}, {1, 999}, {1, 38}, {1, 25}}));
+        // A command in two menus has one topic.
+        QCOMPARE(form.HelpContextOf("mnuPopupStackRefresh"), form.HelpContextOf("mnuDebugRefresh"));
+        QVERIFY(form.HelpContextOf("mnuDebugRefresh") > 0);
     }
 
     void everyContextLeadsToItsAnchorAndTheSymbolsTopicListsTheRegisterBlock()

@@ -7,24 +7,20 @@
 class MainWindowViewsTest : public QObject {
     Q_OBJECT
 private slots:
-    void theTerminalGetsOutputOnlyWhileItsEntryIsChecked()
+    void theTerminalAndTheToolWindowsAreTheViews()
     {
         MainFormFixture f;
+        PluggedWindows plugged({"frmDisAsm", "frmRegCPU", "frmWatch", "frmRegPIA", "frmMemory", "frmRegAD",
+                                "frmRegPorts", "frmRegTimer"});
         frmMain& form = f.Start();
+        // The terminal gets output only while its entry is checked.
         QList<QByteArray> shown;
         form.SerialTerminalDisplay = [&shown](const QByteArray& bytes) { shown << bytes; };
         form.PassToTerminal("lost");
         form.Menu("mnuViewSerialTerminal")->setChecked(true);
         form.PassToTerminal("seen");
         QCOMPARE(shown, QList<QByteArray>{"seen"});
-    }
 
-    void theToolWindowsAreTheRefreshViews()
-    {
-        MainFormFixture f;
-        PluggedWindows plugged({"frmDisAsm", "frmRegCPU", "frmWatch", "frmRegPIA", "frmMemory", "frmRegAD",
-                                "frmRegPorts", "frmRegTimer"});
-        frmMain& form = f.Start();
         TargetMode = SimulatorMode, BoardConnected = true;
         // Opened out of order: the refresh has its own; the memory window has none.
         for (const char* window : {"frmRegTimer", "frmWatch", "frmRegAD", "frmMemory", "frmRegCPU", "frmDisAsm",

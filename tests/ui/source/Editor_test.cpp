@@ -1,13 +1,13 @@
 // The editor documents on the real main window. With ORVANE_SCREENSHOT set to
 // a folder, editors.png (a coloured editor) is saved there.
 
-#include "platform/widgets/CommonDialog.h"
 #include "engine/source/EditorRecords.h"
 #include "engine/source/SourceRecords.h"
 #include "ui/source/frmEditor.h"
 #include "ui/source/frmReplace.h"
 #include "support/FileSizeLimit.h"
 #include "engine/source/SourceDocuments.h"
+#include "support/ui/FileChooser.h"
 #include "support/ui/MainFormFixture.h"
 #include "support/ui/ModalPlayer.h"
 #include "support/ui/ShownWindow.h"
@@ -18,29 +18,11 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QTextBlock>
 
 namespace {
-// Answers the file dialogs for the life of the object and keeps what they proposed.
-struct FileChooser {
-    QString answer;   // empty: Cancel
-    QList<CommonDialog> asked;
-    CommonDialog::Handler previous;
-    FileChooser()
-    {
-        previous = CommonDialog::SetHandler([this](CommonDialog& dialog, CommonDialog::Kind) {
-            asked << dialog;
-            dialog.FileName = answer;
-            return !answer.isEmpty();
-        });
-    }
-    ~FileChooser() { CommonDialog::SetHandler(previous); }
-};
-
 // Where line 2 starts: behind the first CR LF, LF or lone CR.
 qsizetype SecondLine(const QByteArray& bytes)
 {
@@ -160,27 +142,10 @@ private slots:
         QVERIFY(s.f.boxes.boxes.isEmpty());
     }
 
-    // A full disk: the old file stays whole, the editor keeps its change, the user is told why.
-    void failedSaveKeepsTheOldFileAndTheChange()
-    {
-        Session s;
-        const QByteArray old = QByteArray(" LDAA #1\n").repeated(400);
-        QVERIFY(s.folder.Write("prog.asm", old));
-        frmEditor* editor = s.Open("prog.asm");
-        QTest::keyClicks(editor->Text, "new ");
-        {
-            FileSizeLimit full(1000);
-            s.form.Menu("mnuFileSave")->trigger();
-        }
-        QVERIFY(s.Boxes() == (QStringList{"File too large !"}) && s.folder.Read("prog.asm") == old);
-        QCOMPARE(QDir(s.folder.dir.path()).entryList(QDir::Files), QStringList{"prog.asm"});
-        QVERIFY(editor->TextChanged && s.form.Menu("mnuFileSave")->isEnabled());
-    }
-
     // A file changed by another program is not written over unasked: Yes
     // loads it; No keeps the text and asks again before the save, not at
     // every activation. The editor's own save, or a file that is gone, asks nothing.
-    void changesOnDiskAreAskedAbout()
+    void savesRespectTheFileOnDisk()
     {
         Session s;
         QVERIFY(s.folder.Write("prog.asm", "mine\n"));
@@ -188,7 +153,7 @@ private slots:
         s.form.Menu("mnuFileNew")->trigger();
         const auto comeBack = [&] {   // to the other editor and back
             for (frmEditor* next : {LoadedEditors().last(), editor})
-                s.form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(next->parentWidget()));
+                Activate(s.form, next);
         };
         QVERIFY(s.folder.Write("prog.asm", "theirs, longer\n"));
         s.f.boxes.answer = MbResultYes;
@@ -211,6 +176,16 @@ private slots:
         QTest::keyClicks(editor->Text, "*");
         s.form.Menu("mnuFileSave")->trigger();
         QVERIFY(s.f.boxes.boxes.size() == 3 && s.folder.Read("prog.asm") == editor->PlainText().toUtf8());
+
+        // A full disk: the old file stays whole, the editor keeps its change, the user is told why.
+        const QByteArray old = s.folder.Read("prog.asm");
+        QTest::keyClicks(editor->Text, "new ");
+        {
+            FileSizeLimit full(old.size());
+            s.form.Menu("mnuFileSave")->trigger();
+        }
+        QVERIFY(s.Boxes().last() == "File too large !" && s.folder.Read("prog.asm") == old);
+        QVERIFY(editor->TextChanged && s.form.Menu("mnuFileSave")->isEnabled());
     }
 
     void unsavedTextAtTheEndOfTheProgram()
@@ -288,13 +263,9 @@ private slots:
 
         // Open remembers the file type the user chose, even through a Cancel.
         s.chooser.answer.clear();
-        s.chooser.previous = CommonDialog::SetHandler([&](CommonDialog& dialog, CommonDialog::Kind) {
-            s.chooser.asked << dialog;
-            dialog.FilterIndex = 3;
-            return false;
-        });
+        s.chooser.filterIndex = 3;
         s.form.Menu("mnuFileOpen")->trigger();
-        CommonDialog::SetHandler(s.chooser.previous);
+        s.chooser.filterIndex = 0;
         s.form.Menu("mnuFileOpen")->trigger();
         QVERIFY(s.chooser.asked.last().FilterIndex == 3 && LoadedEditors().size() == 1);
 

@@ -1,5 +1,5 @@
-#include "platform/widgets/CommonDialog.h"
 #include "platform/widgets/PrintDialog.h"
+#include "support/ui/FileChooser.h"
 #include "support/ui/MainFormFixture.h"
 #include "support/ui/ModalPlayer.h"
 #include "support/PdfText.h"
@@ -56,10 +56,8 @@ private slots:
             QSKIP("this machine has a printer: the platform's print dialog asks instead");
         WorkFolder folder;
         const QString pdf = folder.Path(QStringLiteral("listing.pdf"));
-        const CommonDialog::Handler previousFile = CommonDialog::SetHandler([&](CommonDialog& d, CommonDialog::Kind) {
-            d.FileName = pdf;
-            return true;
-        });
+        FileChooser chooser;
+        chooser.answer = pdf;
         QString note;
         ModalPlayer player([&](QDialog& dialog) {
             note = dialog.findChild<QLabel*>(QStringLiteral("lbNoPrinter"))->text();
@@ -68,7 +66,6 @@ private slots:
         });
         PrintChoices choices;
         const bool confirmed = ShowPrinterDialog(choices, PrintForm, nullptr);
-        CommonDialog::SetHandler(previousFile);
         QVERIFY2(confirmed && note.contains(QStringLiteral("No printer")), qPrintable(note));
         QCOMPARE(choices.pdfFile, QFileInfo(pdf).absoluteFilePath());
     }

@@ -59,14 +59,6 @@ private slots:
         }
     }
 
-    void aWindowWithoutRowsIgnoresKeys()
-    {
-        MemoryGrid grid;
-        grid.SetLinesPerPage(0);
-        QVERIFY(grid.Rows() == 0 && !grid.Key(MemoryKey::PageDown) && grid.PageAddress() == 0);
-        QCOMPARE(grid.ScrollMaximum(), 4096);
-    }
-
     void clicks()
     {
         MemoryGrid grid = GridAt(8, {0x100, 2, 5, MemorySide::Char});
@@ -103,6 +95,9 @@ private slots:
     void scrollBarAndDragHint()
     {
         MemoryGrid grid;
+        grid.SetLinesPerPage(0);   // a window without rows ignores keys
+        QVERIFY(grid.Rows() == 0 && !grid.Key(MemoryKey::PageDown) && grid.PageAddress() == 0);
+        QCOMPARE(grid.ScrollMaximum(), 4096);
         grid.SetLinesPerPage(8);
         QCOMPARE(grid.ScrollMaximum(), 4088);
         QVERIFY(grid.Scroll(5000));   // past the end: the last page
@@ -146,10 +141,7 @@ private slots:
                 text.remove(caret, selection);   // nothing typed: Enter sends what stands
             QVERIFY2(text == r.text && CellByte(r.side, text) == r.byte, r.name);
         }
-    }
-
-    void overtypeReplacesTheCharacterBehindTheCaret()
-    {
+        // Overtype replaces the character behind the caret.
         QString text = "AB";
         int caret = 0, selection = 0;
         QVERIFY(TypeIntoCell(MemorySide::Hex, '7', text, caret, selection) && text == "7B" && caret == 1);

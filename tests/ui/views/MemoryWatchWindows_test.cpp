@@ -27,13 +27,6 @@ const std::uint8_t TopBytes[16] = {0x00, 0x1F, 0x20, 0x41, 0x7E, 0x7F, 0x80, 0xF
 // INC $0040, then STD $0041: what Step Into runs.
 const std::vector<std::uint8_t> Program = {0x7C, 0x00, 0x40, 0xFD, 0x00, 0x41};
 
-std::uint8_t TargetByte(frmMain& form, std::int32_t address)
-{
-    std::uint8_t byte = 0;
-    form.Link().InByte(address, byte);
-    return byte;
-}
-
 // Answers the memory window's address dialog with keys typed into its box.
 void TypeAddress(QDialog& dialog, const QString& keys)
 {
@@ -75,13 +68,6 @@ void AddWatchTyped(frmMain& form, const QString& text, bool word, int* dialogs =
         TypeAndPressOK(dialog, "txtAdr", text);
     });
     form.mnuDebugAddWatch_Click();
-}
-
-void EnterWatch(frmWatch* watch, int row, const QString& text)
-{
-    watch->SelectRow(row);
-    ModalPlayer player([&](QDialog& dialog) { TypeAndPressOK(dialog, "Text", text); });
-    watch->mnuEnter();
 }
 
 frmWatch* Watches(frmMain& form) { return qobject_cast<frmWatch*>(form.Window("frmWatch")); }
@@ -160,7 +146,7 @@ private slots:
         // The board is back: Enter on the cleared window still takes a value,
         // writes it, and the refresh brings the values back.
         answers = 100;
-        EnterWatch(Watches(form), 1, "$1234");
+        EnterValue(Watches(form), 1, "$1234");
         QCOMPARE(monitor.memory[0x0206] * 256 + monitor.memory[0x0207], 0x1234);
         QVERIFY((Watches(form)->Cell(1)) == QString("$1234") && f.boxes.boxes.size() == 2);
     }
@@ -247,7 +233,7 @@ private:
         f.boxes.boxes.clear();
 
         // The watches the step changes, one by symbol in lower case.
-        SymbolTable = {SymbolEntry{.SymbolAddress = 0x0040, .SymbolLabel = "COUNT"}};
+        SymbolTable = {{0x0040, 0, {}, "COUNT", ""}};
         SymbolCount = 1;
         std::int32_t at = 0x0040;
         form.Link().OutBytes(at, {0x07, 0x00, 0x00}, 3);
@@ -273,7 +259,7 @@ private:
             SaveScreenshot(watch->parentWidget(), "watch-window.png");
 
         // A value typed into a watch goes to the target and comes back.
-        EnterWatch(watch, 1, "%101");
+        EnterValue(watch, 1, "%101");
         QVERIFY(TargetByte(form, 0x0040) == 5 && watch->Cell(1) == "$05");
 
         // Edit: from a symbol to a number drops it; byte to word keeps the format.

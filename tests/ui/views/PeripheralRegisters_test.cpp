@@ -1,8 +1,7 @@
 // The peripheral and PIA register windows on hc11board and the simulator:
-// each opens from its View entry, word registers read high
-// byte first, one read of the register block serves all seven block windows,
-// and the bits a step changed are marked until the next stop. The board's
-// registers are those of a reset.
+// each opens from its View entry, one read of the register block serves all
+// seven block windows, and the bits a step changed are marked until the next
+// stop. The board's registers are those of a reset.
 // With ORVANE_SCREENSHOT set to a folder, timer-sci-cpu.png is saved there.
 
 #include "engine/state/TargetState.h"
@@ -29,7 +28,7 @@ const WindowCase Windows[] = {
     {"mnuViewRegOther", "frmRegOther"}, {"mnuViewRegPIA", "frmRegPIA"},
 };
 
-enum TimerRow { TOC1 = 4, TOC3 = 6, TCTL1 = 9, TMSK1 = 11 };
+enum TimerRow { TOC1 = 4, TCTL1 = 9, TMSK1 = 11 };
 enum SciRow { SCCR2 = 2, SCSR = 3 };
 
 RegisterWindow* Open(frmMain& form, const WindowCase& w)
@@ -42,31 +41,6 @@ std::uint32_t Marked(const RegisterWindow* w, int row)
 {
     return w->ListView->topLevelItem(row)->data(1, ChangedBitsRole).toUInt();
 }
-
-void EnterValue(RegisterWindow* w, int row, const QString& text)
-{
-    ModalPlayer player([&](QDialog& dialog) { TypeAndPressOK(dialog, "Text", text); });
-    w->SelectRow(row);
-    QTest::keyClick(w->ListView, Qt::Key_Return);
-}
-
-// Every window opens from its entry with values, and a word register reads
-// high byte first. Which rows refuse the value dialog is the row table's
-// readOnly flag; frmRegCPU_test checks that the window honours it.
-void OpenEveryWindow(frmMain& form)
-{
-    // A compare register: the board's TCNT counts and takes no writes.
-    std::int32_t toc3 = 0x101A;
-    form.Link().OutBytes(toc3, {0x12, 0x34}, 2);
-    for (const WindowCase& w : Windows) {
-        RegisterWindow* window = Open(form, w);
-        QVERIFY2(window && window->ValueColumnWidth() > 0, w.window);
-    }
-    auto* timer = qobject_cast<RegisterWindow*>(form.Window("frmRegTimer"));
-    QCOMPARE(timer->Cell(TOC3), QString("$1234"));
-    QVERIFY(timer->ListView->topLevelItem(TCTL1)->toolTip(1).contains("OM2 OL2 OM3 OL3 OM4 OL4 OM5 OL5"));
-}
-
 }  // namespace
 
 class PeripheralRegistersTest : public QObject {
@@ -124,10 +98,9 @@ private slots:
         MainFormFixture f;
         frmMain& form = f.StartOn(emulator.DevicePath());
         // The registers as a reset leaves them: TOC2 untouched, the SCI idle, the PIA's pins high.
-        OpenEveryWindow(form);
-        auto* timer = qobject_cast<RegisterWindow*>(form.Window("frmRegTimer"));
-        auto* sci = qobject_cast<RegisterWindow*>(form.Window("frmRegSCI"));
-        auto* pia = qobject_cast<RegisterWindow*>(form.Window("frmRegPIA"));
+        RegisterWindow* timer = Open(form, Windows[1]);
+        RegisterWindow* sci = Open(form, Windows[3]);
+        RegisterWindow* pia = Open(form, Windows[7]);
         QCOMPARE(timer->Cell(TOC1 + 1), QString("$FFFF"));
         QCOMPARE(sci->Cell(SCSR), QString("%11000000"));
         QCOMPARE(sci->Cell(SCCR2), QString("%00001100"));
@@ -139,14 +112,20 @@ private slots:
         QVERIFY(f.boxes.boxes.isEmpty());
     }
 
-    // One read of the block serves all seven windows; the PIA window reads its own.
+    // Every window opens from its entry with values; one read of the block serves all seven, and the
+    // PIA window reads its own. Which rows refuse the value dialog is the row table's readOnly flag;
+    // frmRegCPU_test checks that the window honours it.
     void oneReadServesTheBlockWindows()
     {
         MainFormFixture f;
         ScriptedMonitor board(f.line);
         frmMain& form = f.Start();
-        for (const WindowCase& w : Windows)
-            Open(form, w);
+        for (const WindowCase& w : Windows) {
+            RegisterWindow* window = Open(form, w);
+            QVERIFY2(window && window->ValueColumnWidth() > 0, w.window);
+        }
+        auto* timer = qobject_cast<RegisterWindow*>(form.Window("frmRegTimer"));
+        QVERIFY(timer->ListView->topLevelItem(TCTL1)->toolTip(1).contains("OM2 OL2 OM3 OL3 OM4 OL4 OM5 OL5"));
         const auto reads = [&](std::int32_t address, int count) {
             return int(board.frames.count(monitor::ReadFrame(address, count)));
         };

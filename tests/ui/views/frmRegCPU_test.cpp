@@ -10,9 +10,6 @@
 #include "support/ui/ShownWindow.h"
 #include "ui/views/RegisterWindow.h"
 
-#include <QLabel>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenu>
 #include <QTreeWidget>
 
@@ -36,19 +33,6 @@ QStringList Cells(const RegisterWindow* w)
     for (int i = 0; i < w->ListView->topLevelItemCount(); ++i)
         cells << w->Cell(i);
     return cells;
-}
-
-// Enters text for a row with the Enter key; returns the dialog's label and the text it started from.
-QStringList EnterValue(RegisterWindow* w, int row, const QString& text)
-{
-    QStringList seen;
-    w->SelectRow(row);
-    ModalPlayer player([&](QDialog& dialog) {
-        seen << dialog.findChild<QLabel*>("Label")->text() << dialog.findChild<QLineEdit*>("Text")->text();
-        TypeAndPressOK(dialog, "Text", text);
-    });
-    QTest::keyClick(w->ListView, Qt::Key_Return);
-    return seen;
 }
 
 // A lost board: every time-out passes at once.
@@ -87,17 +71,12 @@ QString RightClick(frmMain& form, RegisterWindow* w, const QPoint& at, const cha
     SetPopupMenuHandler(previous);
     return state;
 }
-
-void Activate(frmMain& form, QWidget* window)
-{
-    form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(window->parentWidget()));
-}
 }  // namespace
 
 class frmRegCPUTest : public QObject {
     Q_OBJECT
 private slots:
-    void enteredValuesThePopupAndFormatsInTheSimulator()
+    void enteredValuesThePopupFormatsAndPlayInTheSimulator()
     {
         MainFormFixture f;
         frmMain& form = f.Start();
@@ -168,15 +147,8 @@ private slots:
         const QPoint below = RowPoint(cpu, CCR) + QPoint(0, 3 * cpu->ListView->visualItemRect(
                                                                      cpu->ListView->topLevelItem(CCR)).height());
         QVERIFY(RightClick(form, cpu, below) == QString("Refresh | Hex") && cpu->SelectedRow() == B && dialogs == 0);
-    }
 
-    void duringPlayTheCellsFollowAtEachEventPass()
-    {
-        MainFormFixture f;
-        frmMain& form = f.Start();
-        TargetMode = SimulatorMode;
-        RegisterWindow* cpu = OpenCpu(form, TargetMemory);
-        // LDAA #$42, INCA, then a breakpoint on the NOP.
+        // During Play the cells follow at each event pass: LDAA #$42, INCA, then a breakpoint on the NOP.
         const std::uint8_t program[] = {0x86, 0x42, 0x4C, 0x01};
         std::copy(std::begin(program), std::end(program), TargetMemory.begin() + 0x2000);
         CpuRegisters.PC = 0x2000;
@@ -189,54 +161,29 @@ private slots:
         QCOMPARE(cpu->Cell(A), QString("$99"));
     }
 
-    void theWindowShowsWhatTheBoardAnswersNotWhatWasTyped()
-    {
-        MainFormFixture f;
-        ScriptedMonitor board(f.line);
-        // The X bit can't be set by a write, as on the processor.
-        board.Stored = [](std::int32_t address, std::uint8_t byte) {
-            return address == 8 ? std::uint8_t(byte & ~0x40) : byte;
-        };
-        frmMain& form = f.Start();
-        RegisterWindow* cpu = OpenCpu(form, board.memory);
-        EnterValue(cpu, CCR, "%11111111");
-        QCOMPARE(cpu->Cell(CCR), QString("%S0HINZVC"));
-
-        // PC is the host's: its entry sends no write, only the refresh's reads.
-        board.frames.clear();
-        QCOMPARE(EnterValue(cpu, PC, "@160443"), (QStringList{"PC:", "$E000"}));
-        QVERIFY(CpuRegisters.PC == 0xE123 && cpu->Cell(PC) == "$E123");
-        QVERIFY(board.Count('W') == 0 && board.Count('R') > 0 && f.boxes.boxes.isEmpty());
-
-        // A write that fails clears the window with one message, and nothing is refreshed after it.
-        Silently(board, [&] { EnterValue(cpu, A, "$01"); });
-        QVERIFY(f.boxes.boxes.size() == 1 && !BoardConnected && Cells(cpu) == QStringList(8, QString()));
-        QVERIFY(cpu->ValueColumnWidth() == 0 && board.memory[0] == 0x12);
-    }
-
-    // A block window: a 16-bit row written in one write, and auto refresh
-    // across the dialog, activation and a lost link.
-    void blockWindowWritesAndAutoRefreshUntilTheLinkIsLost()
+    // On a board: a block window writes a 16-bit row in one write and refreshes itself across the
+    // dialog, activation and a lost link; the CPU window shows what the board answers, not what was typed.
+    void blockAndCpuWindowsOnTheBoard()
     {
         MainFormFixture f;
         ScriptedMonitor board(f.line);
         board.memory[0x1016] = 0x12, board.memory[0x1017] = 0x34;
+        // The X bit can't be set by a write, as on the processor.
+        board.Stored = [](std::int32_t address, std::uint8_t byte) {
+            return address == 8 ? std::uint8_t(byte & ~0x40) : byte;
+        };
         frmMain& form = f.Start();
         auto* timer = qobject_cast<RegisterWindow*>(form.LoadWindow("frmRegTimer"));
         QCOMPARE(timer->Cell(TOC1), QString("$1234"));
 
         // One write, high byte first, then one read of the block for the redraw.
         board.frames.clear();
-        timer->SelectRow(TOC1);
-        {
-            ModalPlayer player([&](QDialog& dialog) { TypeAndPressOK(dialog, "Text", "$BEEF"); });
-            timer->mnuEnter();
-        }
+        EnterValue(timer, TOC1, "$BEEF");
         QVERIFY(board.Count('W') == 1 && board.Count('R') == 1);
         QCOMPARE(board.frames[0].mid(0, 6), QByteArray::fromHex("57101602BEEF"));
         QCOMPARE(timer->Cell(TOC1), QString("$BEEF"));
 
-        QWidget* cpu = form.LoadWindow("frmRegCPU");
+        RegisterWindow* cpu = OpenCpu(form, board.memory);
         Activate(form, timer);
         timer->mnuAutoRefresh();
         QVERIFY(form.tmrRefresh.isActive() && form.tmrRefresh.interval() == 100);
@@ -271,6 +218,19 @@ private slots:
         board.silent = false;
         timer->mnuRefresh();
         QVERIFY(timer->ValueColumnWidth() > 0 && !form.tmrRefresh.isActive());
+
+        EnterValue(cpu, CCR, "%11111111");
+        QCOMPARE(cpu->Cell(CCR), QString("%S0HINZVC"));
+        // PC is the host's: its entry sends no write, only the refresh's reads.
+        board.frames.clear();
+        QCOMPARE(EnterValue(cpu, PC, "@160443"), (QStringList{"PC:", "$E000"}));
+        QVERIFY(CpuRegisters.PC == 0xE123 && cpu->Cell(PC) == "$E123");
+        QVERIFY(board.Count('W') == 0 && board.Count('R') > 0 && f.boxes.boxes.size() == 1);
+
+        // A write that fails clears the window with one message, and nothing is refreshed after it.
+        Silently(board, [&] { EnterValue(cpu, A, "$01"); });
+        QVERIFY(f.boxes.boxes.size() == 2 && !BoardConnected && Cells(cpu) == QStringList(8, QString()));
+        QVERIFY(cpu->ValueColumnWidth() == 0 && board.memory[0] == 0x12);
     }
 };
 
