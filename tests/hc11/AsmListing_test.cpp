@@ -5,7 +5,6 @@
 #include "hc11/asm/S19Reader.h"
 #include "hc11/asm/S19Writer.h"
 #include "engine/code/ListingReader.h"
-#include "support/AsmPrograms.h"
 #include "support/S19Image.h"
 #include <QBuffer>
 
@@ -45,11 +44,6 @@ private slots:
             "0001                       * heading", "0002 1000                   ORG $1000",
             "0003 1000 86 12            START LDAA #$12", "0004", "0005 1002 18 ED 04          STD 4,Y",
             "", "Symbol Table", "", " START                            $1000", "", "0 errors"}));
-        SymbolEntry e;
-        QVERIFY(ReadListingLine(QString::fromStdString(lines[2]), e));
-        QVERIFY(e.SymbolAddress == 0x1000 && e.SymbolCodeSize == 2 && e.SymbolLabel == "START"
-                && e.SymbolSource == "START LDAA #$12");
-        QVERIFY(!ReadListingLine(QString::fromStdString(lines[0]), e));   // a comment has no address
     }
 
     void longDataContinuesWithoutSourceAndLoadsAsAValue()
@@ -90,24 +84,15 @@ private slots:
         QCOMPARE(lines[9999].substr(0, 9), std::string("0000 270F"));
     }
 
-    // examples/ and a program of every instruction: clean, and every label and code byte in the listing.
-    void examplesAndEveryInstructionLoadAsSymbols()
+    // examples/: clean, and every label and code byte in the listing.
+    void examplesLoadAsSymbols()
     {
         const struct { const char* file; const char* label; int value; } rows[] = {
-            {"ledcount.asm", "WLOOP", 0xE01A}, {"echo.asm", "PUTC", 0xE028}, {"lookup.asm", "SEGMENTS", 0xE041},
-            {nullptr, "START", 0xE000}};
+            {"ledcount.asm", "WLOOP", 0xE01A}, {"echo.asm", "PUTC", 0xE028}, {"lookup.asm", "SEGMENTS", 0xE041}};
         for (const auto& row : rows) {
-            std::string source;
-            if (row.file) {
-                QFile f(QFINDTESTDATA(QString("../../examples/") + row.file));
-                QVERIFY2(f.open(QIODevice::ReadOnly), row.file);
-                source = f.readAll().toStdString();
-            } else {
-                TwinSource program;
-                AppendEveryInstruction(program, "");
-                source = "START EQU $E000\n ORG $E000\n" + program.ours + " ORG $FFFE\n FDB START\n END START\n";
-            }
-            const auto result = AssembleSource(source);
+            QFile f(QFINDTESTDATA(QString("../../examples/") + row.file));
+            QVERIFY2(f.open(QIODevice::ReadOnly), row.file);
+            const auto result = AssembleSource(f.readAll().toStdString());
             QVERIFY2(result.errors.empty(), result.ErrorFileText().c_str());
             const S19Image image = ReadS19(result.s19);
             QVERIFY(image.problem.empty());
@@ -123,8 +108,6 @@ private slots:
                 instructionBytes += e.SymbolCodeSize;
             }
             QVERIFY(instructionBytes > 30);
-            if (!row.file)   // every byte but the vector's comes from an instruction line
-                QCOMPARE(instructionBytes, int(image.bytes.size()) - 2);
             QCOMPARE(labels.at(QStringLiteral("START")), 0xE000);
             QCOMPARE(labels.at(QString(row.label)), row.value);
         }

@@ -3,8 +3,6 @@
 // PSEL table of HPRIO), the I and X masks, IRQ by level or edge (OPTION's
 // IRQE), WAI's 14 + n cycles and its wake-up, STOP and its recovery delay,
 // the illegal opcode trap and the clock monitor's reset.
-#include <QtTest>
-
 #include "hc11/chip/Interrupts.h"
 #include "support/ChipHarness.h"
 

@@ -13,8 +13,6 @@
 //    bit descriptions: BYTE over ROW, ROW over bulk), programming that only
 //    clears bits, BPROT (the EEPROM block protection table) and CONFIG,
 //    programmed the same way and read from its cell at the next reset.
-#include <QtTest>
-
 #include "hc11/chip/Interrupts.h"
 #include "support/ChipHarness.h"
 

@@ -2,8 +2,6 @@
 // SCSR's flags with their set and clear rules, wake-up and nine-bit characters. The facts are
 // the MC68HC11E technical data's SCI chapter: the baud rate prescaler and
 // select tables, and the SCSR bit descriptions.
-#include <QtTest>
-
 #include "support/ChipHarness.h"
 
 using namespace hc11::chip;

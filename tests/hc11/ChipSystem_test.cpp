@@ -4,8 +4,6 @@
 // rates and clearing sequence (the technical data's COP time-out table: E/2^15
 // divided by 1, 4, 16, 64), the parallel ports with their direction
 // registers, the host's devices on the bus, and special test mode's vectors.
-#include <QtTest>
-
 #include "support/ChipHarness.h"
 
 #include <vector>

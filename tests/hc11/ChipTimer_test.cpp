@@ -3,8 +3,6 @@
 // accumulator and the write-1-to-clear flags, each against the MC68HC11E
 // technical data's timer chapter. The program waits in WAI with nothing
 // enabled, so that every run ends on the exact E cycle asked for.
-#include <QtTest>
-
 #include "support/ChipHarness.h"
 
 using namespace hc11::chip;
@@ -12,37 +10,28 @@ using namespace hc11::chip;
 class ChipTimerTest : public QObject {
     Q_OBJECT
 private slots:
-    void counterRunsAtThePrescaledRateAndOverflowsIntoTof()
+    void overflowAndRealTimeFlagsRiseAtTheirPrescaledPeriods()
     {
-        // TMSK2 PR1:PR0 select E/1, E/4, E/8, E/16 (the timer prescale table).
-        const struct { std::uint8_t pr; std::uint64_t factor; } rates[] = {{0, 1}, {1, 4}, {2, 8}, {3, 16}};
-        for (const auto& rate : rates) {
+        // TOF as TCNT wraps, TMSK2 PR1:PR0 selecting E/1, E/4, E/8, E/16 (the
+        // timer prescale table); RTIF every E/2^13 divided by 1, 2, 4, 8 by
+        // PACTL RTR1:RTR0 (the RTI rates table). TCNT steps on each prescaled tick.
+        const struct { unsigned offset; std::uint8_t value, flag; std::uint64_t factor, period; } rows[] = {
+            {reg::TMSK2, 0, 0x80, 1, 65536},     {reg::TMSK2, 1, 0x80, 4, 4 * 65536},
+            {reg::TMSK2, 2, 0x80, 8, 8 * 65536}, {reg::TMSK2, 3, 0x80, 16, 16 * 65536},
+            {reg::PACTL, 0, 0x40, 1, 8192},      {reg::PACTL, 1, 0x40, 1, 16384},
+            {reg::PACTL, 2, 0x40, 1, 32768},     {reg::PACTL, 3, 0x40, 1, 65536},
+        };
+        for (const auto& row : rows) {
             WaitingChip h;
-            h.SetReg(reg::TMSK2, rate.pr);
-            h.chip.RunUntil(1000 * rate.factor + rate.factor - 1);
-            QCOMPARE(h.Reg16(reg::TCNT), 1000);
-            h.chip.RunUntil(65536 * rate.factor - 1);
-            QCOMPARE(h.Reg16(reg::TCNT), 0xFFFF);
-            QCOMPARE(h.Reg(reg::TFLG2) & 0x80, 0);
-            h.chip.RunUntil(65536 * rate.factor);
-            QCOMPARE(h.Reg16(reg::TCNT), 0);
-            QCOMPARE(h.Reg(reg::TFLG2) & 0x80, 0x80);   // TOF on $FFFF -> $0000
-        }
-    }
-
-    void realTimeInterruptFlagsAtTheFourRtrRates()
-    {
-        // PACTL RTR1:RTR0: E/2^13 divided by 1, 2, 4, 8 (the RTI rates table).
-        for (std::uint8_t rtr = 0; rtr < 4; ++rtr) {
-            const std::uint64_t period = 8192u << rtr;
-            WaitingChip h;
-            h.SetReg(reg::PACTL, rtr);
-            for (std::uint64_t n = 1; n <= 2; ++n) {
-                h.chip.RunUntil(n * period - 1);
-                QCOMPARE(h.Reg(reg::TFLG2) & 0x40, 0);
-                h.chip.RunUntil(n * period);
-                QCOMPARE(h.Reg(reg::TFLG2) & 0x40, 0x40);
-                h.SetReg(reg::TFLG2, 0x40);
+            h.SetReg(row.offset, row.value);
+            for (std::uint64_t end = row.period; end <= 2 * row.period; end += row.period) {
+                h.chip.RunUntil(end - 1);
+                QCOMPARE(h.Reg16(reg::TCNT), std::uint16_t((end - 1) / row.factor));
+                QCOMPARE(h.Reg(reg::TFLG2) & row.flag, 0);
+                h.chip.RunUntil(end);
+                QCOMPARE(h.Reg16(reg::TCNT), std::uint16_t(end / row.factor));
+                QCOMPARE(h.Reg(reg::TFLG2) & row.flag, row.flag);
+                h.SetReg(reg::TFLG2, row.flag);
             }
         }
     }

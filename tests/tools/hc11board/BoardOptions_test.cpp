@@ -1,5 +1,3 @@
-#include <QtTest>
-
 #include "hc11board/Options.h"
 
 using namespace hc11board;

@@ -7,8 +7,6 @@
 // board gets the firmware's after each step. The CCR's X bit stays set: once
 // cleared, only a reset sets it on an HC11, which the built-in monitor does
 // not model.
-#include <QtTest>
-
 #include "BoardUnderTest.h"
 #include "hc11/InstructionSet.h"
 

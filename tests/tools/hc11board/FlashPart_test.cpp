@@ -1,10 +1,7 @@
-// The board's flash as a CPU drives it: the command sequences, the status
+// The board's flash part: the command sequences, the status
 // bits while the part is busy and its times, from the Am29F040B datasheet
 // (command definitions table, write operation status table, erase and
 // programming performance), on a clock the test moves.
-#include <QtTest>
-
-#include "hc11board/Board.h"
 #include "hc11board/FlashPart.h"
 
 #include <utility>
@@ -130,28 +127,6 @@ private slots:
         QCOMPARE(flash.part.Read(0xE001), std::uint8_t(0xA4));   // Am29F040B
         flash.part.Write(0xE000, 0xF0);
         QCOMPARE(flash.part.Read(0xE100), std::uint8_t(0x0F));
-    }
-
-    void theCpuProgramsAByteAndPollsUntilItIsDone()
-    {
-        Board board;
-        hc11::chip::Chip& chip = board.Hc11();
-        const std::uint8_t code[] = {
-            0x86, 0xAA, 0xB7, 0xE5, 0x55,   // LDAA #$AA; STAA $E555
-            0x86, 0x55, 0xB7, 0xE2, 0xAA,   // LDAA #$55; STAA $E2AA
-            0x86, 0xA0, 0xB7, 0xE5, 0x55,   // LDAA #$A0; STAA $E555
-            0x86, 0x5A, 0xB7, 0xE1, 0x23,   // LDAA #$5A; STAA $E123
-            0xF6, 0xE1, 0x23, 0xC8, 0x5A,   // poll: LDAB $E123; EORB #$5A
-            0x2B, 0xF9,                     //       BMI poll: DQ7 not yet the data's
-            0x7C, 0x00, 0x80,               // INC $80: one poll more than needed would not count
-            0x20, 0xFE,                     // BRA *
-        };
-        std::copy(std::begin(code), std::end(code), chip.Ram().begin() + 0x0100);
-        chip.Core().regs.pc = 0x0100;
-        chip.RunUntil(chip.Cycles() + 200);
-        QCOMPARE(board.Peek(0xE123), std::uint8_t(0x5A));
-        QCOMPARE(chip.Ram()[0x80], std::uint8_t(1));
-        QVERIFY(!board.Flash().Busy());
     }
 };
 
