@@ -103,9 +103,27 @@ void ChipSimulator::SetXirq(bool asserted)
     chip_.SetInputs(pins);
 }
 
-void ChipSimulator::SetAnalog(int channel, std::uint8_t level)
+std::uint8_t ChipSimulator::InputLevel(ChipInput input) const
+{
+    const hc11::chip::InputPins& pins = chip_.Inputs();
+    switch (input) {
+    case ChipInput::PortA: return pins.portA;
+    case ChipInput::PortC: return pins.portC;
+    case ChipInput::PortD: return pins.portD;
+    case ChipInput::StrobeA: return pins.stra ? 1 : 0;
+    default: return pins.analog.at(static_cast<std::size_t>(input));
+    }
+}
+
+void ChipSimulator::SetInputLevel(ChipInput input, std::uint8_t level)
 {
     hc11::chip::InputPins pins = chip_.Inputs();
-    pins.analog.at(static_cast<std::size_t>(channel)) = level;
+    switch (input) {
+    case ChipInput::PortA: pins.portA = level; break;
+    case ChipInput::PortC: pins.portC = level; break;
+    case ChipInput::PortD: pins.portD = level & 0x3F; break;   // PD0-PD5
+    case ChipInput::StrobeA: pins.stra = level & 1; break;
+    default: pins.analog.at(static_cast<std::size_t>(input)) = level;
+    }
     chip_.SetInputs(pins);
 }

@@ -17,6 +17,10 @@
 #include <cstdint>
 #include <span>
 
+// The input pins a window sets by number: the eight analog channels of port
+// E, then the digital inputs of ports A, C and D and the strobe A line.
+enum class ChipInput : std::uint8_t { Analog0 = 0, PortA = 8, PortC, PortD, StrobeA };
+
 class ChipSimulator {
 public:
     // A WAI or STOP that nothing ends gives a step back after this many E
@@ -55,10 +59,14 @@ public:
     void Receive(const QByteArray& bytes);
     QByteArray TakeOutput();
 
-    // The IRQ and XIRQ pins held low or let go; an analog input's level.
+    // The IRQ and XIRQ pins held low or let go.
     void SetIrq(bool asserted);
     void SetXirq(bool asserted);
-    void SetAnalog(int channel, std::uint8_t level);
+    // An input's level: a conversion's code for an analog channel (Analog0
+    // plus the channel), a byte of pins for a port (bits of output pins do
+    // not reach the program), 0 or 1 for the strobe.
+    std::uint8_t InputLevel(ChipInput input) const;
+    void SetInputLevel(ChipInput input, std::uint8_t level);
 
     // Every register and peripheral to its reset state; memory stays.
     void Reset() { chip_.Reset(); }

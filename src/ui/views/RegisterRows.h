@@ -14,7 +14,7 @@ enum class RowWrite : std::uint8_t {
     Target,    // OutByte or OutBytes at the row's address
     HostPC,    // PC of CpuRegisters: no back-end holds a PC
     Nowhere,   // the dialog opens, but no address belongs to the row
-    AnalogLevel,   // the simulated chip's analog input whose channel is the row's address
+    SimulatedInput,   // the simulated chip's input pins that the row's address names (ChipInput)
 };
 
 struct RegisterRow {

@@ -39,7 +39,7 @@ RegisterWindow::RegisterWindow(frmMain& main, const RegisterWindowKind& kind)
 void RegisterWindow::ShowInputLevels()
 {
     for (int i = 0; i < RowCount(); ++i)
-        if (kind_.rows[i].write == RowWrite::AnalogLevel)
+        if (kind_.rows[i].write == RowWrite::SimulatedInput)
             ListView->topLevelItem(i)->setHidden(!ChipSimulated());
 }
 
@@ -57,8 +57,8 @@ std::int32_t RegisterWindow::RowValue(int row) const
 {
     const RegisterRow& r = kind_.rows[row];
     // The input levels are the chip model's own: no copy of them is kept.
-    if (r.write == RowWrite::AnalogLevel)
-        return main_.Link().ChipSim.Chip().Inputs().analog.at(static_cast<std::size_t>(r.address));
+    if (r.write == RowWrite::SimulatedInput)
+        return main_.Link().ChipSim.InputLevel(static_cast<ChipInput>(r.address));
     return kind_.value(r, row);
 }
 
@@ -70,7 +70,7 @@ QString RegisterWindow::ValueText(int row) const
 std::uint32_t RegisterWindow::ChangedBits(int row) const
 {
     const RegisterRow& r = kind_.rows[row];
-    const bool targetBytes = kind_.tracked && r.write != RowWrite::AnalogLevel;
+    const bool targetBytes = kind_.tracked && r.write != RowWrite::SimulatedInput;
     return targetBytes ? SeenBytes.ChangedBits(r.address, r.isWord ? 2 : 1) : 0;
 }
 
@@ -93,6 +93,6 @@ void RegisterWindow::Write(int row, std::int32_t value)
         CpuRegisters.PC = value;
     else if (r.write == RowWrite::Target)
         WriteBytes(r.address, WriteBytesOf(r, value));
-    else if (r.write == RowWrite::AnalogLevel)
-        main_.Link().ChipSim.SetAnalog(r.address, static_cast<std::uint8_t>(value));
+    else if (r.write == RowWrite::SimulatedInput)
+        main_.Link().ChipSim.SetInputLevel(static_cast<ChipInput>(r.address), static_cast<std::uint8_t>(value));
 }

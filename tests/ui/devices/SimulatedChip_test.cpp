@@ -1,7 +1,7 @@
 // The main window on the simulated chip: the example echo program answers
 // in the serial terminal during Run, Pause gives the windows back where it
 // stopped, the IO unit's IRQ and XIRQ buttons hold the pins, and the A/D
-// window sets the input levels. With ORVANE_SCREENSHOT set to a folder,
+// and ports windows set the input levels. With ORVANE_SCREENSHOT set to a folder,
 // simulator-run.png (the terminal and the timer window during a run) is
 // saved there.
 #include "engine/state/TargetState.h"
@@ -77,6 +77,17 @@ private slots:
         EnterValue(ad, Pe3Level, "$A5");
         QCOMPARE(chip.Inputs().analog[3], std::uint8_t(0xA5));
         QCOMPARE(ad->Cell(Pe3Level), QString("$A5"));
+
+        // The ports window's input rows drive the pins the program reads: port C, then a
+        // rising edge on STRA (PIOC's EGA at reset) latches it into PORTCL with STAF.
+        form.Menu("mnuViewRegPorts")->trigger();
+        auto* ports = qobject_cast<RegisterWindow*>(form.Window("frmRegPorts"));
+        constexpr int PortC = 2, PortCL = 3, Pioc = 8, PcInputs = 10, StraInput = 12;
+        EnterValue(ports, PcInputs, "$5A");
+        EnterValue(ports, StraInput, "0");
+        QCOMPARE(tuple(ports->Cell(PortC), ports->Cell(PortCL)), tuple("%01011010", "%00000000"));
+        EnterValue(ports, StraInput, "1");
+        QCOMPARE(tuple(ports->Cell(PortCL), ports->Cell(Pioc)), tuple("%01011010", "%10000011"));
     }
 };
 
