@@ -38,6 +38,9 @@ private slots:
             {{0x50}, 0x00FF, 0, 0, H, 0x0001, 0, 0, "HC"},               // NEGB keeps H
             {{0x4C}, 0x7F00, 0, 0, C, 0x8000, 0, 0, "NVC"},              // INCA keeps C
             {{0x09}, 0, 0x0001, 0, C, 0, 0x0000, 0, "ZC"},               // DEX: Z only
+            {{0x18, 0x09}, 0, 0, 0x8000, 0, 0, 0, 0x7FFF, ""},          // DEY: one down, no V
+            {{0x18, 0x08}, 0, 0, 0xFFFF, 0, 0, 0, 0x0000, "Z"},         // INY wraps
+            {{0x08}, 0, 0x00FF, 0, 0, 0, 0x0100, 0, ""},                 // INX carries into the high byte
             {{0x3A}, 0x00FF, 0xFFFF, 0, C, 0x00FF, 0x00FE, 0, "C"},      // ABX wraps, no flags
         });
     }
@@ -153,6 +156,7 @@ private slots:
             {0xFF, 0xFF, true, false},
             {0x00, 0xFF, false, true},
             {0x7F, 0xFF, false, false},
+            {0x30, 0xC0, false, true},    // the mask byte, not the offset, is tested
         };
         // BRSET and BRCLR (one above) direct, indexed by X and by Y.
         for (const auto& c : cases) {
