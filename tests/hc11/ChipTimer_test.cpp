@@ -122,6 +122,13 @@ private slots:
         h.SetPortAPinAt(1234, 0x08, false);
         QCOMPARE(h.Reg16(reg::TI4O5), 1234);
         QCOMPARE(h.Reg(reg::TFLG1) & 0x08, 0x08);
+        // IC2 on PA1 and IC3 on PA0, each with its TCTL2 pair (falling: 10), register and flag.
+        for (const auto& [pin, falling, tic] : {tuple{0x02, 0x08, reg::TIC2}, tuple{0x01, 0x02, reg::TIC3}}) {
+            WaitingChip g;
+            g.SetReg(reg::TCTL2, std::uint8_t(falling));
+            g.SetPortAPinAt(1500, std::uint8_t(pin), false);
+            QCOMPARE(tuple(int(g.Reg16(tic)), g.Reg(reg::TFLG1) & 0x07), tuple(1500, pin));
+        }
     }
 
     void pulseAccumulatorCountsEdgesOrGatedTime()
