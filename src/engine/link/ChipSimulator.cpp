@@ -7,6 +7,7 @@ using hc11::RunState;
 ChipSimulator::ChipSimulator(hc11::chip::OutsideDevice& ioUnit) : chip_({}, TargetMemory)
 {
     chip_.MapDevice(IoUnitAddress, IoUnitAddress + IoUnitSize - 1, ioUnit);
+    chip_.AttachSpiPeer(&spiDevice_);
 }
 
 void ChipSimulator::Read(std::int32_t address, std::span<std::uint8_t> out)
@@ -103,27 +104,33 @@ void ChipSimulator::SetXirq(bool asserted)
     chip_.SetInputs(pins);
 }
 
-std::uint8_t ChipSimulator::InputLevel(ChipInput input) const
+std::uint8_t ChipSimulator::LineLevel(SimulatedLine line) const
 {
     const hc11::chip::InputPins& pins = chip_.Inputs();
-    switch (input) {
-    case ChipInput::PortA: return pins.portA;
-    case ChipInput::PortC: return pins.portC;
-    case ChipInput::PortD: return pins.portD;
-    case ChipInput::StrobeA: return pins.stra ? 1 : 0;
-    default: return pins.analog.at(static_cast<std::size_t>(input));
+    switch (line) {
+    case SimulatedLine::PortA: return pins.portA;
+    case SimulatedLine::PortC: return pins.portC;
+    case SimulatedLine::PortD: return pins.portD;
+    case SimulatedLine::StrobeA: return pins.stra ? 1 : 0;
+    case SimulatedLine::SpiAnswer: return spiDevice_.answer;
+    case SimulatedLine::SpiSent: return spiDevice_.lastSent;
+    default: return pins.analog.at(static_cast<std::size_t>(line));
     }
 }
 
-void ChipSimulator::SetInputLevel(ChipInput input, std::uint8_t level)
+void ChipSimulator::SetLineLevel(SimulatedLine line, std::uint8_t level)
 {
+    if (line == SimulatedLine::SpiAnswer)
+        spiDevice_.answer = level;
+    if (line >= SimulatedLine::SpiAnswer)
+        return;
     hc11::chip::InputPins pins = chip_.Inputs();
-    switch (input) {
-    case ChipInput::PortA: pins.portA = level; break;
-    case ChipInput::PortC: pins.portC = level; break;
-    case ChipInput::PortD: pins.portD = level & 0x3F; break;   // PD0-PD5
-    case ChipInput::StrobeA: pins.stra = level & 1; break;
-    default: pins.analog.at(static_cast<std::size_t>(input)) = level;
+    switch (line) {
+    case SimulatedLine::PortA: pins.portA = level; break;
+    case SimulatedLine::PortC: pins.portC = level; break;
+    case SimulatedLine::PortD: pins.portD = level & 0x3F; break;   // PD0-PD5
+    case SimulatedLine::StrobeA: pins.stra = level & 1; break;
+    default: pins.analog.at(static_cast<std::size_t>(line)) = level;
     }
     chip_.SetInputs(pins);
 }

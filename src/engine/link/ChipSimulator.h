@@ -17,9 +17,11 @@
 #include <cstdint>
 #include <span>
 
-// The input pins a window sets by number: the eight analog channels of port
-// E, then the digital inputs of ports A, C and D and the strobe A line.
-enum class ChipInput : std::uint8_t { Analog0 = 0, PortA = 8, PortC, PortD, StrobeA };
+// The simulated chip's lines a window shows or sets, by number: the eight
+// analog channels of port E, the digital inputs of ports A, C and D, the
+// strobe A line, and the device on the SPI: the byte it answers every
+// transfer with and the last byte the program sent it.
+enum class SimulatedLine : std::uint8_t { Analog0 = 0, PortA = 8, PortC, PortD, StrobeA, SpiAnswer, SpiSent };
 
 class ChipSimulator {
 public:
@@ -62,15 +64,29 @@ public:
     // The IRQ and XIRQ pins held low or let go.
     void SetIrq(bool asserted);
     void SetXirq(bool asserted);
-    // An input's level: a conversion's code for an analog channel (Analog0
+    // A line's level: a conversion's code for an analog channel (Analog0
     // plus the channel), a byte of pins for a port (bits of output pins do
-    // not reach the program), 0 or 1 for the strobe.
-    std::uint8_t InputLevel(ChipInput input) const;
-    void SetInputLevel(ChipInput input, std::uint8_t level);
+    // not reach the program), 0 or 1 for the strobe, a byte for the SPI
+    // device (what it sent is the program's: setting SpiSent does nothing).
+    std::uint8_t LineLevel(SimulatedLine line) const;
+    void SetLineLevel(SimulatedLine line, std::uint8_t level);
 
     // Every register and peripheral to its reset state; memory stays.
     void Reset() { chip_.Reset(); }
 
 private:
+    // The device on the SPI's lines: it answers each byte with answer and
+    // keeps the last byte it was sent. Left alone it answers $FF, as MISO
+    // pulled high with nothing attached.
+    struct SpiDevice final : hc11::chip::SpiPeer {
+        std::uint8_t answer = 0xFF, lastSent = 0;
+        std::uint8_t Exchange(std::uint8_t sent) override
+        {
+            lastSent = sent;
+            return answer;
+        }
+    };
+
+    SpiDevice spiDevice_;   // before the chip, which holds it
     hc11::chip::Chip chip_;
 };

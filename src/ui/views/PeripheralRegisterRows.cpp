@@ -30,13 +30,13 @@ const RegisterRow PortRows[] = {
     {.name = "PIOC", .address = 0x1002, .format = Bin, .title = "Parallel I/O Control",
      .bits = "STAF STAI CWOM HNDS OIN PLS EGA INVB"},
     // What the simulated chip's input pins carry; a pin that is an output ignores its bit.
-    {.name = "PA inputs", .address = int(ChipInput::PortA), .format = Bin, .write = RowWrite::SimulatedInput,
+    {.name = "PA inputs", .address = int(SimulatedLine::PortA), .format = Bin, .write = RowWrite::SimulatedLine,
      .title = "Simulated inputs on port A (PA0-PA2, PA3 and PA7 as inputs)", .bits = "PA7 PA6 PA5 PA4 PA3 PA2 PA1 PA0"},
-    {.name = "PC inputs", .address = int(ChipInput::PortC), .format = Bin, .write = RowWrite::SimulatedInput,
+    {.name = "PC inputs", .address = int(SimulatedLine::PortC), .format = Bin, .write = RowWrite::SimulatedLine,
      .title = "Simulated inputs on port C", .bits = "PC7 PC6 PC5 PC4 PC3 PC2 PC1 PC0"},
-    {.name = "PD inputs", .address = int(ChipInput::PortD), .format = Bin, .write = RowWrite::SimulatedInput,
+    {.name = "PD inputs", .address = int(SimulatedLine::PortD), .format = Bin, .write = RowWrite::SimulatedLine,
      .title = "Simulated inputs on port D", .bits = "- - PD5 PD4 PD3 PD2 PD1 PD0"},
-    {.name = "STRA input", .address = int(ChipInput::StrobeA), .format = Bin, .write = RowWrite::SimulatedInput,
+    {.name = "STRA input", .address = int(SimulatedLine::StrobeA), .format = Bin, .write = RowWrite::SimulatedLine,
      .title = "Simulated strobe A input (PIOC's EGA chooses the active edge)", .bits = "- - - - - - - STRA"},
 };
 
@@ -93,6 +93,11 @@ const RegisterRow SpiRows[] = {
     {.name = "SPSR", .address = 0x1029, .format = Bin, .readOnly = true, .title = "SPI Status",
      .bits = "SPIF WCOL - MODF - - - -"},
     {.name = "SPDR", .address = 0x102A, .format = Hex, .title = "SPI Data"},
+    // The simulated chip's SPI device, for a program that is the master.
+    {.name = "SPI answer", .address = int(SimulatedLine::SpiAnswer), .format = Hex, .write = RowWrite::SimulatedLine,
+     .title = "Simulated SPI device: the byte it answers every transfer with"},
+    {.name = "SPI sent", .address = int(SimulatedLine::SpiSent), .format = Hex, .readOnly = true,
+     .write = RowWrite::SimulatedLine, .title = "Simulated SPI device: the last byte the program sent it"},
 };
 
 const RegisterRow AdRows[] = {
@@ -103,14 +108,14 @@ const RegisterRow AdRows[] = {
     {.name = "ADR3", .address = 0x1033, .format = Hex, .readOnly = true, .title = "A/D Result 3"},
     {.name = "ADR4", .address = 0x1034, .format = Hex, .readOnly = true, .title = "A/D Result 4"},
     // What the simulated chip's port E pins carry: $00 at VRL to $FF at VRH.
-    {.name = "PE0 level", .address = 0, .format = Hex, .write = RowWrite::SimulatedInput, .title = "Simulated input PE0"},
-    {.name = "PE1 level", .address = 1, .format = Hex, .write = RowWrite::SimulatedInput, .title = "Simulated input PE1"},
-    {.name = "PE2 level", .address = 2, .format = Hex, .write = RowWrite::SimulatedInput, .title = "Simulated input PE2"},
-    {.name = "PE3 level", .address = 3, .format = Hex, .write = RowWrite::SimulatedInput, .title = "Simulated input PE3"},
-    {.name = "PE4 level", .address = 4, .format = Hex, .write = RowWrite::SimulatedInput, .title = "Simulated input PE4"},
-    {.name = "PE5 level", .address = 5, .format = Hex, .write = RowWrite::SimulatedInput, .title = "Simulated input PE5"},
-    {.name = "PE6 level", .address = 6, .format = Hex, .write = RowWrite::SimulatedInput, .title = "Simulated input PE6"},
-    {.name = "PE7 level", .address = 7, .format = Hex, .write = RowWrite::SimulatedInput, .title = "Simulated input PE7"},
+    {.name = "PE0 level", .address = 0, .format = Hex, .write = RowWrite::SimulatedLine, .title = "Simulated input PE0"},
+    {.name = "PE1 level", .address = 1, .format = Hex, .write = RowWrite::SimulatedLine, .title = "Simulated input PE1"},
+    {.name = "PE2 level", .address = 2, .format = Hex, .write = RowWrite::SimulatedLine, .title = "Simulated input PE2"},
+    {.name = "PE3 level", .address = 3, .format = Hex, .write = RowWrite::SimulatedLine, .title = "Simulated input PE3"},
+    {.name = "PE4 level", .address = 4, .format = Hex, .write = RowWrite::SimulatedLine, .title = "Simulated input PE4"},
+    {.name = "PE5 level", .address = 5, .format = Hex, .write = RowWrite::SimulatedLine, .title = "Simulated input PE5"},
+    {.name = "PE6 level", .address = 6, .format = Hex, .write = RowWrite::SimulatedLine, .title = "Simulated input PE6"},
+    {.name = "PE7 level", .address = 7, .format = Hex, .write = RowWrite::SimulatedLine, .title = "Simulated input PE7"},
 };
 
 const RegisterRow OtherRows[] = {

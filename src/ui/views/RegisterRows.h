@@ -14,7 +14,7 @@ enum class RowWrite : std::uint8_t {
     Target,    // OutByte or OutBytes at the row's address
     HostPC,    // PC of CpuRegisters: no back-end holds a PC
     Nowhere,   // the dialog opens, but no address belongs to the row
-    SimulatedInput,   // the simulated chip's input pins that the row's address names (ChipInput)
+    SimulatedLine,   // the simulated chip's line (a pin, a level, the SPI device) the row's address names
 };
 
 struct RegisterRow {

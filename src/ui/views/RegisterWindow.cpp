@@ -33,13 +33,13 @@ RegisterWindow::RegisterWindow(frmMain& main, const RegisterWindowKind& kind)
         ListView->addTopLevelItem(item);
         RowFormat.push_back(row.format);
     }
-    ShowInputLevels();
+    ShowSimulatedLines();
 }
 
-void RegisterWindow::ShowInputLevels()
+void RegisterWindow::ShowSimulatedLines()
 {
     for (int i = 0; i < RowCount(); ++i)
-        if (kind_.rows[i].write == RowWrite::SimulatedInput)
+        if (kind_.rows[i].write == RowWrite::SimulatedLine)
             ListView->topLevelItem(i)->setHidden(!ChipSimulated());
 }
 
@@ -57,8 +57,8 @@ std::int32_t RegisterWindow::RowValue(int row) const
 {
     const RegisterRow& r = kind_.rows[row];
     // The input levels are the chip model's own: no copy of them is kept.
-    if (r.write == RowWrite::SimulatedInput)
-        return main_.Link().ChipSim.InputLevel(static_cast<ChipInput>(r.address));
+    if (r.write == RowWrite::SimulatedLine)
+        return main_.Link().ChipSim.LineLevel(static_cast<SimulatedLine>(r.address));
     return kind_.value(r, row);
 }
 
@@ -70,7 +70,7 @@ QString RegisterWindow::ValueText(int row) const
 std::uint32_t RegisterWindow::ChangedBits(int row) const
 {
     const RegisterRow& r = kind_.rows[row];
-    const bool targetBytes = kind_.tracked && r.write != RowWrite::SimulatedInput;
+    const bool targetBytes = kind_.tracked && r.write != RowWrite::SimulatedLine;
     return targetBytes ? SeenBytes.ChangedBits(r.address, r.isWord ? 2 : 1) : 0;
 }
 
@@ -81,7 +81,7 @@ QString RegisterWindow::EntryStart(int row) const
 
 bool RegisterWindow::Read()
 {
-    ShowInputLevels();
+    ShowSimulatedLines();
     kind_.read(main_);
     return BoardConnected;
 }
@@ -93,6 +93,6 @@ void RegisterWindow::Write(int row, std::int32_t value)
         CpuRegisters.PC = value;
     else if (r.write == RowWrite::Target)
         WriteBytes(r.address, WriteBytesOf(r, value));
-    else if (r.write == RowWrite::SimulatedInput)
-        main_.Link().ChipSim.SetInputLevel(static_cast<ChipInput>(r.address), static_cast<std::uint8_t>(value));
+    else if (r.write == RowWrite::SimulatedLine)
+        main_.Link().ChipSim.SetLineLevel(static_cast<SimulatedLine>(r.address), static_cast<std::uint8_t>(value));
 }

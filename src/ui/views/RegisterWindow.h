@@ -53,7 +53,7 @@ private:
     // The row's value: the host's copy, or an input level of the chip model.
     std::int32_t RowValue(int row) const;
     // The input level rows are there on the simulated chip only.
-    void ShowInputLevels();
+    void ShowSimulatedLines();
 
     const RegisterWindowKind& kind_;
 };

@@ -1,7 +1,7 @@
 // The main window on the simulated chip: the example echo program answers
 // in the serial terminal during Run, Pause gives the windows back where it
-// stopped, the IO unit's IRQ and XIRQ buttons hold the pins, and the A/D
-// and ports windows set the input levels. With ORVANE_SCREENSHOT set to a folder,
+// stopped, the IO unit's IRQ and XIRQ buttons hold the pins, the A/D and
+// ports windows set the input levels, and the SPI window's device answers. With ORVANE_SCREENSHOT set to a folder,
 // simulator-run.png (the terminal and the timer window during a run) is
 // saved there.
 #include "engine/state/TargetState.h"
@@ -88,6 +88,20 @@ private slots:
         QCOMPARE(tuple(ports->Cell(PortC), ports->Cell(PortCL)), tuple("%01011010", "%00000000"));
         EnterValue(ports, StraInput, "1");
         QCOMPARE(tuple(ports->Cell(PortCL), ports->Cell(Pioc)), tuple("%01011010", "%10000011"));
+
+        // The SPI window's device answers the example's transfer and shows the byte it got.
+        QVERIFY(AssembleExampleInto(TargetMemory, "spi.asm"));
+        form.Menu("mnuViewRegSPI")->trigger();
+        auto* spi = qobject_cast<RegisterWindow*>(form.Window("frmRegSPI"));
+        constexpr int SpiAnswer = 3, SpiSent = 4;
+        EnterValue(spi, SpiAnswer, "$3C");
+        TargetMemory[0x6001] = 0xA5, TargetMemory[0x6000] = 1;   // a value entered on the unit
+        ChipSimulator& sim = form.Link().ChipSim;
+        CpuRegisters.PC = 0xE000;
+        sim.LoadRegisters(CpuRegisters);
+        sim.RunUntil(sim.Chip().Cycles() + 1000, {}, false);
+        spi->mnuRefresh();
+        QCOMPARE(tuple(int(TargetMemory[0x6003]), spi->Cell(SpiSent)), tuple(0x3C, "$A5"));
     }
 };
 
