@@ -14,8 +14,9 @@ private:
 
     void CompareWithGnu(const TwinSource& program)
     {
+        // A skip would hide that the instruction table lost its only outside check.
         if (!GnuHc11Available())
-            QSKIP("m68hc11-as is not installed (binutils-m68hc1x)");
+            QFAIL("m68hc11-as is not installed: the test command installs binutils-m68hc1x");
         QTemporaryDir dir;
         QVERIFY(dir.isValid());
         std::string gnuText, log;
