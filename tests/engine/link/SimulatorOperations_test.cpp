@@ -3,17 +3,7 @@
 
 #include "engine/state/TargetState.h"
 #include "support/DebuggerFixture.h"
-
-namespace {
-// Records what the input-output unit's window is told, in order.
-struct IoUnitSpy : IoUnitHooks {
-    QStringList calls;
-    void setInFresh(std::uint8_t d) override { calls << QString("InFresh %1").arg(d); }
-    void setInDataRegister(std::uint8_t d) override { calls << QString("InData %1").arg(d); }
-    void setOutFresh(std::uint8_t d) override { calls << QString("OutFresh %1").arg(d); }
-    void setOutDataRegister(std::uint8_t d) override { calls << QString("OutData %1").arg(d); }
-};
-} // namespace
+#include "support/RecordedIoUnit.h"
 
 class SimulatorOperationsTest : public QObject {
     Q_OBJECT
@@ -58,7 +48,7 @@ private slots:
     {
         DebuggerFixture f(true);
         TargetLink& link = f.link;
-        IoUnitSpy spy;
+        RecordedIoUnit spy;
         link.IoUnitWindow = &spy;
         for (std::int32_t a = 0x5FFF; a <= 0x6004; ++a) {
             std::int32_t address = a;
