@@ -21,11 +21,9 @@ QByteArray ScriptedMonitor::Answer(const QByteArray& frame)
     case 'R':
         if (!addressed)
             return {};
-        answer.append(char(monitor::Ack));
         for (int i = 0; i < count; ++i)
             answer.append(static_cast<char>(memory[(address + i) & 0xFFFF]));
-        monitor::AppendChecksum(answer);
-        return answer;
+        return ReadReply(answer);
     case 'W':
         for (int i = 0; addressed && i < count && 4 + i < frame.size(); ++i) {
             const int at = (address + i) & 0xFFFF;
@@ -47,6 +45,14 @@ QByteArray ScriptedMonitor::Answer(const QByteArray& frame)
     default:
         return QByteArray(1, char(monitor::Ack));
     }
+}
+
+QByteArray ScriptedMonitor::ReadReply(const QByteArray& data)
+{
+    QByteArray reply(1, char(monitor::Ack));
+    reply += data;
+    monitor::AppendChecksum(reply);
+    return reply;
 }
 
 int ScriptedMonitor::Count(char letter) const

@@ -28,6 +28,8 @@ struct ScriptedMonitor {
     std::function<std::uint8_t(std::int32_t address, std::uint8_t written)> Stored;
 
     QByteArray Answer(const QByteArray& frame);
+    // A monitor's answer to a read: ACK, the data, their checksum.
+    static QByteArray ReadReply(const QByteArray& data);
     // How many frames of a kind ("R", "W") the host has sent.
     int Count(char letter) const;
 };

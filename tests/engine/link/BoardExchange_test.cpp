@@ -17,14 +17,6 @@ static char* toString(const std::optional<LinkFailure>& f) { return f ? QTest::t
 namespace {
 QByteArray Hex(const char* text) { return QByteArray::fromHex(text); }
 
-QByteArray ReadReply(const QByteArray& data)
-{
-    QByteArray reply(1, char(monitor::Ack));
-    reply += data;
-    monitor::AppendChecksum(reply);
-    return reply;
-}
-
 // Board mode, every reading of the tick count moving time on by 1 ms.
 struct BoardFixture : DebuggerFixture {
     std::uint32_t now = 1000;
@@ -116,7 +108,7 @@ private slots:
 
     void badRepliesLeaveTheCopyAloneAndLockNothing()
     {
-        const QByteArray good = ReadReply(Hex("010203040506070809"));
+        const QByteArray good = ScriptedMonitor::ReadReply(Hex("010203040506070809"));
         using F = LinkFailure;
         const struct { const char* operation; QByteArray reply; int delay; LinkFailure failure; } rows[] = {
             {"InStack", QByteArray(good).replace(3, 1, "\x55"), 0, F::InvalidData},   // bad sum
@@ -160,7 +152,7 @@ private slots:
         BoardFixture f;
         int block = 0;
         f.line.SetResponder([&block](const QByteArray&) {
-            QByteArray reply = ReadReply(QByteArray(256, char(++block)));
+            QByteArray reply = ScriptedMonitor::ReadReply(QByteArray(256, char(++block)));
             if (block == 3)
                 reply[5] = 0;
             return reply;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "engine/link/MonitorFrames.h"
+#include "support/ScriptedMonitor.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -43,10 +44,8 @@ inline Bytes ExecuteFrame(CpuRegisterRecord r, std::uint16_t pc)
 // A reply of the monitor: ACK, the bytes, their checksum.
 inline Bytes Reply(const Bytes& data)
 {
-    QByteArray reply(1, char(monitor::Ack));
-    reply.append(reinterpret_cast<const char*>(data.data()), qsizetype(data.size()));
-    monitor::AppendChecksum(reply);
-    return ToBytes(reply);
+    const QByteArray bytes(reinterpret_cast<const char*>(data.data()), qsizetype(data.size()));
+    return ToBytes(ScriptedMonitor::ReadReply(bytes));
 }
 
 // The reply to a step that leaves these registers.
