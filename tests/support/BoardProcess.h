@@ -6,6 +6,7 @@
 #include <QProcess>
 #include <QString>
 #include <QStringList>
+#include <QTest>
 
 class BoardProcess {
 public:
@@ -29,3 +30,11 @@ private:
     QProcess process_;
     QString path_;
 };
+
+// The rows "built-in" and "firmware" of a test that holds for both monitors.
+inline void BothMonitors()
+{
+    QTest::addColumn<bool>("firmware");
+    QTest::newRow("built-in") << false;
+    QTest::newRow("firmware") << true;
+}

@@ -45,12 +45,7 @@ class BoardLinkTest : public QObject {
     Q_OBJECT
 private slots:
     // A free run's output reaches the terminal until the reset report.
-    void downloadStepsAndARunWithOutput_data()
-    {
-        QTest::addColumn<bool>("firmware");
-        QTest::newRow("built-in") << false;
-        QTest::newRow("firmware") << true;
-    }
+    void downloadStepsAndARunWithOutput_data() { BothMonitors(); }
     void downloadStepsAndARunWithOutput()
     {
         QFETCH(bool, firmware);

@@ -8,9 +8,9 @@
 #include "hc11/asm/S19Reader.h"
 #include "hc11board/Monitor.h"
 #include "hc11board/RomRunner.h"
+#include "support/BoardProcess.h"
 
 #include <QFile>
-#include <QTest>
 #include <memory>
 #include <utility>
 
@@ -23,14 +23,6 @@ inline const hc11::as11::S19Image& FirmwareImage()
         return hc11::as11::ReadS19(file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "");
     }();
     return image;
-}
-
-// The rows of a test that holds for both monitors.
-inline void BothMonitors()
-{
-    QTest::addColumn<bool>("firmware");
-    QTest::newRow("built-in") << false;
-    QTest::newRow("firmware") << true;
 }
 
 class BoardUnderTest {
