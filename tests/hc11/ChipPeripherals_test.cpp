@@ -42,13 +42,6 @@ void PowerUp(WaitingChip& h, std::uint8_t option = ADPU)
     StartWith(h, reg::OPTION, option);
 }
 
-void SetLevel(WaitingChip& h, unsigned channel, std::uint8_t level)
-{
-    InputPins pins = h.chip.Inputs();
-    pins.analog[channel] = level;
-    h.chip.SetInputs(pins);
-}
-
 constexpr std::uint8_t SPIE = 0x80, SPE = 0x40, MSTR = 0x10, CPHA = 0x04;
 constexpr std::uint8_t SPIF = 0x80, WCOL = 0x40, MODF = 0x10;
 
@@ -62,23 +55,19 @@ struct ComplementPeer final : SpiPeer {
     }
 };
 
-void SetSlaveSelect(WaitingChip& h, bool high)
-{
-    InputPins pins = h.chip.Inputs();
-    pins.portD = std::uint8_t(high ? pins.portD | 0x20 : pins.portD & ~0x20);
-    h.chip.SetInputs(pins);
-}
-
 constexpr std::uint8_t BYTE = 0x10, ROW = 0x08, ERASE = 0x04, EELAT = 0x02, EPGM = 0x01;
 constexpr std::uint64_t Tenms = 20000;
 constexpr std::uint8_t EepromOn = 0x0D;   // CONFIG with EEON
 
-// BPROT set in time to bprot, every EEPROM cell at fill.
-void EepromStart(WaitingChip& h, std::uint8_t fill, std::uint8_t bprot = 0x00)
-{
-    h.chip.EepromMemory().Cells().fill(fill);
-    StartWith(h, reg::BPROT, bprot);
-}
+// Every EEPROM cell at fill, BPROT set in time to bprot.
+struct EepromChip : WaitingChip {
+    explicit EepromChip(std::uint8_t fill, std::uint8_t bprot = 0x00, std::uint8_t config = EepromOn)
+        : WaitingChip(ChipSetup{.config = config})
+    {
+        chip.EepromMemory().Cells().fill(fill);
+        StartWith(*this, reg::BPROT, bprot);
+    }
+};
 
 // The program's steps: the mode with EELAT, the address and data, EPGM on
 // for `on` cycles, then both off. Returns what the array read while EELAT was set.
@@ -132,13 +121,13 @@ private slots:
         PowerUp(h);
         h.SetReg(reg::ADCTL, SCAN | 0x01);
         h.chip.RunUntil(Begin + 128 + 5);               // the fifth conversion is sampling
-        SetLevel(h, 1, 0x40);
+        h.ChangeInputs([](auto& pins) { pins.analog[1] = 0x40; });
         h.chip.RunUntil(Begin + 192 + 20);              // the seventh has sampled
-        SetLevel(h, 1, 0x60);
+        h.ChangeInputs([](auto& pins) { pins.analog[1] = 0x60; });
         h.chip.RunUntil(Begin + 256);
         QCOMPARE(int(h.Reg(reg::ADCTL)), SCAN | 0x01 | CCF);
         QVERIFY(h.Reg(reg::ADR1) == 0x40 && h.Reg(reg::ADR1 + 2) == 0x40 && h.Reg(reg::ADR4) == 0x60);
-        SetLevel(h, 1, 0x70);
+        h.ChangeInputs([](auto& pins) { pins.analog[1] = 0x70; });
         h.Run(100000);
         for (unsigned n = 0; n < 4; ++n)
             QCOMPARE(int(h.Reg(reg::ADR1 + n)), 0x70);
@@ -227,7 +216,7 @@ private slots:
             StartWith(h, reg::SPCR, c.spcr);
             h.SetReg(reg::DDRD, c.ddrd);
             h.CpuWrite(reg::SPDR, 0x77);
-            SetSlaveSelect(h, false);
+            h.ChangeInputs([](auto& pins) { pins.portD &= 0xDF; });   // /SS (PD5) low
             QCOMPARE(int(h.Reg(reg::SPSR)), c.faults ? MODF : 0);
             QCOMPARE(int(h.Reg(reg::SPCR)), c.faults ? SPIE : c.spcr);
             QCOMPARE(int(h.Reg(reg::DDRD)), c.faults ? 0x03 : c.ddrd);
@@ -237,7 +226,7 @@ private slots:
         }
         WaitingChip h;                               // MODF clears by a status read, then an SPCR write
         StartWith(h, reg::SPCR, SPE | MSTR);
-        SetSlaveSelect(h, false);
+        h.ChangeInputs([](auto& pins) { pins.portD &= 0xDF; });   // /SS (PD5) low
         h.CpuWrite(reg::SPCR, 0x00);
         h.CpuRead(reg::SPSR);
         h.CpuRead(reg::SPDR);
@@ -253,7 +242,7 @@ private slots:
         WaitingChip h;
         StartWith(h, reg::SPCR, SPE | CPHA);
         QCOMPARE(int(h.chip.SpiReceive(0x11)), 0xFF);    // not selected
-        SetSlaveSelect(h, false);
+        h.ChangeInputs([](auto& pins) { pins.portD &= 0xDF; });   // /SS (PD5) low
         h.CpuWrite(reg::SPDR, 0x3C);
         QCOMPARE(int(h.chip.SpiReceive(0x81)), 0x3C);
         QVERIFY(h.Reg(reg::SPSR) == SPIF && h.Reg(reg::SPDR) == 0x81);
@@ -279,16 +268,14 @@ private slots:
             {"too short", 0xFF, 0, 0xB600, 0x00, Tenms - 1, 0x000, 0x000, 0xFF},
         };
         for (const auto& c : cases) {
-            WaitingChip h(ChipSetup{.config = EepromOn});
-            EepromStart(h, c.fill);
+            EepromChip h(c.fill);
             QCOMPARE(int(Program(h, c.mode, c.address, c.data, c.on)), 0xFF);   // latched: reads $FF
             const auto& cells = h.chip.EepromMemory().Cells();
             for (unsigned i = 0; i < Eeprom::Size; ++i)
                 QVERIFY2(cells[i] == (i >= c.first && i <= c.last ? c.value : c.fill), c.what);
             QCOMPARE(int(h.chip.CpuBus().Read(std::uint16_t(Eeprom::First + c.first))), int(c.value));
         }
-        WaitingChip once(ChipSetup{.config = EepromOn});   // EPGM with EELAT in one write stays off
-        EepromStart(once, 0xFF);
+        EepromChip once(0xFF);                       // EPGM with EELAT in one write stays off
         once.CpuWrite(reg::PPROG, EELAT | EPGM);
         QCOMPARE(int(once.Reg(reg::PPROG)), EELAT);
     }
@@ -301,8 +288,7 @@ private slots:
             {0x08, 0xB7FF, false}, {0x17, 0xB7FF, true},  {0x1F, 0xB600, false},
         };
         for (const auto& c : cases) {
-            WaitingChip h(ChipSetup{.config = EepromOn});
-            EepromStart(h, 0xFF, c.bprot);
+            EepromChip h(0xFF, c.bprot);
             Program(h, 0, c.address, 0x00);
             QCOMPARE(h.chip.EepromMemory().Cells()[c.address - Eeprom::First] == 0x00, c.changes);
         }
@@ -310,8 +296,7 @@ private slots:
 
     void configIsProgrammedAndCountsFromTheNextReset()
     {
-        WaitingChip h;                               // EEON clear: $B600 is the host's memory
-        EepromStart(h, 0xFF);
+        EepromChip h(0xFF, 0x00, ChipSetup{}.config);   // EEON clear: $B600 is the host's memory
         h.chip.Ram()[0xB600] = 0x42;
         QCOMPARE(int(h.chip.Peek(0xB600)), 0x42);
         Program(h, ERASE | BYTE, 0x103F, 0x00);
@@ -322,8 +307,7 @@ private slots:
         QCOMPARE(int(h.Reg(reg::CONFIG)), 0x0D);
         QCOMPARE(int(h.chip.Peek(0xB600)), 0xFF);    // the array now
 
-        WaitingChip locked(ChipSetup{.config = EepromOn});   // PTCON keeps CONFIG
-        EepromStart(locked, 0xFF, 0x10);
+        EepromChip locked(0xFF, 0x10);               // PTCON keeps CONFIG
         Program(locked, ERASE | BYTE, 0x103F, 0x00);
         QCOMPARE(int(locked.chip.EepromMemory().ConfigCell()), EepromOn);
     }

@@ -52,13 +52,19 @@ struct ChipHarness {
 
     // Runs cycles E cycles on from now.
     void Run(std::uint64_t cycles) { chip.RunUntil(chip.Cycles() + cycles); }
+    // Changes the input pins as `change` says; the others stay as they were.
+    template <class Change>
+    void ChangeInputs(Change change)
+    {
+        hc11::chip::InputPins pins = chip.Inputs();
+        change(pins);
+        chip.SetInputs(pins);
+    }
     // Runs to E cycle `at` and moves a port A input pin there.
     void SetPortAPinAt(std::uint64_t at, std::uint8_t pin, bool high)
     {
         chip.RunUntil(at);
-        hc11::chip::InputPins pins = chip.Inputs();
-        pins.portA = std::uint8_t(high ? pins.portA | pin : pins.portA & ~pin);
-        chip.SetInputs(pins);
+        ChangeInputs([&](auto& pins) { pins.portA = std::uint8_t(high ? pins.portA | pin : pins.portA & ~pin); });
     }
     // Steps until PC is at address; false when limit cycles pass first.
     bool RunTo(std::uint16_t address, std::uint64_t limit = 1'000'000);
