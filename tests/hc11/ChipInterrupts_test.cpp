@@ -5,6 +5,7 @@
 // the illegal opcode trap and the clock monitor's reset.
 #include "hc11/chip/Interrupts.h"
 #include "support/ChipHarness.h"
+#include "support/CpuHarness.h"
 
 using namespace hc11::chip;
 namespace ccr = hc11::ccr;
@@ -16,17 +17,17 @@ unsigned Handler(unsigned vector)
     return 0xF000 + (vector - 0xFFC0) * 2;
 }
 
-// Every vector points to its own two-byte BRA-to-itself handler, so where
-// the CPU ends tells which it took.
-void HandleEveryVector(ChipHarness& h)
-{
-    for (unsigned vector = 0xFFC0; vector < 0xFFFE; vector += 2) {
-        h.chip.Ram()[vector] = std::uint8_t(Handler(vector) >> 8);
-        h.chip.Ram()[vector + 1] = std::uint8_t(Handler(vector));
-        h.chip.Ram()[Handler(vector)] = 0x20;       // BRA *
-        h.chip.Ram()[Handler(vector) + 1] = 0xFE;
+// Every vector but reset points to its own two-byte BRA-to-itself handler,
+// so where the CPU ends tells which it took.
+struct HandlingChip : ChipHarness {
+    HandlingChip()
+    {
+        for (unsigned vector = 0xFFC0; vector < 0xFFFE; vector += 2) {
+            Poke(chip.Ram(), std::uint16_t(vector), {int(Handler(vector) >> 8), int(Handler(vector) & 0xFF)});
+            Poke(chip.Ram(), std::uint16_t(Handler(vector)), {0x20, 0xFE});   // BRA *
+        }
     }
-}
+};
 
 } // namespace
 
@@ -90,9 +91,8 @@ private slots:
             {ccr::X, true, false, false, false, 0},
         };
         for (const auto& c : cases) {
-            ChipHarness h;
+            HandlingChip h;
             QVERIFY(h.Load(" ORG $E000\n LDS #$01FF\nW BRA W\n").isEmpty());
-            HandleEveryVector(h);
             if (c.edge)
                 h.SetReg(reg::OPTION, 0x30);                      // IRQE, DLY
             InputPins pins;
@@ -137,9 +137,8 @@ private slots:
             {ccr::X | ccr::I, false, 4064 + 2, 0xE007},   // XIRQ under X: on behind STOP
         };
         for (const auto& c : cases) {
-            ChipHarness h;
+            HandlingChip h;
             QVERIFY(h.Load(program).isEmpty());
-            HandleEveryVector(h);
             h.chip.Core().regs.a = c.a;
             h.Run(1000);
             const std::uint16_t tcnt = h.Reg16(reg::TCNT);
@@ -163,9 +162,8 @@ private slots:
 
     void clockMonitorResetsAStop()
     {
-        ChipHarness h;
+        HandlingChip h;
         QVERIFY(h.Load(" ORG $E000\n LDS #$01FF\n LDX #$1000\n BSET $39,X $08\n CLRA\n TAP\n STOP\nW BRA W\n").isEmpty());
-        HandleEveryVector(h);
         h.Run(100);
         QCOMPARE(h.chip.LastReset(), ResetCause::ClockMonitor);
         QCOMPARE(unsigned(h.chip.Core().regs.pc), Handler(0xFFFC));
@@ -176,12 +174,9 @@ private slots:
     {
         const std::initializer_list<int> sequences[] = {{0x41}, {0x18, 0x01}, {0x1A, 0x00}, {0xCD, 0x08}};
         for (const auto& bytes : sequences) {
-            ChipHarness h;
+            HandlingChip h;
             QVERIFY(h.Load(" ORG $E000\n LDS #$01FF\n").isEmpty());
-            HandleEveryVector(h);
-            std::uint16_t at = 0xE003;
-            for (int byte : bytes)
-                h.chip.Ram()[at++] = std::uint8_t(byte);
+            Poke(h.chip.Ram(), 0xE003, bytes);
             h.chip.Step();
             QCOMPARE(h.chip.Step(), 14);
             QCOMPARE(unsigned(h.chip.Core().regs.pc), Handler(0xFFF8));
