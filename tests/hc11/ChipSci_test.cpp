@@ -12,12 +12,14 @@ constexpr std::uint8_t TE = 0x08, RE = 0x04, RWU = 0x02;
 constexpr std::uint64_t Frame9600 = 2080;   // 10 bits of 208 E cycles
 
 // A chip waiting in WAI with the SCI at 9600 baud and the given SCCR2.
-void Start(WaitingChip& h, std::uint8_t sccr2, std::uint8_t sccr1 = 0)
-{
-    h.SetReg(reg::BAUD, 0x30);
-    h.SetReg(reg::SCCR1, sccr1);
-    h.SetReg(reg::SCCR2, sccr2);
-}
+struct SciChip : WaitingChip {
+    explicit SciChip(std::uint8_t sccr2, std::uint8_t sccr1 = 0)
+    {
+        SetReg(reg::BAUD, 0x30);
+        SetReg(reg::SCCR1, sccr1);
+        SetReg(reg::SCCR2, sccr2);
+    }
+};
 
 } // namespace
 
@@ -50,8 +52,7 @@ private slots:
 
     void transmitFlagsClearOnlyByAStatusReadThenADataWrite()
     {
-        WaitingChip h;
-        Start(h, TE);
+        SciChip h(TE);
         QCOMPARE(int(h.CpuRead(reg::SCSR)), 0xC0);
         h.CpuWrite(reg::SCDR, 'a');                   // waits behind the preamble
         QCOMPARE(h.Reg(reg::SCSR) & 0xC0, 0x00);
@@ -87,8 +88,7 @@ private slots:
             {TE, 1, None, 0xC0, 0},                         // receiver off: the line is ignored
         };
         for (const auto& c : cases) {
-            WaitingChip h;
-            Start(h, c.sccr2);
+            SciChip h(c.sccr2);
             for (int i = 0; i < c.characters; ++i)
                 h.chip.SciReceive(std::uint8_t(i == 0 ? 'x' : 'y'));
             if (c.access == EarlyStatusThenData)
@@ -114,8 +114,7 @@ private slots:
     void sleepingReceiverWakesByAddressMarkOrIdleLine()
     {
         // SCCR1 WAKE set: a character with its last data bit 1 wakes and is taken.
-        WaitingChip mark;
-        Start(mark, TE | RE | RWU, 0x08);
+        SciChip mark(TE | RE | RWU, 0x08);
         mark.chip.SciReceive(0x41);
         mark.chip.SciReceive(0xC1);
         mark.chip.RunUntil(Frame9600);
@@ -125,8 +124,7 @@ private slots:
         QVERIFY(mark.Reg(reg::SCDR) == 0xC1 && !(mark.Reg(reg::SCCR2) & RWU));
 
         // WAKE clear: characters go by until a frame of idle line.
-        WaitingChip idle;
-        Start(idle, TE | RE | RWU);
+        SciChip idle(TE | RE | RWU);
         idle.chip.SciReceive(0x41);
         idle.chip.RunUntil(2 * Frame9600);
         QVERIFY(!(idle.Reg(reg::SCCR2) & RWU) && !(idle.Reg(reg::SCSR) & 0x30));
@@ -137,8 +135,7 @@ private slots:
 
     void nineBitCharactersBringTheirNinthBitInR8()
     {
-        WaitingChip h;
-        Start(h, TE | RE, 0x10);
+        SciChip h(TE | RE, 0x10);
         SciFrame frame;
         frame.data = 0x12;
         frame.ninth = true;
