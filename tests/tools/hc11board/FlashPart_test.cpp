@@ -34,9 +34,11 @@ Writes EraseCommand(std::uint16_t at, std::uint8_t command)
 }
 
 struct Flash {
-    explicit Flash(FlashTiming timing = {}) : part([this] { return now; }, timing)
+    // $E100 programmed to $0F, then the writes given.
+    explicit Flash(const Writes& writes = {}, FlashTiming timing = {}) : part([this] { return now; }, timing)
     {
         part.Program(0xE100, 0x0F);
+        Write(writes);
     }
     void Write(const Writes& writes)
     {
@@ -72,8 +74,7 @@ private slots:
             {"reset ends a sequence", Command(0xF0, {{0xE100, 0x00}}), 0, 0x0F, 0xFF},
         };
         for (const Row& row : rows) {
-            Flash flash;
-            flash.Write(row.writes);
+            Flash flash(row.writes);
             if (row.busyCycles > 0) {
                 flash.now = row.busyCycles - 1;
                 QVERIFY2(flash.part.Busy(), row.name);
@@ -88,24 +89,20 @@ private slots:
     void statusBitsWhileBusyAndAfterAFailure()
     {
         // Program: DQ7 the complement of the data's bit 7, DQ6 toggling.
-        Flash program;
-        program.Write(Command(0xA0, {{0xE200, 0x7E}}));
+        Flash program(Command(0xA0, {{0xE200, 0x7E}}));
         const std::uint8_t first = program.part.Read(0xE200), second = program.part.Read(0xE000);
         QCOMPARE(first & 0x80, 0x80);
         QCOMPARE((first ^ second) & 0x64, 0x40);
         // Erase: DQ7 0, DQ3 set, DQ6 and DQ2 toggling.
-        Flash erase;
-        erase.Write(EraseCommand(0xE000, 0x30));
+        Flash erase(EraseCommand(0xE000, 0x30));
         const std::uint8_t a = erase.part.Read(0xE000), b = erase.part.Read(0xE000);
         QCOMPARE(a & 0x88, 0x08);
         QCOMPARE((a ^ b) & 0x64, 0x44);
 
         // A failing erase, and a program that would set a bit: DQ5 after
         // their time, until F0h; the array keeps what only an erase could change.
-        Flash failing({.eraseFails = true});
-        failing.Write(EraseCommand(0xE000, 0x30));
-        Flash setsABit;
-        setsABit.Write(Command(0xA0, {{0xE100, 0xF3}}));
+        Flash failing(EraseCommand(0xE000, 0x30), {.eraseFails = true});
+        Flash setsABit(Command(0xA0, {{0xE100, 0xF3}}));
         for (auto [flash, time] : {std::pair{&failing, FlashTiming{}.sectorEraseCycles},
                                    std::pair{&setsABit, FlashTiming{}.programCycles}}) {
             flash->now = time - 1;
@@ -121,8 +118,7 @@ private slots:
 
     void autoselectNamesThePartUntilReset()
     {
-        Flash flash;
-        flash.Write(Command(0x90));
+        Flash flash(Command(0x90));
         QCOMPARE(flash.part.Read(0xE000), std::uint8_t(0x01));   // AMD
         QCOMPARE(flash.part.Read(0xE001), std::uint8_t(0xA4));   // Am29F040B
         flash.part.Write(0xE000, 0xF0);
