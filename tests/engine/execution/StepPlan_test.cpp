@@ -2,6 +2,7 @@
 #include "engine/execution/Breakpoints.h"
 #include "engine/execution/StepPlan.h"
 #include "platform/TickCount.h"
+#include "support/CpuHarness.h"
 
 #include <vector>
 
@@ -32,10 +33,7 @@ private slots:
         QCOMPARE(plain.code, (Code{0x18, 0x1E, 0x05, 0x80}));
         QCOMPARE(plain.pc, 0x3005);
 
-        TargetMemory[0xFFFE] = 0xCE;
-        TargetMemory[0xFFFF] = 0x12;
-        TargetMemory[0x0000] = 0x34;
-        TargetMemory[0x0001] = 0x99;
+        Poke(TargetMemory, 0xFFFE, {0xCE, 0x12, 0x34, 0x99});   // LDX #$1234 across the top
         QCOMPARE(SimulatorStepBytes(0xFFFE, 3), (std::array<std::uint8_t, 5>{0xCE, 0x12, 0x34, 0x01, 0x01}));
         QCOMPARE(TargetWord(0xFFFF), 0x1234);
     }
