@@ -38,13 +38,13 @@ ISR     LDAA    #$40
 constexpr std::int32_t Start = 0x2000, Loop = 0x2014, Isr = 0x2016;
 
 struct ChipDebugger : DebuggerFixture {
-    ChipDebugger() : DebuggerFixture(true) { SimulatePeripherals = true; }
-
-    // Assembles into TargetMemory, PC at start, interrupts unmasked as after the monitor.
-    bool Load(const std::string& source, std::int32_t start)
+    // The source assembled into TargetMemory, PC at start, interrupts unmasked as after the monitor.
+    explicit ChipDebugger(const std::string& source = {}, std::int32_t start = 0) : DebuggerFixture(true)
     {
+        SimulatePeripherals = true;
         CpuRegisters.PC = start;
-        return AssembleInto(TargetMemory, source).isEmpty();
+        if (const QString errors = AssembleInto(TargetMemory, source); !errors.isEmpty())
+            qFatal("%s", qPrintable(errors));
     }
     // The return address of the interrupt frame at SP.
     std::int32_t StackedPC() const { return stepping::TargetWord(CpuRegisters.SP + 8); }
@@ -65,9 +65,7 @@ private slots:
     // RTI puts it all back.
     void stepIntoTakesAPendingInterruptBetweenInstructions()
     {
-        ChipDebugger f;
-        QVERIFY(f.Load(" ORG $2000\nMAIN NOP\n NOP\n BRA MAIN\n ORG $3000\nISR NOP\n RTI\n ORG $FFF2\n FDB ISR\n",
-                       0x2000));
+        ChipDebugger f(" ORG $2000\nMAIN NOP\n NOP\n BRA MAIN\n ORG $3000\nISR NOP\n RTI\n ORG $FFF2\n FDB ISR\n", 0x2000);
         CpuRegisters.SP = 0x01FF;
         f.debugger.StepInto();
         QCOMPARE(CpuRegisters.PC, 0x2001);
@@ -101,8 +99,7 @@ private slots:
             bool fullSpeed;
         } cases[] = {{"Play", false, false}, {"Run", true, false}, {"Run at full speed", true, true}};
         for (const auto& c : cases) {
-            ChipDebugger f;
-            QVERIFY(f.Load(TimerProgram, Start));
+            ChipDebugger f(TimerProgram, Start);
             AddBreakpoint(Isr);
             f.debugger.FullSpeed = c.fullSpeed;
             if (c.freeRun) {
@@ -129,8 +126,7 @@ private slots:
     {
         std::string waiting = TimerProgram;
         waiting.replace(waiting.find("LOOP    BRA     LOOP"), 20, "LOOP    WAI\n        BRA     LOOP");
-        ChipDebugger f;
-        QVERIFY(f.Load(waiting, Start));
+        ChipDebugger f(waiting, Start);
         f.StepTo(Loop);
         QCOMPARE(CpuRegisters.PC, Loop);
         const std::int32_t before = ClockCount;
@@ -140,8 +136,7 @@ private slots:
         QVERIFY(ClockCount - before > 900);
         QVERIFY(f.view.clockShown > 0);
 
-        ChipDebugger masked;
-        QVERIFY(masked.Load(" ORG $2000\n SEI\n WAI\n NOP\n", 0x2000));
+        ChipDebugger masked(" ORG $2000\n SEI\n WAI\n NOP\n", 0x2000);
         masked.debugger.StepInto();
         const std::int32_t start = ClockCount;
         masked.debugger.StepInto();
@@ -154,8 +149,7 @@ private slots:
     void pauseStopsTheFreeRunAtOnce()
     {
         for (const bool fullSpeed : {false, true}) {
-            ChipDebugger f;
-            QVERIFY(f.Load(TimerProgram, Start));
+            ChipDebugger f(TimerProgram, Start);
             f.debugger.FullSpeed = fullSpeed;
             f.debugger.RunFree();
             QVERIFY(f.view.frozen && f.view.pauseOn);
