@@ -6,10 +6,6 @@
 
 void RecordedView::LetEventsRun() { DoEvents(); }
 
-DebuggerFixture::DebuggerFixture(bool simulator) : DebuggerFixture(simulator, SerialDeviceFactory())
-{
-}
-
 DebuggerFixture::DebuggerFixture(const QString& path)
     : DebuggerFixture(false, [path](int) -> std::unique_ptr<SerialDevice> {
           return std::make_unique<QtSerialDevice>(path);

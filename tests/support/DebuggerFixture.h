@@ -28,11 +28,11 @@ struct RecordedReports : LinkReports {
 // switch, a count of each redraw, and what the terminal was given.
 struct RecordedView : DebuggerView {
     bool frozen = false, pauseOn = false, timersOn = true, cpuWindowShown = false;
-    int refreshes = 0, refreshRuns = 0, followSteps = 0, clockShown = 0, peripheralsFollowed = 0;
+    int refreshes = 0, refreshRuns = 0, followSteps = 0, clockShown = 0;
     QByteArray terminal;
     void Refresh() override { ++refreshes; }
     void RefreshRun() override { ++refreshRuns; }
-    void FollowPeripherals() override { ++peripheralsFollowed; }
+    void FollowPeripherals() override {}
     void PassToTerminal(const QByteArray& bytes) override { terminal += bytes; }
     void FreezeDisplay() override { frozen = pauseOn = true; }
     void ThawDisplay() override { frozen = false, pauseOn = !RunStopped; }
@@ -49,8 +49,9 @@ struct RecordedView : DebuggerView {
 };
 
 struct DebuggerFixture {
-    // simulator: TargetMode, else the board on the scripted line, port open.
-    explicit DebuggerFixture(bool simulator);
+    // simulator: TargetMode, else the board on the scripted line (or on the
+    // device the factory makes), port open.
+    explicit DebuggerFixture(bool simulator, const SerialDeviceFactory& device = {});
     // The board on the port at path (a pseudo-terminal of hc11board).
     explicit DebuggerFixture(const QString& path);
     ~DebuggerFixture();
@@ -60,7 +61,4 @@ struct DebuggerFixture {
     RecordedView view;
     TargetLink link{reports};
     Debugger debugger{link, view};
-
-private:
-    DebuggerFixture(bool simulator, const SerialDeviceFactory& device);
 };
