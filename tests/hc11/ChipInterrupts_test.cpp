@@ -17,10 +17,10 @@ unsigned Handler(unsigned vector)
     return 0xF000 + (vector - 0xFFC0) * 2;
 }
 
-// Every vector but reset points to its own two-byte BRA-to-itself handler,
-// so where the CPU ends tells which it took.
+// The source loaded, then every vector but reset pointing to its own two-byte
+// BRA-to-itself handler, so where the CPU ends tells which it took.
 struct HandlingChip : ChipHarness {
-    HandlingChip()
+    explicit HandlingChip(const std::string& source) : ChipHarness(source)
     {
         for (unsigned vector = 0xFFC0; vector < 0xFFFE; vector += 2) {
             Poke(chip.Ram(), std::uint16_t(vector), {int(Handler(vector) >> 8), int(Handler(vector) & 0xFF)});
@@ -65,14 +65,13 @@ private slots:
             {" CLI\n LDAA #$20\n STAA $3C,X\n SEI", "RT"},   // I clear: HPRIO keeps its PSEL
         };
         for (const auto& c : cases) {
-            ChipHarness h;
-            QVERIFY(h.Load(std::string(" ORG $E000\n LDS #$01FF\n LDX #$1000\n LDY #$0040\n STY $30\n"
-                                       " LDAA #$C0\n STAA $24,X\n") + c.hprioWrite +
-                           "\nL BRCLR $25,X $80 L\n CLI\nW BRA W\n"
-                           "RTIH LDAB #$40\n LDAA #'R\n BRA LOG\n"
-                           "TOFH LDAB #$80\n LDAA #'T\n"
-                           "LOG STAB $25,X\n LDY $30\n STAA 0,Y\n INY\n STY $30\n RTI\n"
-                           " ORG $FFF0\n FDB RTIH\n ORG $FFDE\n FDB TOFH\n").isEmpty());
+            ChipHarness h(std::string(" ORG $E000\n LDS #$01FF\n LDX #$1000\n LDY #$0040\n STY $30\n"
+                                      " LDAA #$C0\n STAA $24,X\n") + c.hprioWrite +
+                          "\nL BRCLR $25,X $80 L\n CLI\nW BRA W\n"
+                          "RTIH LDAB #$40\n LDAA #'R\n BRA LOG\n"
+                          "TOFH LDAB #$80\n LDAA #'T\n"
+                          "LOG STAB $25,X\n LDY $30\n STAA 0,Y\n INY\n STY $30\n RTI\n"
+                          " ORG $FFF0\n FDB RTIH\n ORG $FFDE\n FDB TOFH\n");
             h.Run(70000);
             QCOMPARE(QString(QChar(h.chip.Ram()[0x40])) + QChar(h.chip.Ram()[0x41]), QString(c.order));
         }
@@ -91,8 +90,7 @@ private slots:
             {ccr::X, true, false, false, false, 0},
         };
         for (const auto& c : cases) {
-            HandlingChip h;
-            QVERIFY(h.Load(" ORG $E000\n LDS #$01FF\nW BRA W\n").isEmpty());
+            HandlingChip h(" ORG $E000\n LDS #$01FF\nW BRA W\n");
             if (c.edge)
                 h.SetReg(reg::OPTION, 0x30);                      // IRQE, DLY
             InputPins pins;
@@ -114,10 +112,9 @@ private slots:
     {
         // OC2 at TCNT $1000 ends the wait; TOF, flagged but not enabled, does
         // not. WAI: 12 cycles to stack, the wait, 2 to fetch the vector.
-        ChipHarness h;
-        QVERIFY(h.Load(" ORG $E000\n LDS #$01FF\n LDX #$1000\n LDD #$1000\n STD $18,X\n"
-                       " LDAA #$40\n STAA $22,X\n CLI\nW WAI\nAFTER BRA AFTER\n"
-                       "OC2 BRA OC2\n ORG $FFE6\n FDB OC2\n").isEmpty());
+        ChipHarness h(" ORG $E000\n LDS #$01FF\n LDX #$1000\n LDD #$1000\n STD $18,X\n"
+                      " LDAA #$40\n STAA $22,X\n CLI\nW WAI\nAFTER BRA AFTER\n"
+                      "OC2 BRA OC2\n ORG $FFE6\n FDB OC2\n");
         QVERIFY(h.RunTo(0xE010));                                    // at WAI
         const std::uint64_t waiAt = h.chip.Cycles();
         h.chip.Step();
@@ -137,8 +134,7 @@ private slots:
             {ccr::X | ccr::I, false, 4064 + 2, 0xE007},   // XIRQ under X: on behind STOP
         };
         for (const auto& c : cases) {
-            HandlingChip h;
-            QVERIFY(h.Load(program).isEmpty());
+            HandlingChip h(program);
             h.chip.Core().regs.a = c.a;
             h.Run(1000);
             const std::uint16_t tcnt = h.Reg16(reg::TCNT);
@@ -162,8 +158,7 @@ private slots:
 
     void clockMonitorResetsAStop()
     {
-        HandlingChip h;
-        QVERIFY(h.Load(" ORG $E000\n LDS #$01FF\n LDX #$1000\n BSET $39,X $08\n CLRA\n TAP\n STOP\nW BRA W\n").isEmpty());
+        HandlingChip h(" ORG $E000\n LDS #$01FF\n LDX #$1000\n BSET $39,X $08\n CLRA\n TAP\n STOP\nW BRA W\n");
         h.Run(100);
         QCOMPARE(h.chip.LastReset(), ResetCause::ClockMonitor);
         QCOMPARE(unsigned(h.chip.Core().regs.pc), Handler(0xFFFC));
@@ -174,8 +169,7 @@ private slots:
     {
         const std::initializer_list<int> sequences[] = {{0x41}, {0x18, 0x01}, {0x1A, 0x00}, {0xCD, 0x08}};
         for (const auto& bytes : sequences) {
-            HandlingChip h;
-            QVERIFY(h.Load(" ORG $E000\n LDS #$01FF\n").isEmpty());
+            HandlingChip h(" ORG $E000\n LDS #$01FF\n");
             Poke(h.chip.Ram(), 0xE003, bytes);
             h.chip.Step();
             QCOMPARE(h.chip.Step(), 14);

@@ -148,9 +148,9 @@ private slots:
     {
         // Reference Manual, resets and interrupts: in special test mode the
         // vectors are at $BFC0-$BFFF, and the time protection is lifted.
-        ChipHarness h({.mode = OperatingMode::SpecialTest});
-        QVERIFY(h.Load(" ORG $B000\nR LDAA #$42\n SWI\nS STAA $40\nW BRA W\n"
-                       " ORG $BFF6\n FDB S\n ORG $BFFE\n FDB R\n ORG $FFFE\n FDB $E000\n").isEmpty());
+        ChipHarness h(" ORG $B000\nR LDAA #$42\n SWI\nS STAA $40\nW BRA W\n"
+                      " ORG $BFF6\n FDB S\n ORG $BFFE\n FDB R\n ORG $FFFE\n FDB $E000\n",
+                      {.mode = OperatingMode::SpecialTest});
         QCOMPARE(int(h.chip.Core().regs.pc), 0xB000);
         h.Run(40);
         QCOMPARE(int(h.chip.Ram()[0x40]), 0x42);   // through the SWI vector at $BFF6

@@ -46,9 +46,8 @@ private slots:
             {" BSET $25,X $80", 0x00},         {" BCLR $25,X $7F", 0x40},
         };
         for (const auto& c : cases) {
-            ChipHarness h;
-            QVERIFY(h.Load(std::string(" ORG $E000\n LDS #$01FF\n LDX #$1000\nL BRCLR $25,X $80 L\n") + c.clear +
-                           "\nW WAI\n BRA W\n").isEmpty());
+            ChipHarness h(std::string(" ORG $E000\n LDS #$01FF\n LDX #$1000\nL BRCLR $25,X $80 L\n") + c.clear +
+                          "\nW WAI\n BRA W\n");
             h.Run(70000);
             QCOMPARE(int(h.Reg(reg::TFLG2)), int(c.left));
         }

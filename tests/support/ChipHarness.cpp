@@ -23,6 +23,12 @@ bool AssembleExampleInto(std::array<std::uint8_t, 65536>& memory, const char* na
     return file.open(QIODevice::ReadOnly) && AssembleInto(memory, file.readAll().toStdString()).isEmpty();
 }
 
+ChipHarness::ChipHarness(const std::string& source, const hc11::chip::ChipSetup& setup) : chip(setup)
+{
+    if (const QString errors = Load(source); !errors.isEmpty())
+        qFatal("%s", qPrintable(errors));
+}
+
 QString ChipHarness::Load(const std::string& source)
 {
     auto& ram = chip.Ram();
