@@ -31,6 +31,14 @@ inline frmMain& StartInSimulator(MainFormFixture& f, bool onChip = false)
     return QTest::qWaitForWindowExposed(&form);
 }
 
+// Opens a tool window by its menu entry; null when the window is not of type W.
+template <class W>
+W* OpenByMenu(frmMain& form, const char* entry, const char* window)
+{
+    form.Menu(entry)->trigger();
+    return qobject_cast<W*>(form.Window(window));
+}
+
 // Brings a child window (a tool window or an editor) to the front, as a click on its frame does.
 inline void Activate(frmMain& form, QWidget* window)
 {

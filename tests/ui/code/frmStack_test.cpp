@@ -30,8 +30,7 @@ private slots:
             board->memory[i] = std::uint8_t(i ^ (i >> 8));
         f->Start().show();   // rows are laid out in a shown frame
         CpuRegisters.SP = 0x00FF;
-        f->form->Menu("mnuViewStack")->trigger();
-        stack = qobject_cast<frmStack*>(f->form->Window("frmStack"));
+        stack = OpenByMenu<frmStack>(*f->form, "mnuViewStack", "frmStack");
         QWidget* frame = stack->parentWidget();
         frame->resize(frame->width(), frame->height() - stack->height() + 20 * stack->RowHeight());
         QCOMPARE(int(stack->VisibleRows), 20);

@@ -23,8 +23,7 @@ RegisterWindow* OpenCpu(frmMain& form, std::array<std::uint8_t, 65536>& memory)
     const std::uint8_t saved[] = {0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 0x00, 0xFF, 0xD1};
     std::copy(std::begin(saved), std::end(saved), memory.begin());
     CpuRegisters.PC = 0xE000;
-    form.Menu("mnuViewRegCPU")->trigger();
-    return qobject_cast<RegisterWindow*>(form.Window("frmRegCPU"));
+    return OpenByMenu<RegisterWindow>(form, "mnuViewRegCPU", "frmRegCPU");
 }
 
 QStringList Cells(const RegisterWindow* w)
