@@ -5,7 +5,6 @@
 #include "ui/code/frmDisAsm.h"
 #include "engine/state/TargetState.h"
 #include "platform/DoEvents.h"
-#include "platform/SettingsStore.h"
 #include "hc11/asm/Assembler.h"
 #include "support/BoardProcess.h"
 #include "support/ui/DisAsmLooks.h"
@@ -72,8 +71,7 @@ private slots:
         QList<Stop> simulator, board;
         {
             MainFormFixture f;
-            SaveSetting("Settings", "SimEnabled", "True");
-            RunScenario(f.Start(), f, simulator);
+            RunScenario(StartInSimulator(f), f, simulator);
             if (QTest::currentTestFailed())
                 return;
         }
