@@ -33,11 +33,10 @@ class frmDisAsmTest : public QObject {
     void GoTo(std::int32_t address)
     {
         int context = 0;
-        ModalPlayer player([&](QDialog& dialog) {
+        PlayDialogs([&] { f->form->Menu("mnuDebugGoToAddress")->trigger(); }, [&](QDialog& dialog) {
             context = dialog.property("HelpContextID").toInt();
             TypeAndPressOK(dialog, "txtAdr", "$" + QString::number(address, 16).toUpper());
         });
-        f->form->Menu("mnuDebugGoToAddress")->trigger();
         QCOMPARE(tuple(context, w->TopAddress, w->CurRow), tuple(191, address, 1));
     }
 

@@ -56,11 +56,10 @@ private slots:
         board->Stored = [](std::int32_t, std::uint8_t written) { return std::uint8_t(written | 1); };
         QStringList seen;
         stack->Label_Click(18);
-        ModalPlayer player([&](QDialog& dialog) {
+        PlayDialogs([&] { QTest::keyClick(stack, Qt::Key_Return); }, [&](QDialog& dialog) {
             seen << dialog.findChild<QLabel*>("Label")->text() << dialog.findChild<QLineEdit*>("Text")->text();
             TypeAndPressOK(dialog, "Text", "%01110110");
         });
-        QTest::keyClick(stack, Qt::Key_Return);
         QCOMPARE(seen, (QStringList{"$00FD:", "$FD"}));
         QCOMPARE(tuple(board->Count('W'), board->memory[0x00FD], stack->CurRow), tuple(1, 0x77, 18));
         QCOMPARE(Text(18), QString(" $00FD:   $77"));

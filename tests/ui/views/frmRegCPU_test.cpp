@@ -97,18 +97,15 @@ private slots:
         // The first key replaces the value; empty text is passed over, a refused number told and cleared.
         QStringList seen;
         cpu->SelectRow(B);
-        {
-            ModalPlayer player([&](QDialog& dialog) {
-                auto* box = dialog.findChild<QLineEdit*>("Text");
-                seen << box->selectedText();
-                for (const char* text : {"", "256"}) {
-                    TypeAndPressOK(dialog, "Text", text);
-                    seen << (dialog.isVisible() ? box->text() : "closed");
-                }
-                dialog.findChild<QPushButton*>("cmdCancel")->click();
-            });
-            QTest::keyClick(cpu->ListView, Qt::Key_Return);
-        }
+        PlayDialogs([&] { QTest::keyClick(cpu->ListView, Qt::Key_Return); }, [&](QDialog& dialog) {
+            auto* box = dialog.findChild<QLineEdit*>("Text");
+            seen << box->selectedText();
+            for (const char* text : {"", "256"}) {
+                TypeAndPressOK(dialog, "Text", text);
+                seen << (dialog.isVisible() ? box->text() : "closed");
+            }
+            dialog.findChild<QPushButton*>("cmdCancel")->click();
+        });
         QCOMPARE(seen, (QStringList{"$EF", "", ""}));
         QCOMPARE(tuple(f.boxes.Texts(), TargetMemory[1]), tuple(QStringList{"Invalid Number !"}, 0xEF));
 
@@ -199,10 +196,7 @@ private slots:
 
         // Off while the dialog is up; a cancelled dialog writes nothing.
         bool timerDuringDialog = true;
-        {
-            ModalPlayer player([&](QDialog&) { timerDuringDialog = form.tmrRefresh.isActive(); });
-            timer->mnuEnter();
-        }
+        PlayDialogs([&] { timer->mnuEnter(); }, [&](QDialog&) { timerDuringDialog = form.tmrRefresh.isActive(); });
         QCOMPARE(tuple(timerDuringDialog, board.Count('W'), form.tmrRefresh.isActive()), tuple(false, 1, true));
 
         Activate(form, cpu);
