@@ -178,9 +178,7 @@ private slots:
         for (const auto& row : rows) {
             MainFormFixture f;
             SaveSetting("Settings", "PortDevice2", "/dev/orvane-no-such-port");
-            f.form = std::make_unique<frmMain>();   // on the system's serial ports
-            frmMain& form = *f.form;
-            form.MDIForm_Load();
+            frmMain& form = f.StartWith({});   // on the system's serial ports
             QCOMPARE(form.PanelText(1), PortError);
             ModalPlayer player([&](QDialog& dialog) {
                 if (dialog.objectName() == "frmPortDevice") {
