@@ -44,8 +44,7 @@ private slots:
     void init()
     {
         f = std::make_unique<MainFormFixture>();
-        QVERIFY(ShowAt(f->Start(), {1000, 800}));
-        TargetMode = SimulatorMode;
+        QVERIFY(ShowAt(StartInSimulator(*f), {1000, 800}));
         BoardConnected = RunStopped = true;
         // LDS #$00FF; LDAA #5; DECA; BNE back to DECA; JSR $E010; BRA to itself; NOPs; RTS.
         std::int32_t at = 0xE000;

@@ -78,9 +78,8 @@ private slots:
     void enteredValuesThePopupFormatsAndPlayInTheSimulator()
     {
         MainFormFixture f;
-        frmMain& form = f.Start();
+        frmMain& form = StartInSimulator(f);
         QVERIFY(ShowAt(form, {1000, 560}));
-        TargetMode = SimulatorMode;
         RegisterWindow* cpu = OpenCpu(form, TargetMemory);
         QCOMPARE(Cells(cpu), (QStringList{"$12", "$34", "$1234", "$5678", "$9ABC", "$E000", "$00FF", "%SX0I000C"}));
         // At its default place every row is in sight, and no value is cut by the window's edge.
