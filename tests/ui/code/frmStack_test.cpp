@@ -90,7 +90,7 @@ private slots:
         SymbolCount = 3;
         QCOMPARE(tuple(AddressFromText("1234"), AddressFromText("NOWHERE")), tuple(1234, -1));
         QList<bool> openAfter;
-        ModalPlayer player([&](QDialog& dialog) {
+        PlayDialogs([&] { stack->mnuGoToAddress(); }, [&](QDialog& dialog) {
             auto* box = dialog.findChild<QLineEdit*>("txtAdr");
             for (const char* text : {"", "$10000"}) {
                 TypeAndPressOK(dialog, "txtAdr", text);
@@ -99,7 +99,6 @@ private slots:
             QTest::keyClicks(box, "Start");
             QTest::keyClick(box, Qt::Key_Return);
         });
-        stack->mnuGoToAddress();
         QCOMPARE(openAfter, QList<bool>(4, true));
         QCOMPARE(f->boxes.Texts(), QStringList{"Invalid Address !"});
         QCOMPARE(Text(1), QString(" $0010:   $10"));

@@ -180,7 +180,7 @@ private slots:
             SaveSetting("Settings", "PortDevice2", "/dev/orvane-no-such-port");
             frmMain& form = f.StartWith({});   // on the system's serial ports
             QCOMPARE(form.PanelText(1), PortError);
-            ModalPlayer player([&](QDialog& dialog) {
+            PlayDialogs([&] { form.Menu("mnuViewOptions")->trigger(); }, [&](QDialog& dialog) {
                 if (dialog.objectName() == "frmPortDevice") {
                     QCOMPARE(dialog.windowTitle(), QString("Device of COM 3"));
                     TypeAndPressOK(dialog, "txtDevice", row.path);
@@ -193,7 +193,6 @@ private slots:
                 QCOMPARE(PortDevicePath(3), DefaultPortDevicePath(3));   // not before OK
                 options.cmdOK->click();
             });
-            form.Menu("mnuViewOptions")->trigger();
             QCOMPARE(form.PanelText(1), row.panel);
             QCOMPARE(form.MSComm.CommPort(), 3);
             QVERIFY(f.boxes.boxes.isEmpty());
