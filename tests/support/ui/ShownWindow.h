@@ -39,10 +39,12 @@ W* OpenByMenu(frmMain& form, const char* entry, const char* window)
     return qobject_cast<W*>(form.Window(window));
 }
 
-// Brings a child window (a tool window or an editor) to the front, as a click on its frame does.
+// Brings a child window (a tool window or an editor) to the front, as a click on its frame does,
+// and lets the windows answer.
 inline void Activate(frmMain& form, QWidget* window)
 {
     form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(window->parentWidget()));
+    QCoreApplication::processEvents();
 }
 
 // With ORVANE_SCREENSHOT set to a folder, saves a picture of the widget there.

@@ -121,7 +121,6 @@ private:
 
         frmDisAsm* w = frmDisAsm::Open();
         Activate(form, w);
-        QCoreApplication::processEvents();
         QCOMPARE(CpuRegisters.SP, 0x01FF);   // the window opened at PC with the target's registers
 
         // Into BSR SUB1 (after LDAA), out of it (after INCA), over JSR SUB2 (after LDX).

@@ -23,12 +23,6 @@ class frmDisAsmTest : public QObject {
         QCOMPARE(w->VisibleRows, std::int16_t(rows));
     }
 
-    void Activate(QWidget* widget)
-    {
-        ::Activate(*f->form, widget);
-        QCoreApplication::processEvents();
-    }
-
     // Through the Debug menu's dialog (help topic 191).
     void GoTo(std::int32_t address)
     {
@@ -53,7 +47,7 @@ private slots:
         CpuRegisters.PC = 0xE003;
         w = frmDisAsm::Open();
         SetRows(8);
-        Activate(w);
+        Activate(*f->form, w);
     }
 
     void cleanup() { f.reset(); }
@@ -72,7 +66,7 @@ private slots:
         QVERIFY(LookOf(w, 2) == Look::Breakpoint && !f->form->Menu("mnuDebugToggleBreakpoint")->isEnabled());
         w->Label_Click(3);   // inactive, a new current row gets no highlight
         QCOMPARE(LookOf(w, 3), Look::Plain);
-        Activate(w);
+        Activate(*f->form, w);
         QCOMPARE(LookOf(w, 3), Look::Current);
 
         const QImage shot = w->grab().toImage();
