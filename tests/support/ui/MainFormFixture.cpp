@@ -16,21 +16,18 @@ MainFormFixture::~MainFormFixture()
     ResetTargetState();
 }
 
-frmMain& MainFormFixture::Start()
-{
-    form = std::make_unique<frmMain>();
-    form->MSComm.SetDeviceFactory(line.Factory());
-    form->MDIForm_Load();
-    KeepFlatSimulator();
-    return *form;
-}
-
 frmMain& MainFormFixture::StartOn(const QString& devicePath)
 {
-    form = std::make_unique<frmMain>();
-    form->MSComm.SetDeviceFactory([devicePath](int) -> std::unique_ptr<SerialDevice> {
+    return StartWith([devicePath](int) -> std::unique_ptr<SerialDevice> {
         return std::make_unique<QtSerialDevice>(devicePath);
     });
+}
+
+frmMain& MainFormFixture::StartWith(const SerialDeviceFactory& factory)
+{
+    form = std::make_unique<frmMain>();
+    if (factory)
+        form->MSComm.SetDeviceFactory(factory);
     form->MDIForm_Load();
     KeepFlatSimulator();
     return *form;

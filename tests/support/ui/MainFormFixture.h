@@ -15,9 +15,11 @@ struct MainFormFixture {
     ~MainFormFixture();
 
     // Builds frmMain on the scripted line and runs MDIForm_Load.
-    frmMain& Start();
+    frmMain& Start() { return StartWith(line.Factory()); }
     // Builds frmMain on a device path (a pseudo-terminal) and runs MDIForm_Load.
     frmMain& StartOn(const QString& devicePath);
+    // Builds frmMain on the devices the factory makes (none: the system's serial ports) and runs MDIForm_Load.
+    frmMain& StartWith(const SerialDeviceFactory& factory);
 
     // A test's simulator is flat memory, the one the older tests were written
     // for, unless its settings choose the chip ("SimPeripherals").

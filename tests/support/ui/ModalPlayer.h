@@ -23,6 +23,14 @@ private:
     ModalHook previous_;
 };
 
+// Runs the action with the script playing the dialogs it brings up.
+template <class Action>
+void PlayDialogs(Action action, ModalHook script)
+{
+    ModalPlayer player(std::move(script));
+    action();
+}
+
 // Replaces the text of the dialog's entry box (named box) and presses its OK button.
 inline void TypeAndPressOK(QDialog& dialog, const char* box, const QString& text)
 {
@@ -36,10 +44,9 @@ inline QStringList EnterValue(ListWindow* window, int row, const QString& text)
 {
     QStringList seen;
     window->SelectRow(row);
-    ModalPlayer player([&](QDialog& dialog) {
+    PlayDialogs([&] { QTest::keyClick(window->ListView, Qt::Key_Return); }, [&](QDialog& dialog) {
         seen << dialog.findChild<QLabel*>("Label")->text() << dialog.findChild<QLineEdit*>("Text")->text();
         TypeAndPressOK(dialog, "Text", text);
     });
-    QTest::keyClick(window->ListView, Qt::Key_Return);
     return seen;
 }

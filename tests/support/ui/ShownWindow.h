@@ -31,10 +31,20 @@ inline frmMain& StartInSimulator(MainFormFixture& f, bool onChip = false)
     return QTest::qWaitForWindowExposed(&form);
 }
 
-// Brings a child window (a tool window or an editor) to the front, as a click on its frame does.
+// Opens a tool window by its menu entry; null when the window is not of type W.
+template <class W>
+W* OpenByMenu(frmMain& form, const char* entry, const char* window)
+{
+    form.Menu(entry)->trigger();
+    return qobject_cast<W*>(form.Window(window));
+}
+
+// Brings a child window (a tool window or an editor) to the front, as a click on its frame does,
+// and lets the windows answer.
 inline void Activate(frmMain& form, QWidget* window)
 {
     form.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(window->parentWidget()));
+    QCoreApplication::processEvents();
 }
 
 // With ORVANE_SCREENSHOT set to a folder, saves a picture of the widget there.

@@ -5,7 +5,6 @@
 #include "ui/code/frmDisAsm.h"
 #include "engine/state/TargetState.h"
 #include "platform/DoEvents.h"
-#include "platform/SettingsStore.h"
 #include "hc11/asm/Assembler.h"
 #include "support/BoardProcess.h"
 #include "support/ui/DisAsmLooks.h"
@@ -72,8 +71,7 @@ private slots:
         QList<Stop> simulator, board;
         {
             MainFormFixture f;
-            SaveSetting("Settings", "SimEnabled", "True");
-            RunScenario(f.Start(), f, simulator);
+            RunScenario(StartInSimulator(f), f, simulator);
             if (QTest::currentTestFailed())
                 return;
         }
@@ -123,7 +121,6 @@ private:
 
         frmDisAsm* w = frmDisAsm::Open();
         Activate(form, w);
-        QCoreApplication::processEvents();
         QCOMPARE(CpuRegisters.SP, 0x01FF);   // the window opened at PC with the target's registers
 
         // Into BSR SUB1 (after LDAA), out of it (after INCA), over JSR SUB2 (after LDX).

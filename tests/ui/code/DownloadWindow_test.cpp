@@ -4,7 +4,6 @@
 
 #include "engine/source/SourceRecords.h"
 #include "engine/state/TargetState.h"
-#include "platform/SettingsStore.h"
 #include "support/DoEventsAction.h"
 #include "support/WorkFolder.h"
 #include "support/ui/FakeToolWindow.h"
@@ -33,8 +32,7 @@ struct Session {
 
     explicit Session(const QByteArray& file)
     {
-        SaveSetting("Settings", "SimEnabled", "True");
-        form = &f.Start();
+        form = &StartInSimulator(f);
         folder.Enter();
         folder.Write("prog.s19", file);
         S19File = "prog.s19";

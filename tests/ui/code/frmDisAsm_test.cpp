@@ -23,21 +23,14 @@ class frmDisAsmTest : public QObject {
         QCOMPARE(w->VisibleRows, std::int16_t(rows));
     }
 
-    void Activate(QWidget* widget)
-    {
-        ::Activate(*f->form, widget);
-        QCoreApplication::processEvents();
-    }
-
     // Through the Debug menu's dialog (help topic 191).
     void GoTo(std::int32_t address)
     {
         int context = 0;
-        ModalPlayer player([&](QDialog& dialog) {
+        PlayDialogs([&] { f->form->Menu("mnuDebugGoToAddress")->trigger(); }, [&](QDialog& dialog) {
             context = dialog.property("HelpContextID").toInt();
             TypeAndPressOK(dialog, "txtAdr", "$" + QString::number(address, 16).toUpper());
         });
-        f->form->Menu("mnuDebugGoToAddress")->trigger();
         QCOMPARE(tuple(context, w->TopAddress, w->CurRow), tuple(191, address, 1));
     }
 
@@ -45,8 +38,7 @@ private slots:
     void init()
     {
         f = std::make_unique<MainFormFixture>();
-        QVERIFY(ShowAt(f->Start(), {1000, 800}));
-        TargetMode = SimulatorMode;
+        QVERIFY(ShowAt(StartInSimulator(*f), {1000, 800}));
         BoardConnected = RunStopped = true;
         // LDS #$00FF; LDAA #5; DECA; BNE back to DECA; JSR $E010; BRA to itself; NOPs; RTS.
         std::int32_t at = 0xE000;
@@ -55,7 +47,7 @@ private slots:
         CpuRegisters.PC = 0xE003;
         w = frmDisAsm::Open();
         SetRows(8);
-        Activate(w);
+        Activate(*f->form, w);
     }
 
     void cleanup() { f.reset(); }
@@ -74,7 +66,7 @@ private slots:
         QVERIFY(LookOf(w, 2) == Look::Breakpoint && !f->form->Menu("mnuDebugToggleBreakpoint")->isEnabled());
         w->Label_Click(3);   // inactive, a new current row gets no highlight
         QCOMPARE(LookOf(w, 3), Look::Plain);
-        Activate(w);
+        Activate(*f->form, w);
         QCOMPARE(LookOf(w, 3), Look::Current);
 
         const QImage shot = w->grab().toImage();

@@ -30,8 +30,7 @@ private slots:
             board->memory[i] = std::uint8_t(i ^ (i >> 8));
         f->Start().show();   // rows are laid out in a shown frame
         CpuRegisters.SP = 0x00FF;
-        f->form->Menu("mnuViewStack")->trigger();
-        stack = qobject_cast<frmStack*>(f->form->Window("frmStack"));
+        stack = OpenByMenu<frmStack>(*f->form, "mnuViewStack", "frmStack");
         QWidget* frame = stack->parentWidget();
         frame->resize(frame->width(), frame->height() - stack->height() + 20 * stack->RowHeight());
         QCOMPARE(int(stack->VisibleRows), 20);
@@ -57,11 +56,10 @@ private slots:
         board->Stored = [](std::int32_t, std::uint8_t written) { return std::uint8_t(written | 1); };
         QStringList seen;
         stack->Label_Click(18);
-        ModalPlayer player([&](QDialog& dialog) {
+        PlayDialogs([&] { QTest::keyClick(stack, Qt::Key_Return); }, [&](QDialog& dialog) {
             seen << dialog.findChild<QLabel*>("Label")->text() << dialog.findChild<QLineEdit*>("Text")->text();
             TypeAndPressOK(dialog, "Text", "%01110110");
         });
-        QTest::keyClick(stack, Qt::Key_Return);
         QCOMPARE(seen, (QStringList{"$00FD:", "$FD"}));
         QCOMPARE(tuple(board->Count('W'), board->memory[0x00FD], stack->CurRow), tuple(1, 0x77, 18));
         QCOMPARE(Text(18), QString(" $00FD:   $77"));
@@ -92,7 +90,7 @@ private slots:
         SymbolCount = 3;
         QCOMPARE(tuple(AddressFromText("1234"), AddressFromText("NOWHERE")), tuple(1234, -1));
         QList<bool> openAfter;
-        ModalPlayer player([&](QDialog& dialog) {
+        PlayDialogs([&] { stack->mnuGoToAddress(); }, [&](QDialog& dialog) {
             auto* box = dialog.findChild<QLineEdit*>("txtAdr");
             for (const char* text : {"", "$10000"}) {
                 TypeAndPressOK(dialog, "txtAdr", text);
@@ -101,7 +99,6 @@ private slots:
             QTest::keyClicks(box, "Start");
             QTest::keyClick(box, Qt::Key_Return);
         });
-        stack->mnuGoToAddress();
         QCOMPARE(openAfter, QList<bool>(4, true));
         QCOMPARE(f->boxes.Texts(), QStringList{"Invalid Address !"});
         QCOMPARE(Text(1), QString(" $0010:   $10"));

@@ -66,8 +66,7 @@ private slots:
         QVERIFY(AssembleInto(TargetMemory, source.toStdString()).isEmpty());
         CpuRegisters.PC = 0xE000;
         TargetMemory[0x6000] = 1;
-        form.Menu("mnuViewIOunit")->trigger();
-        auto* unit = qobject_cast<frmIOBOard*>(form.Window("frmIOBOard"));
+        auto* unit = OpenByMenu<frmIOBOard>(form, "mnuViewIOunit", "frmIOBOard");
         QVERIFY(unit && form.Link().IoUnitWindow == unit);
         QVERIFY(!Lit(unit->ShapeInFresh));   // a flag left in memory is not shown
         TargetMemory[0x6000] = 0;            // and the program starts without input
@@ -132,8 +131,7 @@ private slots:
         DownloadFile(form, QByteArray::fromStdString(assembled.s19));
         QVERIFY2(f.boxes.boxes.isEmpty(), qPrintable(f.boxes.boxes.value(0).text));
 
-        form.Menu("mnuViewSerialTerminal")->trigger();
-        auto* terminal = qobject_cast<frmSerial*>(form.Window("frmSerial"));
+        auto* terminal = OpenByMenu<frmSerial>(form, "mnuViewSerialTerminal", "frmSerial");
         QVERIFY(terminal);
         Activate(form, terminal);
         form.mnuRunRun_Click();

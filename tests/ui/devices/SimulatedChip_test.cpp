@@ -28,8 +28,7 @@ private slots:
         CpuRegisters.PC = 0xE000;
         form.Menu("mnuViewDisassembler")->trigger();
         form.Menu("mnuViewRegTimer")->trigger();
-        form.Menu("mnuViewSerialTerminal")->trigger();
-        auto* terminal = qobject_cast<frmSerial*>(form.Window("frmSerial"));
+        auto* terminal = OpenByMenu<frmSerial>(form, "mnuViewSerialTerminal", "frmSerial");
         Activate(form, terminal);
 
         form.Menu("mnuRunRun")->trigger();
@@ -61,8 +60,7 @@ private slots:
         QCOMPARE(CpuRegisters.PC, 0xE000);
 
         // The unit's interrupt buttons hold the pins while it is open; the A/D window sets the input levels.
-        form.Menu("mnuViewIOunit")->trigger();
-        auto* unit = qobject_cast<frmIOBOard*>(form.Window("frmIOBOard"));
+        auto* unit = OpenByMenu<frmIOBOard>(form, "mnuViewIOunit", "frmIOBOard");
         QVERIFY(unit && unit->CommandIrq->isEnabled());
         const hc11::chip::Chip& chip = form.Link().ChipSim.Chip();
         unit->CommandXirq->click();
@@ -71,8 +69,7 @@ private slots:
         QTRY_VERIFY(!form.Window("frmIOBOard"));
         QVERIFY(!chip.Inputs().xirqAsserted);
 
-        form.Menu("mnuViewRegAD")->trigger();
-        auto* ad = qobject_cast<RegisterWindow*>(form.Window("frmRegAD"));
+        auto* ad = OpenByMenu<RegisterWindow>(form, "mnuViewRegAD", "frmRegAD");
         constexpr int Pe3Level = 8;
         EnterValue(ad, Pe3Level, "$A5");
         QCOMPARE(chip.Inputs().analog[3], std::uint8_t(0xA5));
@@ -80,8 +77,7 @@ private slots:
 
         // The ports window's input rows drive the pins the program reads: port C, then a
         // rising edge on STRA (PIOC's EGA at reset) latches it into PORTCL with STAF.
-        form.Menu("mnuViewRegPorts")->trigger();
-        auto* ports = qobject_cast<RegisterWindow*>(form.Window("frmRegPorts"));
+        auto* ports = OpenByMenu<RegisterWindow>(form, "mnuViewRegPorts", "frmRegPorts");
         constexpr int PortC = 2, PortCL = 3, Pioc = 8, PcInputs = 10, StraInput = 12;
         EnterValue(ports, PcInputs, "$5A");
         EnterValue(ports, StraInput, "0");
@@ -91,8 +87,7 @@ private slots:
 
         // The SPI window's device answers the example's transfer and shows the byte it got.
         QVERIFY(AssembleExampleInto(TargetMemory, "spi.asm"));
-        form.Menu("mnuViewRegSPI")->trigger();
-        auto* spi = qobject_cast<RegisterWindow*>(form.Window("frmRegSPI"));
+        auto* spi = OpenByMenu<RegisterWindow>(form, "mnuViewRegSPI", "frmRegSPI");
         constexpr int SpiAnswer = 3, SpiSent = 4;
         EnterValue(spi, SpiAnswer, "$3C");
         TargetMemory[0x6001] = 0xA5, TargetMemory[0x6000] = 1;   // a value entered on the unit

@@ -6,7 +6,6 @@
 #include "support/ui/FakeToolWindow.h"
 #include "support/ui/MainFormFixture.h"
 #include "ui/main/WindowArrangement.h"
-#include "engine/state/TargetState.h"
 #include "support/ui/ModalPlayer.h"
 #include "support/ui/ShownWindow.h"
 #include "ui/code/frmDisAsm.h"
@@ -65,8 +64,7 @@ private slots:
     {
         MainFormFixture f;
         ModalPlayer closesEveryDialog([](QDialog&) {});
-        TargetMode = SimulatorMode;
-        frmMain& form = f.Start();
+        frmMain& form = StartInSimulator(f);
         QVERIFY(ShowAt(form, {1400, 900}));
         const QSize client = form.mdiArea()->viewport()->size();
 
@@ -91,7 +89,6 @@ private slots:
         QCoreApplication::processEvents();
         SaveSetting("Windows", "MemoryWidth", "3000");
         QCOMPARE(Frame(form.LoadWindow("frmMemory"))->width(), TwipsToPixelsX(3000));
-        TargetMode = BoardMode;
     }
 
     // Arrange Debugger moves the open debugger windows (at two sizes) and writes a closed one's place;

@@ -63,15 +63,16 @@ struct FontAnswer {
     CommonDialog::Handler previous;
 };
 
-// Plays the Options dialog: the script runs on it, and then OK or Cancel is pressed.
-ModalHook OnOptions(std::function<void(frmOptions&)> script, const char* button = "cmdOK")
+// Opens the Options dialog from its entry: the script runs on it, and then OK or Cancel is pressed.
+void PlayOptions(frmMain& form, std::function<void(frmOptions&)> script, const char* button = "cmdOK")
 {
-    return [=](QDialog& dialog) {
+    ModalPlayer player([=](QDialog& dialog) {
         auto* options = qobject_cast<frmOptions*>(&dialog);
         QVERIFY(options);
         script(*options);
         options->findChild<QPushButton*>(button)->click();
-    };
+    });
+    form.Menu("mnuViewOptions")->trigger();
 }
 }  // namespace
 
@@ -90,13 +91,12 @@ private slots:
             bool simulator, chip;
         } cases[] = {{true, true}, {true, false}, {false, true}};
         for (const auto& [simulator, chip] : cases) {
-            ModalPlayer player(OnOptions([&](frmOptions& o) {
+            PlayOptions(form, [&](frmOptions& o) {
                 o.chSimEnabled->setChecked(simulator);
                 o.chSimPeripherals->setChecked(chip);
                 if (simulator && chip)
                     SaveScreenshot(&o, "options.png");
-            }));
-            form.Menu("mnuViewOptions")->trigger();
+            });
             QCOMPARE(form.PanelText(1), simulator ? QString("Simulator mode") : QString("HC11 Board: Ready"));
             QCOMPARE(TargetMode, simulator ? SimulatorMode : BoardMode);
             // The peripheral windows are the board's and the simulated chip's.
@@ -115,8 +115,7 @@ private slots:
         MainFormFixture f;
         SaveSetting("Settings", "COMPort", "3");
         SaveSetting("Settings", "ScreenFontBold", "True");
-        SaveSetting("Settings", "SimEnabled", "True");
-        frmMain& form = f.Start();
+        frmMain& form = StartInSimulator(f);
         form.NewEditor();
         form.NewEditor();
         QCOMPARE(LoadedEditors().size(), 2);
@@ -124,20 +123,16 @@ private slots:
         const FontRecord screen = ScreenFont;
         const int opened = f.line.OpenCount();
         FontAnswer answer({"Orvane No Such Face", 15, false, true});
-        {
-            ModalPlayer player(OnOptions(
-                [](frmOptions& o) {
-                    QCOMPARE(o.cbComPort->currentText() + "|" + o.lbDevice->text(), "COM 3|" + PortDevicePath(3));
-                    QVERIFY(o.chSimEnabled->isChecked());
-                    QCOMPARE(o.lbEStyle->text() + "|" + o.lbPStyle->text(), QString("Bold|Regular"));
-                    o.cmdESet->click();
-                    o.cmdPSet->click();
-                    o.chSimEnabled->setChecked(false);
-                    o.cbComPort->setCurrentIndex(0);
-                },
-                "cmdCancel"));
-            form.Menu("mnuViewOptions")->trigger();
-        }
+        const auto lookAndCancelEverything = [](frmOptions& o) {
+            QCOMPARE(o.cbComPort->currentText() + "|" + o.lbDevice->text(), "COM 3|" + PortDevicePath(3));
+            QVERIFY(o.chSimEnabled->isChecked());
+            QCOMPARE(o.lbEStyle->text() + "|" + o.lbPStyle->text(), QString("Bold|Regular"));
+            o.cmdESet->click();
+            o.cmdPSet->click();
+            o.chSimEnabled->setChecked(false);
+            o.cbComPort->setCurrentIndex(0);
+        };
+        PlayOptions(form, lookAndCancelEverything, "cmdCancel");
         QCOMPARE(answer.asked.size(), 2);
         QVERIFY(answer.asked[0].FixedPitchOnly);
         QCOMPARE(answer.asked[0].FontName, QString("Fixedsys"));
@@ -152,14 +147,13 @@ private slots:
         QCOMPARE(LoadedEditors()[0]->Text->font(), before);
         QCOMPARE(form.PanelText(1), QString("Simulator mode"));
 
-        ModalPlayer player(OnOptions([](frmOptions& o) {
+        PlayOptions(form, [](frmOptions& o) {
             o.cmdESet->click();
             QCOMPARE(o.lbEName->text() + "|" + o.lbEStyle->text() + "|" + o.lbESize->text(),
                      QString("Orvane No Such Face|Italic|15"));
             o.cmdPSet->click();
             QCOMPARE(o.lbPStyle->text(), QString("Italic"));
-        }));
-        form.Menu("mnuViewOptions")->trigger();
+        });
         // The face the system lacks stays the saved name; the editors draw in a fixed-pitch one.
         QCOMPARE(ScreenFont.Name, QString("Orvane No Such Face"));
         QCOMPARE(PrintFont.Size, 15.0f);
@@ -184,11 +178,9 @@ private slots:
         for (const auto& row : rows) {
             MainFormFixture f;
             SaveSetting("Settings", "PortDevice2", "/dev/orvane-no-such-port");
-            f.form = std::make_unique<frmMain>();   // on the system's serial ports
-            frmMain& form = *f.form;
-            form.MDIForm_Load();
+            frmMain& form = f.StartWith({});   // on the system's serial ports
             QCOMPARE(form.PanelText(1), PortError);
-            ModalPlayer player([&](QDialog& dialog) {
+            PlayDialogs([&] { form.Menu("mnuViewOptions")->trigger(); }, [&](QDialog& dialog) {
                 if (dialog.objectName() == "frmPortDevice") {
                     QCOMPARE(dialog.windowTitle(), QString("Device of COM 3"));
                     TypeAndPressOK(dialog, "txtDevice", row.path);
@@ -201,7 +193,6 @@ private slots:
                 QCOMPARE(PortDevicePath(3), DefaultPortDevicePath(3));   // not before OK
                 options.cmdOK->click();
             });
-            form.Menu("mnuViewOptions")->trigger();
             QCOMPARE(form.PanelText(1), row.panel);
             QCOMPARE(form.MSComm.CommPort(), 3);
             QVERIFY(f.boxes.boxes.isEmpty());

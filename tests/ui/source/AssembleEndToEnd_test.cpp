@@ -4,12 +4,12 @@
 #include "ui/code/frmDisAsm.h"
 #include "engine/state/TargetState.h"
 #include "platform/ProgramFolder.h"
-#include "platform/SettingsStore.h"
 #include "ui/source/frmEditor.h"
 #include "engine/source/SourceRecords.h"
 #include "ui/source/frmError.h"
 #include "support/ui/FileChooser.h"
 #include "support/ui/MainFormFixture.h"
+#include "support/ui/ShownWindow.h"
 #include "support/WorkFolder.h"
 
 #include <QListWidget>
@@ -34,8 +34,7 @@ private slots:
     void writeAssembleAndDownload()
     {
         MainFormFixture f;
-        SaveSetting("Settings", "SimEnabled", "True");
-        frmMain& form = f.Start();
+        frmMain& form = StartInSimulator(f);
         form.show();
         WorkFolder folder;
         folder.Enter();

@@ -36,8 +36,7 @@ void TypeAddress(QDialog& dialog, const QString& keys)
 
 void GoTo(frmMemory* memory, const QString& keys)
 {
-    ModalPlayer player([&](QDialog& dialog) { TypeAddress(dialog, keys); });
-    memory->mnuMemoryAddress();
+    PlayDialogs([&] { memory->mnuMemoryAddress(); }, [&](QDialog& dialog) { TypeAddress(dialog, keys); });
 }
 
 // Opens the memory window, answering its address dialog (it comes once the window is up).
@@ -61,13 +60,12 @@ void EditCell(frmMemory* memory, const QString& keys)
 // Add Watch with the dialog answered: text, and Word checked when word.
 void AddWatchTyped(frmMain& form, const QString& text, bool word, int* dialogs = nullptr)
 {
-    ModalPlayer player([&](QDialog& dialog) {
+    PlayDialogs([&] { form.mnuDebugAddWatch_Click(); }, [&](QDialog& dialog) {
         if (dialogs)
             ++*dialogs;
         dialog.findChild<QRadioButton*>(word ? "optWord" : "optByte")->setChecked(true);
         TypeAndPressOK(dialog, "txtAdr", text);
     });
-    form.mnuDebugAddWatch_Click();
 }
 
 frmWatch* Watches(frmMain& form) { return qobject_cast<frmWatch*>(form.Window("frmWatch")); }
@@ -192,19 +190,14 @@ private:
         f.boxes.boxes.clear();
 
         // The address box takes hex digits only, four at most, and refuses nothing.
-        {
-            ModalPlayer player([](QDialog& dialog) {
-                QCOMPARE(dialog.windowTitle(), QString("Memory Display Address"));
-                TypeAddress(dialog, "$0x1g23");
-            });
-            memory->mnuMemoryAddress();
-        }
+        PlayDialogs([&] { memory->mnuMemoryAddress(); }, [](QDialog& dialog) {
+            QCOMPARE(dialog.windowTitle(), QString("Memory Display Address"));
+            TypeAddress(dialog, "$0x1g23");
+        });
         QCOMPARE(tuple(memory->Grid.PageAddress(), memory->Grid.CursorColumn()), tuple(0x0120, 5));
         // Cancel goes to $0000.
-        {
-            ModalPlayer player([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
-            memory->mnuMemoryAddress();
-        }
+        PlayDialogs([&] { memory->mnuMemoryAddress(); },
+                    [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
         QCOMPARE(tuple(memory->Grid.PageAddress(), f.boxes.boxes.size()), tuple(0, 0));
     }
 
@@ -220,14 +213,11 @@ private:
 
         // A symbol that isn't in the table: the dialog stays open and says so.
         int dialogs = 0;
-        {
-            ModalPlayer player([&](QDialog& dialog) {
-                ++dialogs;
-                TypeAndPressOK(dialog, "txtAdr", "NOSUCH");
-                QVERIFY(dialog.isVisible() && dialog.findChild<QLineEdit*>("txtAdr")->text().isEmpty());
-            });
-            form.mnuDebugAddWatch_Click();
-        }
+        PlayDialogs([&] { form.mnuDebugAddWatch_Click(); }, [&](QDialog& dialog) {
+            ++dialogs;
+            TypeAndPressOK(dialog, "txtAdr", "NOSUCH");
+            QVERIFY(dialog.isVisible() && dialog.findChild<QLineEdit*>("txtAdr")->text().isEmpty());
+        });
         QCOMPARE(f.boxes.Texts(), QStringList{"Invalid Address !"});
         QCOMPARE(WatchCount, std::int16_t(1));
         f.boxes.boxes.clear();
@@ -265,14 +255,11 @@ private:
         // Edit: from a symbol to a number drops it; byte to word keeps the format.
         watch->SelectRow(1);
         watch->mnuViewDec();
-        {
-            ModalPlayer player([](QDialog& dialog) {
-                QCOMPARE(dialog.findChild<QLineEdit*>("txtAdr")->text(), QString("COUNT"));
-                dialog.findChild<QRadioButton*>("optWord")->setChecked(true);
-                TypeAndPressOK(dialog, "txtAdr", "$40");
-            });
-            form.mnuDebugEditWatch_Click();
-        }
+        PlayDialogs([&] { form.mnuDebugEditWatch_Click(); }, [](QDialog& dialog) {
+            QCOMPARE(dialog.findChild<QLineEdit*>("txtAdr")->text(), QString("COUNT"));
+            dialog.findChild<QRadioButton*>("optWord")->setChecked(true);
+            TypeAndPressOK(dialog, "txtAdr", "$40");
+        });
         QCOMPARE(watch->Label(1) + " " + watch->Cell(1), QString("$0040 1332"));   // $0534 in decimal
 
         // Fill up to 32; the 33rd shows the box and no dialog.

@@ -31,12 +31,6 @@ const WindowCase Windows[] = {
 enum TimerRow { TOC1 = 4, TCTL1 = 9, TMSK1 = 11 };
 enum SciRow { SCCR2 = 2, SCSR = 3 };
 
-RegisterWindow* Open(frmMain& form, const WindowCase& w)
-{
-    form.Menu(w.entry)->trigger();
-    return qobject_cast<RegisterWindow*>(form.Window(w.window));
-}
-
 std::uint32_t Marked(const RegisterWindow* w, int row)
 {
     return w->ListView->topLevelItem(row)->data(1, ChangedBitsRole).toUInt();
@@ -60,8 +54,8 @@ private slots:
         TargetMemory[0x102D] = 0x0C;                             // SCCR2 and SCSR as the monitor leaves them
         TargetMemory[0x102E] = 0xC0;
         CpuRegisters.PC = 0xE000;
-        auto* timer = Open(form, Windows[1]);
-        auto* sci = Open(form, Windows[3]);
+        auto* timer = OpenByMenu<RegisterWindow>(form, Windows[1].entry, Windows[1].window);
+        auto* sci = OpenByMenu<RegisterWindow>(form, Windows[3].entry, Windows[3].window);
         form.Menu("mnuViewRegCPU")->trigger();
         const auto markedRows = [timer] {
             QList<int> rows;
@@ -98,9 +92,9 @@ private slots:
         MainFormFixture f;
         frmMain& form = f.StartOn(emulator.DevicePath());
         // The registers as a reset leaves them: TOC2 untouched, the SCI idle, the PIA's pins high.
-        RegisterWindow* timer = Open(form, Windows[1]);
-        RegisterWindow* sci = Open(form, Windows[3]);
-        RegisterWindow* pia = Open(form, Windows[7]);
+        auto* timer = OpenByMenu<RegisterWindow>(form, Windows[1].entry, Windows[1].window);
+        auto* sci = OpenByMenu<RegisterWindow>(form, Windows[3].entry, Windows[3].window);
+        auto* pia = OpenByMenu<RegisterWindow>(form, Windows[7].entry, Windows[7].window);
         QCOMPARE(timer->Cell(TOC1 + 1), QString("$FFFF"));
         QCOMPARE(sci->Cell(SCSR), QString("%11000000"));
         QCOMPARE(sci->Cell(SCCR2), QString("%00001100"));
@@ -121,25 +115,22 @@ private slots:
         ScriptedMonitor board(f.line);
         frmMain& form = f.Start();
         for (const WindowCase& w : Windows) {
-            RegisterWindow* window = Open(form, w);
+            RegisterWindow* window = OpenByMenu<RegisterWindow>(form, w.entry, w.window);
             QVERIFY2(window && window->ValueColumnWidth() > 0, w.window);
         }
         auto* timer = qobject_cast<RegisterWindow*>(form.Window("frmRegTimer"));
         QVERIFY(timer->ListView->topLevelItem(TCTL1)->toolTip(1).contains("OM2 OL2 OM3 OL3 OM4 OL4 OM5 OL5"));
-        const auto reads = [&](std::int32_t address, int count) {
-            return int(board.frames.count(monitor::ReadFrame(address, count)));
+        const auto readsOfARefresh = [&] {   // of the register block, of the PIA
+            board.frames.clear();
+            form.RefreshRun();
+            return tuple(int(board.frames.count(monitor::ReadFrame(RegisterBlockAddress, RegisterBlockSize))),
+                         int(board.frames.count(monitor::ReadFrame(PiaAddress, PiaSize))));
         };
-        board.frames.clear();
-        form.RefreshRun();
-        QCOMPARE(reads(RegisterBlockAddress, RegisterBlockSize), 1);
-        QCOMPARE(reads(PiaAddress, PiaSize), 1);
+        QCOMPARE(readsOfARefresh(), tuple(1, 1));
         for (const WindowCase& w : Windows)
             if (QString(w.window) != "frmRegPIA")
                 form.Menu(w.entry)->trigger();   // closes it
-        board.frames.clear();
-        form.RefreshRun();
-        QCOMPARE(reads(RegisterBlockAddress, RegisterBlockSize), 0);
-        QCOMPARE(reads(PiaAddress, PiaSize), 1);
+        QCOMPARE(readsOfARefresh(), tuple(0, 1));
     }
 };
 

@@ -23,8 +23,7 @@ RegisterWindow* OpenCpu(frmMain& form, std::array<std::uint8_t, 65536>& memory)
     const std::uint8_t saved[] = {0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 0x00, 0xFF, 0xD1};
     std::copy(std::begin(saved), std::end(saved), memory.begin());
     CpuRegisters.PC = 0xE000;
-    form.Menu("mnuViewRegCPU")->trigger();
-    return qobject_cast<RegisterWindow*>(form.Window("frmRegCPU"));
+    return OpenByMenu<RegisterWindow>(form, "mnuViewRegCPU", "frmRegCPU");
 }
 
 QStringList Cells(const RegisterWindow* w)
@@ -79,9 +78,8 @@ private slots:
     void enteredValuesThePopupFormatsAndPlayInTheSimulator()
     {
         MainFormFixture f;
-        frmMain& form = f.Start();
+        frmMain& form = StartInSimulator(f);
         QVERIFY(ShowAt(form, {1000, 560}));
-        TargetMode = SimulatorMode;
         RegisterWindow* cpu = OpenCpu(form, TargetMemory);
         QCOMPARE(Cells(cpu), (QStringList{"$12", "$34", "$1234", "$5678", "$9ABC", "$E000", "$00FF", "%SX0I000C"}));
         // At its default place every row is in sight, and no value is cut by the window's edge.
@@ -98,18 +96,15 @@ private slots:
         // The first key replaces the value; empty text is passed over, a refused number told and cleared.
         QStringList seen;
         cpu->SelectRow(B);
-        {
-            ModalPlayer player([&](QDialog& dialog) {
-                auto* box = dialog.findChild<QLineEdit*>("Text");
-                seen << box->selectedText();
-                for (const char* text : {"", "256"}) {
-                    TypeAndPressOK(dialog, "Text", text);
-                    seen << (dialog.isVisible() ? box->text() : "closed");
-                }
-                dialog.findChild<QPushButton*>("cmdCancel")->click();
-            });
-            QTest::keyClick(cpu->ListView, Qt::Key_Return);
-        }
+        PlayDialogs([&] { QTest::keyClick(cpu->ListView, Qt::Key_Return); }, [&](QDialog& dialog) {
+            auto* box = dialog.findChild<QLineEdit*>("Text");
+            seen << box->selectedText();
+            for (const char* text : {"", "256"}) {
+                TypeAndPressOK(dialog, "Text", text);
+                seen << (dialog.isVisible() ? box->text() : "closed");
+            }
+            dialog.findChild<QPushButton*>("cmdCancel")->click();
+        });
         QCOMPARE(seen, (QStringList{"$EF", "", ""}));
         QCOMPARE(tuple(f.boxes.Texts(), TargetMemory[1]), tuple(QStringList{"Invalid Number !"}, 0xEF));
 
@@ -200,10 +195,7 @@ private slots:
 
         // Off while the dialog is up; a cancelled dialog writes nothing.
         bool timerDuringDialog = true;
-        {
-            ModalPlayer player([&](QDialog&) { timerDuringDialog = form.tmrRefresh.isActive(); });
-            timer->mnuEnter();
-        }
+        PlayDialogs([&] { timer->mnuEnter(); }, [&](QDialog&) { timerDuringDialog = form.tmrRefresh.isActive(); });
         QCOMPARE(tuple(timerDuringDialog, board.Count('W'), form.tmrRefresh.isActive()), tuple(false, 1, true));
 
         Activate(form, cpu);
