@@ -139,8 +139,10 @@ private slots:
             QCOMPARE(h.Reg(reg::PIOC) & 0x80, stra ? 0x80 : 0);
         }
         QCOMPARE(int(h.Reg(reg::PORTCL)), 0x5A);
-        for (const unsigned offset : {reg::PORTCL, reg::PIOC, reg::PORTCL})
-            h.CpuRead(offset);
+        h.CpuRead(reg::PORTCL);
+        QCOMPARE(h.Reg(reg::PIOC) & 0x80, 0x80);
+        h.CpuRead(reg::PIOC);
+        h.CpuRead(reg::PORTCL);
         QCOMPARE(h.Reg(reg::PIOC) & 0x80, 0);
     }
 

@@ -74,6 +74,16 @@ private slots:
             h.SetReg(reg::PORTA, c.after ? 0x00 : 0x40);  // a write reaches the pin only when disconnected
             QCOMPARE(bool(h.Reg(reg::PORTA) & 0x40), c.action == 0 ? !c.after : c.after);
         }
+        // OC3-OC5 each with its register, flag and pin (TCTL1's set action, 11); TI4O5 is OC5 while I4/O5 is clear.
+        for (const auto& [toc, flagAndPin, set] :
+             {tuple{reg::TOC3, 0x20, 0x30}, tuple{reg::TOC4, 0x10, 0x0C}, tuple{reg::TI4O5, 0x08, 0x03}}) {
+            WaitingChip h;
+            h.SetReg(reg::PACTL, 0x08);   // DDRA3: PA3 an output
+            h.SetReg(reg::TCTL1, std::uint8_t(set));
+            h.SetReg16(toc, 0x0100);
+            h.chip.RunUntil(0x0100);
+            QCOMPARE(tuple(h.Reg(reg::TFLG1) & 0x78, h.Reg(reg::PORTA) & 0x78), tuple(flagAndPin, flagAndPin));
+        }
     }
 
     void oc1DrivesItsMaskedPinsAndWinsOverAnotherCompare()
