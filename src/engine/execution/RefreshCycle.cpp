@@ -35,10 +35,7 @@ void RefreshCycle::RefreshRun()
 void RefreshCycle::ReadRegisterBlock()
 {
     if (TargetMode == SimulatorMode) {
-        if (SimulatePeripherals)
-            link_.ChipSim.Read(RegisterBlockAddress, RegisterBlock);
-        else
-            std::copy_n(TargetMemory.begin() + RegisterBlockAddress, RegisterBlockSize, RegisterBlock.begin());
+        link_.ReadSimulated(RegisterBlockAddress, RegisterBlock);
         SeenBytes.Seen(RegisterBlockAddress, RegisterBlock);
         return;
     }

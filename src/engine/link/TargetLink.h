@@ -104,6 +104,9 @@ public:
     // The keys typed in the serial terminal: to the board's line, or to the
     // simulated chip's SCI.
     void TerminalInput(const QByteArray& bytes);
+    // Simulator mode's bytes at address: the chip's (its registers read
+    // without side effects) with SimulatePeripherals, else flat memory.
+    void ReadSimulated(std::int32_t address, std::span<std::uint8_t> out);
 
     // Target bytes for the flow analysis, read by InBytes.
     const TargetBytesReader& Reader() const { return reader_; }

@@ -43,13 +43,18 @@ bool TargetLink::Exchange(const QByteArray& frame, const ExchangeRules& rules, Q
     return false;
 }
 
+void TargetLink::ReadSimulated(std::int32_t address, std::span<std::uint8_t> out)
+{
+    if (SimulatePeripherals)
+        ChipSim.Read(address, out);
+    else
+        ReadTargetMemory(address, out);
+}
+
 bool TargetLink::ReadTarget(std::int32_t address, int count, std::uint32_t timeoutMs, std::span<std::uint8_t> out)
 {
     if (TargetMode == SimulatorMode) {
-        if (SimulatePeripherals)
-            ChipSim.Read(address, out.first(static_cast<std::size_t>(count)));
-        else
-            ReadTargetMemory(address, out.first(static_cast<std::size_t>(count)));
+        ReadSimulated(address, out.first(static_cast<std::size_t>(count)));
         return true;
     }
     if (TargetMode != BoardMode)
