@@ -83,9 +83,8 @@ RTIH    LDAA    #$40
 // The S1 records of the assembled program into memory.
 inline void LoadS19(const std::string& s19, std::uint8_t* memory)
 {
-    for (const hc11::as11::S19Block& block : hc11::as11::ReadS19(s19).blocks)
-        for (std::size_t i = 0; i < block.bytes.size(); ++i)
-            memory[(block.address + i) & 0xFFFF] = block.bytes[i];
+    hc11::as11::ForEachByte(hc11::as11::ReadS19(s19),
+                            [memory](std::uint16_t address, std::uint8_t byte) { memory[address] = byte; });
 }
 
 } // namespace bench

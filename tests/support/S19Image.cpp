@@ -8,9 +8,7 @@ S19Image ReadS19(const std::string& text)
 {
     const hc11::as11::S19Image read = hc11::as11::ReadS19(text);
     S19Image image;
-    for (const hc11::as11::S19Block& block : read.blocks)
-        for (std::size_t i = 0; i < block.bytes.size(); ++i)
-            image.bytes[int(block.address + i)] = block.bytes[i];
+    hc11::as11::ForEachByte(read, [&image](std::uint16_t address, std::uint8_t byte) { image.bytes[address] = byte; });
     image.start = read.start;
     image.header = read.header;
     image.dataRecords = int(read.blocks.size());

@@ -26,12 +26,11 @@ hc11::chip::OperatingMode RomRunner::ModeFor(const hc11::as11::S19Image& image)
 }
 
 RomRunner::RomRunner(const hc11::as11::S19Image& image, const FlashTiming& timing)
-    : hertz_(ModeFor(image) == hc11::chip::OperatingMode::SpecialTest ? MonitorCrystalEClock : EClockHertzOfBoard),
-      board_(AtEClock(timing, hertz_), ModeFor(image))
+    : mode_(ModeFor(image)),
+      hertz_(mode_ == hc11::chip::OperatingMode::SpecialTest ? MonitorCrystalEClock : EClockHertzOfBoard),
+      board_(AtEClock(timing, hertz_), mode_)
 {
-    for (const hc11::as11::S19Block& block : image.blocks)
-        for (std::size_t i = 0; i < block.bytes.size(); ++i)
-            board_.Load(std::uint16_t(block.address + i), block.bytes[i]);
+    hc11::as11::ForEachByte(image, [this](std::uint16_t address, std::uint8_t byte) { board_.Load(address, byte); });
     board_.Reset();   // the reset vector now comes from the image
 }
 

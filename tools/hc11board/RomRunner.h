@@ -33,6 +33,7 @@ public:
 private:
     static hc11::chip::OperatingMode ModeFor(const hc11::as11::S19Image& image);
 
+    hc11::chip::OperatingMode mode_;
     std::uint64_t hertz_;
     Board board_;
 };

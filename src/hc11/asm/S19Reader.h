@@ -26,4 +26,14 @@ struct S19Image {
 
 S19Image ReadS19(std::string_view text);
 
+// Calls put(address, byte) for every data byte, in file order; addresses
+// wrap at 65,536.
+template <class Put>
+void ForEachByte(const S19Image& image, Put put)
+{
+    for (const S19Block& block : image.blocks)
+        for (std::size_t i = 0; i < block.bytes.size(); ++i)
+            put(std::uint16_t(block.address + i), block.bytes[i]);
+}
+
 } // namespace hc11::as11
