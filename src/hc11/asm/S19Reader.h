@@ -26,8 +26,8 @@ struct S19Image {
 
 S19Image ReadS19(std::string_view text);
 
-// Calls put(address, byte) for every data byte, in file order; addresses
-// wrap at 65,536.
+// Calls put(address, byte) for every data byte, in file order (no block the
+// reader gives runs past $FFFF).
 template <class Put>
 void ForEachByte(const S19Image& image, Put put)
 {
